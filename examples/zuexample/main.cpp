@@ -1,0 +1,3 @@
+#include <zu/zuutility.h>
+
+int main() { return 0; }

@@ -1,0 +1,6 @@
+// zuutility: the umbrella header. Includes every public header of the library.
+//
+//   #include <zu/zuutility.h>
+#pragma once
+
+#include "zu/core/zuExport.h"
