@@ -53,12 +53,22 @@ function(zu_library)
 endfunction()
 
 # zu_test(NAME <exe> SOURCES <*_test.cpp...> [LABELS <label...>])
-# One GoogleTest executable per subsystem, registered with CTest.
+# One GoogleTest executable per subsystem, registered with CTest. Several calls
+# with the same NAME add their sources to the same executable; the labels of
+# the first call apply (tests that start threads go in an executable labelled
+# "threaded", which the tsan preset runs).
 function(zu_test)
   if(NOT ZU_BUILD_TESTS)
     return()
   endif()
   cmake_parse_arguments(ARG "" "NAME" "SOURCES;LABELS" ${ARGN})
+  if(NOT ARG_SOURCES)
+    return()
+  endif()
+  if(TARGET ${ARG_NAME})
+    target_sources(${ARG_NAME} PRIVATE ${ARG_SOURCES})
+    return()
+  endif()
   add_executable(${ARG_NAME} ${ARG_SOURCES})
   target_compile_options(${ARG_NAME} PRIVATE ${ZU_WARNINGS})
   target_link_libraries(${ARG_NAME} PRIVATE zuutility_testing GTest::gtest GTest::gmock GTest::gtest_main)

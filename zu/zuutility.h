@@ -4,3 +4,18 @@
 #pragma once
 
 #include "zu/core/zuExport.h"
+
+// Strings
+
+
+// Unicode encodings
+
+
+// Exceptions and message formatting
+
+
+// Threads, synchronisation and thread-local storage
+
+
+// Block cache and atoms
+
