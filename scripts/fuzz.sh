@@ -6,6 +6,7 @@ cd "$(dirname "$0")/.."
 seconds="${1:-60}"
 cmake --preset fuzz
 cmake --build --preset fuzz
+shopt -s nullglob
 work="build/fuzz/corpus"
 for target in build/fuzz/bin/fuzz_*; do
   name="$(basename "$target")"
