@@ -12,6 +12,7 @@
 
 
 // Exceptions and message formatting
+#include "zu/core/zuException.h"
 
 
 // Threads, synchronisation and thread-local storage
