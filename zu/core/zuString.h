@@ -24,6 +24,10 @@
 
 #include "zu/core/zuExport.h"
 
+namespace zu::internal {
+struct zuStringData;
+}
+
 // The context toXML escapes for.
 enum zuToXMLType {
   zuXMLText = 0,           // element content
@@ -320,14 +324,23 @@ class ZU_EXPORT zuString {
   static const char kEmptyText[1];
 
   void SetLengthBits(unsigned int length) { lengthScope_ = (length << 2) | (lengthScope_ & 3u); }
-  void SetLiteral(const char* text, unsigned int length);
-  void CopyFrom(const zuString& other);
+  int OwnsBlock() const;
+  int IsPrivateBlock() const;
+  zu::internal::zuStringData* NewBlock(unsigned int request, unsigned int threadId) const;
+  void Adopt(zu::internal::zuStringData* block, unsigned int length);
   void ShareFrom(const zuString& other);
   void ReleaseData();
   void PreEdit();
-  void AssignUTF16(const char16_t* utf16, int append);
-  void AssignCodePoint(unsigned int codePoint, int append);
+  char* Reserve(unsigned int size);
+  void CopyBytes(const char* text, unsigned int length, unsigned int threadId);
+  void SetLiteral(const char* text, unsigned int length);
+  void SetEmptyText();
+  void AssignMarkedUTF16(const char* bytes, unsigned int units, int bigEndian,
+                         unsigned int threadId);
+  void AssignUTF16(const char16_t* utf16, unsigned int units, unsigned int threadId);
+  void AssignFormatted(const char* format, ...);
   void Append(const char* text, unsigned int length);
+  unsigned int UniAdvance(unsigned int pos, unsigned int count) const;
   void CaseRange(unsigned int start, unsigned int length, int upper);
   int ClassRange(unsigned int start, unsigned int length, int (*test)(unsigned int)) const;
   int Find(const char* text, unsigned int textLength, unsigned int& foundAt, unsigned int start,
