@@ -9,6 +9,7 @@
 
 
 // Unicode encodings
+#include "zu/core/zuUnicode.h"
 
 
 // Exceptions and message formatting
