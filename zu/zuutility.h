@@ -12,6 +12,7 @@
 
 
 // Unicode encodings
+#include "zu/core/zuUnicode.h"
 
 
 // Exceptions and message formatting
