@@ -324,7 +324,11 @@ void zuString::Assign(const char* text, unsigned int length, int literal, unsign
   }
   const void* nul = std::memchr(text, 0, length);
   if (nul != nullptr) length = static_cast<unsigned int>(static_cast<const char*>(nul) - text);
-  CopyBytes(text, length, threadId);
+  if (length == 0) {
+    SetEmptyText();
+  } else {
+    CopyBytes(text, length, threadId);
+  }
 }
 
 void zuString::AssignMarkedUTF16(const char* bytes, unsigned int units, int bigEndian,
