@@ -437,6 +437,16 @@ zuString& zuString::operator=(const char16_t* utf16) {
 void zuString::Append(const char* text, unsigned int length) {
   if (length == 0) return;
   const unsigned int oldLength = Length();
+  if (ScopeType() == eOrdinary && chars_ != nullptr) {
+    zuStringData* block = blockOf(chars_);
+    if (block->refCount == 1 && block->allocSize - oldLength >= length &&
+        (text < chars_ || text > chars_ + block->allocSize)) {
+      std::memcpy(chars_ + oldLength, text, length);
+      SetLengthBits(oldLength + length);
+      chars_[oldLength + length] = '\0';
+      return;
+    }
+  }
   if (length > kMaxLength - oldLength) throw zuExMemory();
   // Appending the string's own text: keep the old block alive while growing.
   const zuString keepAlive(OwnsBlock() && text >= chars_ && text <= chars_ + oldLength
