@@ -6,6 +6,9 @@
 #include "zu/core/zuExport.h"
 
 // Strings
+#include "zu/core/zuLiteral.h"
+#include "zu/core/zuString.h"
+#include "zu/core/zuThreadSafeString.h"
 
 
 // Unicode encodings
@@ -13,6 +16,7 @@
 
 
 // Exceptions and message formatting
+#include "zu/core/zuException.h"
 
 
 // Threads, synchronisation and thread-local storage
