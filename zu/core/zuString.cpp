@@ -11,16 +11,11 @@
 #include "zu/core/internal/zuStringBlock.h"
 #include "zu/core/internal/zuStringMutex.h"
 #include "zu/core/zuException.h"
+#include "zu/core/zuUnicode.h"
 #include "zu/runtime/internal/zuThreadId.h"
 
 using zu::internal::zuStringData;
 
-// The encoders of the library's Unicode functions.
-ZU_EXPORT int zuUCStoUTF8(char* out, unsigned int codePoint);
-ZU_EXPORT unsigned int zuUTF16toUTF8(char* out, unsigned int outBytes, const char16_t* in,
-                                     unsigned int units);
-ZU_EXPORT unsigned int zuUTF8toUTF16(char16_t* out, unsigned int outMax, const char* in,
-                                     unsigned int inBytes);
 
 namespace {
 
