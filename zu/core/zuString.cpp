@@ -16,7 +16,6 @@
 
 using zu::internal::zuStringData;
 
-
 namespace {
 
 constexpr unsigned short kInvalidArgument = 16479;
@@ -1142,8 +1141,19 @@ zuString zuString::toXHTML(int withDeclaration) const {
   static const char kTab[] = "<span style=\"kdl-tab-count:1\">&#160;</span>";
   static const char kSpaceRun[] = "<span style=\"kdl-spacerun:yes\">&#160;";
 
+  // Most escapes are short; the rare long ones (tabs, space runs) grow the
+  // block as they come.
+  constexpr unsigned int kBytesPerEscape = 7;
+  constexpr unsigned int kFrameBytes = 57;
+  unsigned long long reserve = Length() + kFrameBytes + (withDeclaration ? 21 : 0);
+  for (unsigned int i = 0; i < Length(); ++i) {
+    if (std::strchr("<&>\r\n\t ", chars_[i]) != nullptr && chars_[i] != '\0') {
+      reserve += kBytesPerEscape;
+    }
+  }
+  if (reserve > kMaxLength) throw zuExMemory();
   zuString result;
-  result.Reserve(Length() + 64);
+  result.Reserve(static_cast<unsigned int>(reserve));
   if (withDeclaration) result += kDeclaration;
   result += kStart;
   const unsigned int length = Length();
