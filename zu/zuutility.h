@@ -6,12 +6,27 @@
 #include "zu/core/zuExport.h"
 
 // Strings
+#include "zu/core/zuLiteral.h"
+#include "zu/core/zuString.h"
+#include "zu/core/zuThreadSafeString.h"
 
 
 // Unicode encodings
+#include "zu/core/zuUCS2.h"
+#include "zu/core/zuUCS4.h"
+#include "zu/core/zuUnicode.h"
 
 
 // Exceptions and message formatting
+#include "zu/core/zuExAssert.h"
+#include "zu/core/zuExDeleterFunctionHolder.h"
+#include "zu/core/zuExErrItem.h"
+#include "zu/core/zuExResourceFailure.h"
+#include "zu/core/zuExVersionMismatch.h"
+#include "zu/core/zuException.h"
+#include "zu/core/zuFormat.h"
+#include "zu/core/zuFormatPos.h"
+#include "zu/core/zuNewHandler.h"
 
 
 // Threads, synchronisation and thread-local storage

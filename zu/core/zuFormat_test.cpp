@@ -1,0 +1,129 @@
+#include "zu/core/zuFormat.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace {
+
+std::string text(const zuString& value) {
+  return std::string(static_cast<const char*>(value));
+}
+
+const unsigned char* pointerAt(uintptr_t address) {
+  return reinterpret_cast<const unsigned char*>(address);
+}
+
+struct Case {
+  const char* name;
+  std::function<zuFormat()> build;
+  const char* expected;
+  unsigned int parmCount;
+};
+
+TEST(zuFormatTest, ConversionsByArgumentKindAndLetter) {
+  const Case cases[] = {
+      {"percent pair and decimal", [] { return zuFormat(zuString("a%%b%dc"), 5); }, "a%b5c", 1},
+      {"width and precision", [] { return zuFormat(zuString("x=%5.2f"), 3.14159); }, "x= 3.14", 1},
+      {"x is upper-case hex", [] { return zuFormat(zuString("%x"), 255); }, "FF", 1},
+      {"X is not hex", [] { return zuFormat(zuString("%X"), 255); }, "255", 1},
+      {"flag taken as letter", [] { return zuFormat(zuString("%-5d"), 7); }, "75d", 1},
+      {"h taken as letter", [] { return zuFormat(zuString("%hd"), 5); }, "5d", 1},
+      {"zero padding", [] { return zuFormat(zuString("%05d"), 42); }, "00042", 1},
+      {"one l skipped", [] { return zuFormat(zuString("%ld|"), -3L); }, "-3|", 1},
+      {"signed long with u", [] { return zuFormat(zuString("%lu"), -1L); }, "-1", 1},
+      {"unsigned", [] { return zuFormat(zuString("%u"), 4000000000u); }, "4000000000", 1},
+      {"unsigned hex", [] { return zuFormat(zuString("%x"), 3054u); }, "BEE", 1},
+      {"long as character", [] { return zuFormat(zuString("<%c>"), 65L + 256L); }, "<A>", 0},
+      {"unsigned long as character", [] { return zuFormat(zuString("%c"), 66UL); }, "B", 0},
+      {"char as itself", [] { return zuFormat(zuString("%s!"), 'z'); }, "z!", 0},
+      {"char as decimal", [] { return zuFormat(zuString("%d"), 'A'); }, "65", 1},
+      {"negative char as hex", [] { return zuFormat(zuString("%x"), static_cast<char>(-1)); },
+       "FFFFFFFFFFFFFFFF", 1},
+      {"unsigned char as hex",
+       [] { return zuFormat(zuString("%x"), static_cast<unsigned char>(200)); }, "C8", 1},
+      {"unsigned char as itself",
+       [] { return zuFormat(zuString("%s"), static_cast<unsigned char>('q')); }, "q", 0},
+      {"pointer as decimal", [] { return zuFormat(zuString("%d"), pointerAt(16)); }, "16", 1},
+      {"pointer as hex", [] { return zuFormat(zuString("%x"), pointerAt(0xAB)); }, "AB", 1},
+      {"text ignores width", [] { return zuFormat(zuString("[%5.1s]"), "abc"); }, "[abc]", 1},
+      {"null text is empty",
+       [] { return zuFormat(zuString("[%s]"), static_cast<const char*>(nullptr)); }, "[]", 1},
+      {"string with d", [] { return zuFormat(zuString("%d"), zuString("abc")); }, "abc", 1},
+      {"float default precision", [] { return zuFormat(zuString("%f"), 0.5f); }, "0.500000", 1},
+      {"short and unsigned short",
+       [] {
+         return zuFormat(zuString("%d %d")) << short{-2} << static_cast<unsigned short>(65535);
+       },
+       "-2 65535", 2},
+      {"precision after a second dot ignored",
+       [] { return zuFormat(zuString("%1.2.3f"), 3.14159); }, "3.14", 1},
+      {"missing argument cuts", [] { return zuFormat(zuString("a%db%dc"), 1); }, "a1b", 1},
+      {"no argument cuts at first", [] { return zuFormat(zuString("a%%%db")); }, "a%", 0},
+      {"surplus argument appended bare",
+       [] { return zuFormat(zuString("n=%5d;")) << 1 << 2 << "t" << 2.5; }, "n=    1;2t2.500000",
+       4},
+      {"trailing percent writes nothing", [] { return zuFormat(zuString("end%"), 3); }, "end3", 1},
+      {"conversion at template end", [] { return zuFormat(zuString("%5"), 3); }, "    3", 1},
+      {"empty template", [] { return zuFormat(zuString("")) << 1 << "x"; }, "1x", 2},
+  };
+  for (const Case& c : cases) {
+    const zuFormat format = c.build();
+    EXPECT_EQ(text(format.GetString()), c.expected) << c.name;
+    EXPECT_EQ(format.GetParmCount(), c.parmCount) << c.name;
+  }
+}
+
+TEST(zuFormatTest, ParametersHoldEachFormattedArgument) {
+  zuFormat format(zuString("%s=%5.1f (%c)"));
+  format << "width" << 2.25 << 'x';
+  EXPECT_EQ(text(format), "width=  2.2 (x)");
+  ASSERT_EQ(format.GetParmCount(), 2u);
+  EXPECT_EQ(text(format.GetParm(0)), "width");
+  EXPECT_EQ(text(format.GetParm(1)), "  2.2");
+  EXPECT_EQ(text(format.GetParm(2)), "");
+  EXPECT_EQ(text(format.GetParm(100)), "");
+  EXPECT_EQ(text(format.SourceString()), "%s=%5.1f (%c)");
+  EXPECT_EQ(format.ResId(), 0);
+}
+
+TEST(zuFormatTest, MessageIdWithoutCatalogueGivesArgumentsOnly) {
+  zuFormat format(17185, 2024);
+  format << "y";
+  EXPECT_EQ(format.ResId(), 17185);
+  EXPECT_EQ(text(format), "2024y");
+  EXPECT_EQ(text(format.SourceString()), "");
+}
+
+TEST(zuFormatTest, CopiesContinueIndependently) {
+  zuFormat original(zuString("%d-%d"));
+  original << 1;
+  zuFormat copy(original);
+  original << 2;
+  copy << 3;
+  EXPECT_EQ(text(original), "1-2");
+  EXPECT_EQ(text(copy), "1-3");
+  copy = original;
+  EXPECT_EQ(text(copy), "1-2");
+  EXPECT_EQ(copy.GetParmCount(), 2u);
+  const std::unique_ptr<char[]> allocated(copy.GetAllocdChar());
+  EXPECT_STREQ(allocated.get(), "1-2");
+}
+
+TEST(zuFormatTest, AbsurdWidthAndPrecisionAreClamped) {
+  const std::string wide = text(zuFormat(zuString("%999999999999999999999d"), 7));
+  EXPECT_EQ(wide.size(), zuFormat::kMaxWidth);
+  EXPECT_EQ(wide.back(), '7');
+
+  const std::string precise = text(zuFormat(zuString("%.99999f"), 1.0));
+  EXPECT_EQ(precise, "1." + std::string(zuFormat::kMaxWidth, '0'));
+
+  const std::string huge = text(zuFormat(zuString("%99999.99999f"), -1e308));
+  EXPECT_EQ(huge.size(), 311 + zuFormat::kMaxWidth);  // "-", 309 digits, "."
+  EXPECT_EQ(huge.front(), '-');
+}
+
+}  // namespace

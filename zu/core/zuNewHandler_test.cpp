@@ -1,0 +1,53 @@
+#include "zu/core/zuNewHandler.h"
+
+#include <gtest/gtest.h>
+
+#include <new>
+
+#include "zu/core/zuException.h"
+
+namespace {
+
+unsigned int lastSize = 99;
+int calls = 0;
+
+int retry(unsigned int size) {
+  lastSize = size;
+  ++calls;
+  return 1;
+}
+
+int giveUp(unsigned int size) {
+  lastSize = size;
+  ++calls;
+  return 0;
+}
+
+void runtimeHandler() {}
+
+TEST(zuNewHandlerTest, ForwardsToHandlerAndRestoresNestedHandlers) {
+  const std::new_handler before = std::set_new_handler(runtimeHandler);
+  {
+    const zuNewHandler outer(retry);
+    {
+      const zuNewHandler inner(giveUp);
+      calls = 0;
+      EXPECT_THROW(std::get_new_handler()(), zuExMemory);  // 0: give up
+      EXPECT_EQ(calls, 1);
+      EXPECT_EQ(lastSize, 0u);
+    }
+    calls = 0;
+    EXPECT_NO_THROW(std::get_new_handler()());  // non-zero: try again
+    EXPECT_EQ(calls, 1);
+  }
+  EXPECT_EQ(std::get_new_handler(), runtimeHandler);
+  std::set_new_handler(before);
+}
+
+TEST(zuNewHandlerTest, LibraryHandlerThrowsOutOfMemory) {
+  EXPECT_THROW(ZuExMemoryHandler(16), zuExMemory);
+  const zuNewHandler guard(ZuExMemoryHandler);
+  EXPECT_THROW(std::get_new_handler()(), std::bad_alloc);
+}
+
+}  // namespace
