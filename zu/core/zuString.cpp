@@ -7,7 +7,7 @@
 #include <mutex>
 
 #include "zu/core/internal/zuCharClass.h"
-#include "zu/core/internal/zuDecimalPoint.h"
+#include "zu/core/internal/zuCodePointSet.h"
 #include "zu/core/internal/zuStringBlock.h"
 #include "zu/core/internal/zuStringMutex.h"
 #include "zu/core/zuException.h"
@@ -22,7 +22,9 @@ constexpr unsigned short kInvalidArgument = 16479;
 // Room for one code point in the widest (6-byte) UTF-8 form and a NUL.
 constexpr unsigned int kCodePointBytes = 7;
 
-zuStringData* blockOf(char* chars) { return zuStringData::fromChars(chars); }
+zuStringData* blockOf(char* chars) {
+  return zuStringData::fromChars(chars);
+}
 
 int isUTF8Mark(const char* text, unsigned int length) {
   return length >= 3 && static_cast<unsigned char>(text[0]) == 0xEF &&
@@ -45,7 +47,9 @@ unsigned int utf16Length(const char16_t* text) {
   return units;
 }
 
-int foldAscii(unsigned char byte) { return byte >= 'A' && byte <= 'Z' ? byte + ('a' - 'A') : byte; }
+int foldAscii(unsigned char byte) {
+  return byte >= 'A' && byte <= 'Z' ? byte + ('a' - 'A') : byte;
+}
 
 // Signed-byte comparison of two texts, optionally with A-Z folded; stops
 // after `maxBytes` equal bytes (0: no limit).
@@ -64,36 +68,6 @@ int compareBytes(const char* left, unsigned int leftLength, const char* right,
   }
   if ((maxBytes != 0 && limit == maxBytes) || leftLength == rightLength) return 0;
   return leftLength < rightLength ? -1 : 1;
-}
-
-int setContains(const zuString& set, unsigned int codePoint) {
-  const unsigned int length = set.Length();
-  for (unsigned int pos = 0; pos < length;) {
-    if (set.UniChar(pos) == codePoint) return 1;
-  }
-  return 0;
-}
-
-// Appends "&#x" and the lower-case hexadecimal digits of `codePoint`, ";".
-char* writeHexReference(char* out, unsigned int codePoint) {
-  static const char kDigits[] = "0123456789abcdef";
-  char digits[8];
-  int count = 0;
-  do {
-    digits[count++] = kDigits[codePoint & 0xF];
-    codePoint >>= 4;
-  } while (codePoint != 0);
-  std::memcpy(out, "&#x", 3);
-  out += 3;
-  while (count > 0) *out++ = digits[--count];
-  *out++ = ';';
-  return out;
-}
-
-int isXMLForbidden(unsigned int codePoint) {
-  if (codePoint < 0x20) return codePoint != '\t' && codePoint != '\n' && codePoint != '\r';
-  return (codePoint >= 0xD800 && codePoint <= 0xDFFF) || codePoint == 0xFFFE ||
-         codePoint == 0xFFFF || codePoint > 0x10FFFF;
 }
 
 }  // namespace
@@ -115,8 +89,7 @@ zuString::zuString(const zuString& other) : lengthScope_(eDefault), chars_(nullp
 zuString::zuString(const zuString& other, unsigned int length)
     : lengthScope_(eDefault), chars_(nullptr) {
   if (other.chars_ == nullptr) return;
-  CopyBytes(other.chars_, length < other.Length() ? length : other.Length(),
-            other.GetThreadId());
+  CopyBytes(other.chars_, length < other.Length() ? length : other.Length(), other.GetThreadId());
 }
 
 zuString::zuString(const char* text) : lengthScope_(eDefault), chars_(nullptr) {
@@ -143,7 +116,9 @@ zuString::zuString(const char16_t* utf16) : lengthScope_(eDefault), chars_(nullp
   *this = utf16;
 }
 
-zuString::~zuString() { ReleaseData(); }
+zuString::~zuString() {
+  ReleaseData();
+}
 
 // --- Sharing and blocks --------------------------------------------------------
 
@@ -332,8 +307,8 @@ void zuString::AssignMarkedUTF16(const char* bytes, unsigned int units, int bigE
   for (; count < units; ++count) {
     const unsigned char first = static_cast<unsigned char>(bytes[2 * count]);
     const unsigned char second = static_cast<unsigned char>(bytes[2 * count + 1]);
-    const char16_t unit =
-        bigEndian ? static_cast<char16_t>(first << 8 | second) : static_cast<char16_t>(second << 8 | first);
+    const char16_t unit = bigEndian ? static_cast<char16_t>(first << 8 | second)
+                                    : static_cast<char16_t>(second << 8 | first);
     if (unit == 0) break;
     host[count] = unit;
   }
@@ -431,21 +406,16 @@ zuString& zuString::operator=(const char16_t* utf16) {
 void zuString::Append(const char* text, unsigned int length) {
   if (length == 0) return;
   const unsigned int oldLength = Length();
-  if (ScopeType() == eOrdinary && chars_ != nullptr) {
-    zuStringData* block = blockOf(chars_);
-    if (block->refCount == 1 && block->allocSize - oldLength >= length &&
-        (text < chars_ || text > chars_ + block->allocSize)) {
-      std::memcpy(chars_ + oldLength, text, length);
-      SetLengthBits(oldLength + length);
-      chars_[oldLength + length] = '\0';
-      return;
-    }
+  if (HasRoomInOwnBlock(length) && (text < chars_ || text > chars_ + oldLength)) {
+    std::memcpy(chars_ + oldLength, text, length);
+    SetLengthBits(oldLength + length);
+    chars_[oldLength + length] = '\0';
+    return;
   }
   if (length > kMaxLength - oldLength) throw zuExMemory();
   // Appending the string's own text: keep the old block alive while growing.
-  const zuString keepAlive(OwnsBlock() && text >= chars_ && text <= chars_ + oldLength
-                               ? *this
-                               : EmptyString());
+  const zuString keepAlive(
+      OwnsBlock() && text >= chars_ && text <= chars_ + oldLength ? *this : EmptyString());
   Reserve(oldLength + length);
   std::memcpy(chars_ + oldLength, text, length);
   SetLengthBits(oldLength + length);
@@ -463,17 +433,8 @@ zuString& zuString::operator+=(const char* text) {
   return *this;
 }
 
-zuString& zuString::operator+=(char byte) {
-  if (byte == '\0') return *this;
-  const unsigned int length = Length();
-  if (ScopeType() == eOrdinary && chars_ != nullptr && blockOf(chars_)->refCount == 1 &&
-      blockOf(chars_)->allocSize > length) {
-    chars_[length] = byte;
-    chars_[length + 1] = '\0';
-    lengthScope_ += 4;
-    return *this;
-  }
-  Append(&byte, 1);
+zuString& zuString::AppendByte(char byte) {
+  if (byte != '\0') Append(&byte, 1);
   return *this;
 }
 
@@ -494,9 +455,13 @@ zuString& zuString::operator+=(const char16_t* utf16) {
 
 // --- Access ------------------------------------------------------------------------
 
-char zuString::LastChar() const { return Length() != 0 ? chars_[Length() - 1] : '\0'; }
+char zuString::LastChar() const {
+  return Length() != 0 ? chars_[Length() - 1] : '\0';
+}
 
-void zuString::Char(char byte, unsigned int index) { Set(index, byte); }
+void zuString::Char(char byte, unsigned int index) {
+  Set(index, byte);
+}
 
 void zuString::Set(unsigned int index, char byte) {
   if (index >= Length()) return;
@@ -709,7 +674,7 @@ unsigned int zuString::SkipWhile(const zuString& set, unsigned int start, int in
   unsigned int pos = start;
   while (pos < length) {
     unsigned int next = pos;
-    if (setContains(set, UniChar(next)) != inSet) break;
+    if (zu::internal::codePointSetContains(set, UniChar(next)) != inSet) break;
     pos = next;
   }
   return pos - start;
@@ -747,7 +712,7 @@ int zuString::ParseToken(zuString& token) {
     if (codePoint == '\\' && next < length) {
       pos = next;
       UniChar(next);
-    } else if (setContains(white, codePoint)) {
+    } else if (zu::internal::codePointSetContains(white, codePoint)) {
       break;
     }
     token.Append(chars_ + pos, next - pos);
@@ -789,10 +754,9 @@ void zuString::ReplaceAll(const zuString& from, const zuString& to) {
     ++matches;
   }
   if (matches == 0) return;
-  const unsigned long long newLength = source.Length() +
-                                       static_cast<unsigned long long>(matches) *
-                                           (to.Length() + 0ull) -
-                                       static_cast<unsigned long long>(matches) * fromLength;
+  const unsigned long long newLength =
+      source.Length() + static_cast<unsigned long long>(matches) * (to.Length() + 0ull) -
+      static_cast<unsigned long long>(matches) * fromLength;
   if (newLength > kMaxLength) throw zuExMemory();
   zuString result;
   result.ReAlloc(static_cast<unsigned int>(newLength == 0 ? 1 : newLength), 0, 0);
@@ -856,14 +820,17 @@ void zuString::CaseRange(unsigned int start, unsigned int length, int upper) {
   }
 }
 
-void zuString::ToUpper(unsigned int start, unsigned int length) { CaseRange(start, length, 1); }
+void zuString::ToUpper(unsigned int start, unsigned int length) {
+  CaseRange(start, length, 1);
+}
 
-void zuString::ToLower(unsigned int start, unsigned int length) { CaseRange(start, length, 0); }
+void zuString::ToLower(unsigned int start, unsigned int length) {
+  CaseRange(start, length, 0);
+}
 
 // --- Character classes -------------------------------------------------------------
 
-int zuString::ClassRange(unsigned int start, unsigned int length,
-                         int (*test)(unsigned int)) const {
+int zuString::ClassRange(unsigned int start, unsigned int length, int (*test)(unsigned int)) const {
   ResolveRange(start, length);
   if (length == 0) return 0;
   const unsigned int end = start + length;
@@ -897,101 +864,9 @@ int zuString::IsSpace(unsigned int start, unsigned int length) const {
   return ClassRange(start, length, zu::internal::isSpaceCodePoint);
 }
 
-// --- Numbers -----------------------------------------------------------------------
-
-namespace {
-
-int numberBase(int base) { return base == 8 || base == 16 ? base : 10; }
-
-}  // namespace
-
-int zuString::Number(double* value) const {
-  *value = 0;
-  if (Length() == 0) return 0;
-  char* end = nullptr;
-  *value = std::strtod(chars_, &end);
-  return end == chars_ + Length();
-}
-
-int zuString::Number(int* value, int base) const {
-  long wide = 0;
-  const int whole = Number(&wide, base);
-  *value = static_cast<int>(wide);
-  return whole;
-}
-
-int zuString::Number(unsigned int* value, int base) const {
-  unsigned long wide = 0;
-  const int whole = Number(&wide, base);
-  *value = static_cast<unsigned int>(wide);
-  return whole;
-}
-
-int zuString::Number(long* value, int base) const {
-  *value = 0;
-  if (Length() == 0) return 0;
-  char* end = nullptr;
-  *value = std::strtol(chars_, &end, numberBase(base));
-  return end == chars_ + Length();
-}
-
-int zuString::Number(unsigned long* value, int base) const {
-  *value = 0;
-  if (Length() == 0) return 0;
-  char* end = nullptr;
-  *value = std::strtoul(chars_, &end, numberBase(base));
-  return end == chars_ + Length();
-}
-
-void zuString::AssignFormatted(const char* format, ...) {
-  char text[64];
-  va_list arguments;
-  va_start(arguments, format);
-  const int length = std::vsnprintf(text, sizeof text, format, arguments);
-  va_end(arguments);
-  CopyBytes(text, static_cast<unsigned int>(length), 0);
-}
-
-void zuString::Number(int value) { AssignFormatted("%d", value); }
-
-void zuString::Number(long value) { AssignFormatted("%ld", value); }
-
-void zuString::Number(unsigned int value) { AssignFormatted("%u", value); }
-
-void zuString::Number(unsigned long value) { AssignFormatted("%lu", value); }
-
-void zuString::Number(unsigned long long value) { AssignFormatted("%llu", value); }
-
-int zuString::Number(double value, unsigned int decimals, int trimZeros) {
-  constexpr unsigned int kMaxDecimals = 15;
-  if (decimals > kMaxDecimals) decimals = kMaxDecimals;
-  // The largest double prints with 309 integer digits.
-  char printed[400];
-  std::snprintf(printed, sizeof printed, "%#.*f", static_cast<int>(decimals), value);
-  const char* point = std::strchr(printed, zu::internal::systemDecimalPoint());
-  const unsigned int integerLength =
-      static_cast<unsigned int>(point != nullptr ? point - printed : std::strlen(printed));
-  const char* fraction = point != nullptr ? point + 1 : "0";
-  unsigned int fractionLength = static_cast<unsigned int>(std::strlen(fraction));
-
-  char text[sizeof printed + 2];
-  std::memcpy(text, printed, integerLength);
-  unsigned int length = integerLength;
-  if (trimZeros) {
-    while (fractionLength > 0 && fraction[fractionLength - 1] == '0') --fractionLength;
-  }
-  const bool dropPoint = trimZeros ? fractionLength == 0 : decimals == 0 && fractionLength == 0;
-  if (!dropPoint) text[length++] = '.';
-  std::memcpy(text + length, fraction, fractionLength);
-  length += fractionLength;
-  CopyBytes(text, length, 0);
-  return 1;
-}
-
 // --- Sub-strings -------------------------------------------------------------------
 
-zuString zuString::Substring(unsigned int start, unsigned int length,
-                             unsigned int threadId) const {
+zuString zuString::Substring(unsigned int start, unsigned int length, unsigned int threadId) const {
   ResolveRange(start, length);
   if (length == 0) return EmptyString();
   zuString part;
@@ -1014,205 +889,16 @@ char16_t* zuString::GetAllocdZuChar() const {
   return units;
 }
 
-// --- Escaping ----------------------------------------------------------------------
-
-namespace {
-
-// How toXML writes one code point.
-struct XMLEscape {
-  enum Kind { kCopy, kDrop, kEntity, kHexReference } kind;
-  const char* entity;
-};
-
-struct XMLRules {
-  zuToXMLType type;
-  const zuString& alsoEscape;
-  unsigned int rangeLow;
-  unsigned int rangeHigh;
-  const zuString& neverEscape;
-
-  int inNumericRange(unsigned int codePoint) const {
-    if (rangeLow == 0 && rangeHigh == 0) return 0;
-    if (rangeLow == 0) return codePoint <= rangeHigh;
-    if (rangeHigh == 0) return codePoint >= rangeLow;
-    return codePoint >= rangeLow && codePoint <= rangeHigh;
-  }
-
-  XMLEscape escapeOf(unsigned int codePoint) const {
-    const bool attribute = type == zuXMLAttributeDQuote || type == zuXMLAttributeSQuote;
-    if (setContains(neverEscape, codePoint)) return {XMLEscape::kCopy, nullptr};
-    if (isXMLForbidden(codePoint)) return {XMLEscape::kDrop, nullptr};
-    switch (codePoint) {
-      case '<':
-        return {XMLEscape::kEntity, "&lt;"};
-      case '&':
-        return {XMLEscape::kEntity, "&amp;"};
-      case '\r':
-        return {XMLEscape::kEntity, "&#xD;"};
-      case '>':
-        if (type == zuXMLText) return {XMLEscape::kEntity, "&gt;"};
-        break;
-      case '"':
-        if (type == zuXMLAttributeDQuote) return {XMLEscape::kEntity, "&quot;"};
-        break;
-      case '\'':
-        if (type == zuXMLAttributeSQuote) return {XMLEscape::kEntity, "&apos;"};
-        break;
-      case '\n':
-        if (attribute) return {XMLEscape::kEntity, "&#xA;"};
-        break;
-      case '\t':
-        if (attribute) return {XMLEscape::kEntity, "&#x9;"};
-        break;
-      default:
-        break;
-    }
-    if (inNumericRange(codePoint) || setContains(alsoEscape, codePoint)) {
-      return {XMLEscape::kHexReference, nullptr};
-    }
-    return {XMLEscape::kCopy, nullptr};
-  }
-};
-
-// "&#x" + up to 8 digits + ";".
-constexpr unsigned int kHexReferenceBytes = 12;
-
-}  // namespace
-
-zuString zuString::toXML(zuToXMLType type, const zuString& alsoEscape, unsigned int rangeLow,
-                         unsigned int rangeHigh, const zuString& neverEscape) const {
-  const XMLRules rules{type, alsoEscape, rangeLow, rangeHigh, neverEscape};
-  const unsigned int length = Length();
-  unsigned long long outputBytes = 0;
-  bool changed = false;
-  for (unsigned int pos = 0; pos < length;) {
-    const unsigned int at = pos;
-    const XMLEscape escape = rules.escapeOf(UniChar(pos));
-    switch (escape.kind) {
-      case XMLEscape::kCopy:
-        outputBytes += pos - at;
-        continue;
-      case XMLEscape::kDrop:
-        break;
-      case XMLEscape::kEntity:
-        outputBytes += std::strlen(escape.entity);
-        break;
-      case XMLEscape::kHexReference:
-        outputBytes += kHexReferenceBytes;
-        break;
-    }
-    changed = true;
-  }
-  if (!changed) return *this;
-  if (outputBytes > kMaxLength) throw zuExMemory();
-
-  zuString result;
-  char* out = result.ReAlloc(static_cast<unsigned int>(outputBytes == 0 ? 1 : outputBytes), 0, 0);
-  char* cursor = out;
-  for (unsigned int pos = 0; pos < length;) {
-    const unsigned int at = pos;
-    const unsigned int codePoint = UniChar(pos);
-    const XMLEscape escape = rules.escapeOf(codePoint);
-    switch (escape.kind) {
-      case XMLEscape::kCopy:
-        std::memcpy(cursor, chars_ + at, pos - at);
-        cursor += pos - at;
-        break;
-      case XMLEscape::kDrop:
-        break;
-      case XMLEscape::kEntity: {
-        const size_t entityLength = std::strlen(escape.entity);
-        std::memcpy(cursor, escape.entity, entityLength);
-        cursor += entityLength;
-        break;
-      }
-      case XMLEscape::kHexReference:
-        cursor = writeHexReference(cursor, codePoint);
-        break;
-    }
-  }
-  result.SetLength(static_cast<unsigned int>(cursor - out));
-  return result;
-}
-
-zuString zuString::toXHTML(int withDeclaration) const {
-  static const char kDeclaration[] = "<?xml version=\"1.0\"?>";
-  static const char kStart[] = "<body xmlns=\"http://www.w3.org/1999/xhtml\"><p>";
-  static const char kTab[] = "<span style=\"kdl-tab-count:1\">&#160;</span>";
-  static const char kSpaceRun[] = "<span style=\"kdl-spacerun:yes\">&#160;";
-
-  // Most escapes are short; the rare long ones (tabs, space runs) grow the
-  // block as they come.
-  constexpr unsigned int kBytesPerEscape = 7;
-  constexpr unsigned int kFrameBytes = 57;
-  unsigned long long reserve = Length() + kFrameBytes + (withDeclaration ? 21 : 0);
-  for (unsigned int i = 0; i < Length(); ++i) {
-    if (std::strchr("<&>\r\n\t ", chars_[i]) != nullptr && chars_[i] != '\0') {
-      reserve += kBytesPerEscape;
-    }
-  }
-  if (reserve > kMaxLength) throw zuExMemory();
-  zuString result;
-  result.Reserve(static_cast<unsigned int>(reserve));
-  if (withDeclaration) result += kDeclaration;
-  result += kStart;
-  const unsigned int length = Length();
-  unsigned int spaces = 0;
-  for (unsigned int pos = 0; pos < length;) {
-    const unsigned int at = pos;
-    const unsigned int codePoint = UniChar(pos);
-    if (codePoint == ' ') {
-      ++spaces;
-      if (spaces == 2) {
-        result += kSpaceRun;
-      } else if (spaces > 2) {
-        result += "&#160;";
-      }
-      continue;
-    }
-    if (spaces != 0) {
-      result += spaces >= 2 ? " </span>" : " ";
-      spaces = 0;
-    }
-    switch (codePoint) {
-      case '<':
-        result += "&lt;";
-        break;
-      case '&':
-        result += "&amp;";
-        break;
-      case '>':
-        result += "&gt;";
-        break;
-      case '\r':
-        result += "&#xD;";
-        break;
-      case '\n':
-        result += "</p><p>";
-        break;
-      case '\t':
-        result += kTab;
-        break;
-      default:
-        if (!isXMLForbidden(codePoint)) result.Append(chars_ + at, pos - at);
-        break;
-    }
-  }
-  if (spaces != 0) result += spaces >= 2 ? " </span>" : " ";
-  result += "</p></body>";
-  return result;
-}
-
 // --- Static ------------------------------------------------------------------------
 
 unsigned int zuString::StringLength(const char* text) {
   return text != nullptr ? static_cast<unsigned int>(std::strlen(text)) : 0;
 }
 
-#define ZU_CONSTANT_STRING(Name, Text)      \
-  const zuString& zuString::Name() {        \
+#define ZU_CONSTANT_STRING(Name, Text)       \
+  const zuString& zuString::Name() {         \
     static const zuString constant(1, Text); \
-    return constant;                        \
+    return constant;                         \
   }
 
 ZU_CONSTANT_STRING(EmptyString, "")
@@ -1255,25 +941,57 @@ zuString operator+(const char* left, const zuString& right) {
   return result;
 }
 
-bool operator==(const zuString& left, const zuString& right) { return left.Equals(right); }
-bool operator==(const zuString& left, const char* right) { return left.Equals(right); }
-bool operator==(const char* left, const zuString& right) { return right.Equals(left); }
-bool operator!=(const zuString& left, const zuString& right) { return !left.Equals(right); }
-bool operator!=(const zuString& left, const char* right) { return !left.Equals(right); }
-bool operator!=(const char* left, const zuString& right) { return !right.Equals(left); }
-bool operator<(const zuString& left, const zuString& right) { return left.CompareCase(right) < 0; }
-bool operator<(const zuString& left, const char* right) { return left.CompareCase(right) < 0; }
-bool operator<(const char* left, const zuString& right) { return right.CompareCase(left) > 0; }
+bool operator==(const zuString& left, const zuString& right) {
+  return left.Equals(right);
+}
+bool operator==(const zuString& left, const char* right) {
+  return left.Equals(right);
+}
+bool operator==(const char* left, const zuString& right) {
+  return right.Equals(left);
+}
+bool operator!=(const zuString& left, const zuString& right) {
+  return !left.Equals(right);
+}
+bool operator!=(const zuString& left, const char* right) {
+  return !left.Equals(right);
+}
+bool operator!=(const char* left, const zuString& right) {
+  return !right.Equals(left);
+}
+bool operator<(const zuString& left, const zuString& right) {
+  return left.CompareCase(right) < 0;
+}
+bool operator<(const zuString& left, const char* right) {
+  return left.CompareCase(right) < 0;
+}
+bool operator<(const char* left, const zuString& right) {
+  return right.CompareCase(left) > 0;
+}
 bool operator<=(const zuString& left, const zuString& right) {
   return left.CompareCase(right) <= 0;
 }
-bool operator<=(const zuString& left, const char* right) { return left.CompareCase(right) <= 0; }
-bool operator<=(const char* left, const zuString& right) { return right.CompareCase(left) >= 0; }
-bool operator>(const zuString& left, const zuString& right) { return left.CompareCase(right) > 0; }
-bool operator>(const zuString& left, const char* right) { return left.CompareCase(right) > 0; }
-bool operator>(const char* left, const zuString& right) { return right.CompareCase(left) < 0; }
+bool operator<=(const zuString& left, const char* right) {
+  return left.CompareCase(right) <= 0;
+}
+bool operator<=(const char* left, const zuString& right) {
+  return right.CompareCase(left) >= 0;
+}
+bool operator>(const zuString& left, const zuString& right) {
+  return left.CompareCase(right) > 0;
+}
+bool operator>(const zuString& left, const char* right) {
+  return left.CompareCase(right) > 0;
+}
+bool operator>(const char* left, const zuString& right) {
+  return right.CompareCase(left) < 0;
+}
 bool operator>=(const zuString& left, const zuString& right) {
   return left.CompareCase(right) >= 0;
 }
-bool operator>=(const zuString& left, const char* right) { return left.CompareCase(right) >= 0; }
-bool operator>=(const char* left, const zuString& right) { return right.CompareCase(left) <= 0; }
+bool operator>=(const zuString& left, const char* right) {
+  return left.CompareCase(right) >= 0;
+}
+bool operator>=(const char* left, const zuString& right) {
+  return right.CompareCase(left) <= 0;
+}

@@ -30,7 +30,7 @@ struct zuStringData;
 
 // The context toXML escapes for.
 enum zuToXMLType {
-  zuXMLText = 0,           // element content
+  zuXMLText = 0,             // element content
   zuXMLAttributeDQuote = 1,  // attribute value in double quotes
   zuXMLAttributeSQuote = 2   // attribute value in single quotes
 };
@@ -94,8 +94,18 @@ class ZU_EXPORT zuString {
 
   zuString& operator+=(const zuString& other);
   zuString& operator+=(const char* text);
-  // Appends one byte; a 0 byte is ignored.
-  zuString& operator+=(char byte);
+  // Appends one byte; a 0 byte is ignored. Inline while the string owns its
+  // ordinary block alone and has room: appending runs of bytes is a hot path.
+  zuString& operator+=(char byte) {
+    const unsigned int length = Length();
+    if (byte != '\0' && HasRoomInOwnBlock(1)) {
+      chars_[length] = byte;
+      chars_[length + 1] = '\0';
+      lengthScope_ += 1u << 2;
+      return *this;
+    }
+    return AppendByte(byte);
+  }
   // Appends one code point, encoded as UTF-8.
   zuString& operator+=(unsigned int codePoint);
   zuString& operator+=(const char16_t* utf16);
@@ -324,6 +334,15 @@ class ZU_EXPORT zuString {
   static const char kEmptyText[1];
 
   void SetLengthBits(unsigned int length) { lengthScope_ = (length << 2) | (lengthScope_ & 3u); }
+  // True when this ordinary string is the only owner of its block and the
+  // block takes `extra` more bytes. The block header's capacity and count
+  // are the two 32-bit words right before the characters.
+  bool HasRoomInOwnBlock(unsigned int extra) const {
+    if (ScopeType() != eOrdinary || chars_ == nullptr) return false;
+    const uint32_t* header = reinterpret_cast<const uint32_t*>(chars_);
+    return header[-1] == 1 && header[-2] - Length() >= extra;
+  }
+  zuString& AppendByte(char byte);
   int OwnsBlock() const;
   int IsPrivateBlock() const;
   zu::internal::zuStringData* NewBlock(unsigned int request, unsigned int threadId) const;

@@ -177,7 +177,10 @@ TEST(zuStringTest, UniCharIsLenient) {
       // Seven or eight leading ones: 0, one byte.
       {"a\xFE\xFF", {'a', 0, 0}, {1, 2, 3}},
       // Continuation bytes are not checked.
-      {"\xC3" "A", {0xC1}, {2}},
+      {"\xC3"
+       "A",
+       {0xC1},
+       {2}},
       // A sequence cut by the end stops at the end.
       {"a\xE2\x82", {'a', 0x2080}, {1, 3}},
   };
@@ -228,10 +231,11 @@ TEST(zuStringTest, Comparisons) {
     int noCaseResult;
   };
   const Case cases[] = {
-      {"abc", "abc", 0, 0},      {"abc", "abd", -1, -1},   {"abc", "ab", 1, 1},
-      {"ABC", "abc", -1, 0},     {"", "", 0, 0},           {"", "a", -1, -1},
-      {"a", "", 1, 1},           {"\xC3\xA9", "z", -1, -1},  // non-ASCII below ASCII
-      {"Z", "a", -1, 1},         {"\xC3\x89", "\xC3\xA9", -1, -1},  // only A-Z fold
+      {"abc", "abc", 0, 0}, {"abc", "abd", -1, -1},
+      {"abc", "ab", 1, 1},  {"ABC", "abc", -1, 0},
+      {"", "", 0, 0},       {"", "a", -1, -1},
+      {"a", "", 1, 1},      {"\xC3\xA9", "z", -1, -1},         // non-ASCII below ASCII
+      {"Z", "a", -1, 1},    {"\xC3\x89", "\xC3\xA9", -1, -1},  // only A-Z fold
   };
   for (const Case& c : cases) {
     const zuString left(c.left);
@@ -327,10 +331,10 @@ TEST(zuStringTest, Editing) {
   };
   const Case cases[] = {
       {"aaaa", "aa", "b", "bb"},           // occurrences do not overlap
-      {"aaa", "aa", "xyz", "xyza"},       // growing
-      {"abcabc", "bc", "", "aa"},         // shrinking to less
-      {"abc", "", "x", "abc"},            // empty pattern changes nothing
-      {"abc", "d", "x", "abc"},           // no match
+      {"aaa", "aa", "xyz", "xyza"},        // growing
+      {"abcabc", "bc", "", "aa"},          // shrinking to less
+      {"abc", "", "x", "abc"},             // empty pattern changes nothing
+      {"abc", "d", "x", "abc"},            // no match
       {"abab", "ab", "abab", "abababab"},  // replacement contains the pattern
       {"xx", "x", "", ""},
   };
@@ -362,11 +366,17 @@ TEST(zuStringTest, Editing) {
   spaced.TrimStart();
   EXPECT_EQ(bytes(spaced), "\xC2\xA0x\xC2\xA0");
 
-  zuString mixed("stra\xC3\x9F" "e Ab");
+  zuString mixed(
+      "stra\xC3\x9F"
+      "e Ab");
   mixed.ToUpper();
-  EXPECT_EQ(bytes(mixed), "STRA\xC3\x9F" "E AB");
+  EXPECT_EQ(bytes(mixed),
+            "STRA\xC3\x9F"
+            "E AB");
   mixed.ToLower(0, 3);
-  EXPECT_EQ(bytes(mixed), "strA\xC3\x9F" "E AB");
+  EXPECT_EQ(bytes(mixed),
+            "strA\xC3\x9F"
+            "E AB");
 
   zuString appended;
   appended += 'a';
@@ -386,7 +396,9 @@ TEST(zuStringTest, Editing) {
 }
 
 TEST(zuStringTest, ByteOrderMarks) {
-  const char littleEndian[] = "\xFF\xFE" "A\0";
+  const char littleEndian[] =
+      "\xFF\xFE"
+      "A\0";
   EXPECT_EQ(bytes(zuString(littleEndian, 4)), "A");
   const char bigEndian[] = "\xFE\xFF\0A\0\xE9";
   EXPECT_EQ(bytes(zuString(bigEndian, 6)), "A\xC3\xA9");
@@ -455,9 +467,9 @@ TEST(zuStringTest, NumberWriters) {
     const char* expected;
   };
   const Case cases[] = {
-      {1.25, 0, 0, "1"},      {2.5, 2, 1, "2.5"},        {3.0, 2, 1, "3"},
-      {3.0, 2, 0, "3.00"},    {-0.125, 3, 0, "-0.125"},  {1.0, 0, 1, "1"},
-      {0.1, 20, 1, "0.1"},    {12.5, 1, 0, "12.5"},      {100.0, 2, 1, "100"},
+      {1.25, 0, 0, "1"},   {2.5, 2, 1, "2.5"},       {3.0, 2, 1, "3"},
+      {3.0, 2, 0, "3.00"}, {-0.125, 3, 0, "-0.125"}, {1.0, 0, 1, "1"},
+      {0.1, 20, 1, "0.1"}, {12.5, 1, 0, "12.5"},     {100.0, 2, 1, "100"},
   };
   zuString text;
   for (const Case& c : cases) {
@@ -483,8 +495,8 @@ TEST(zuStringTest, NumberReaders) {
   };
   const Case cases[] = {
       {"101", 2, 1, 101},  // only 8 and 16 are honoured
-      {"17", 8, 1, 15},    {"ff", 16, 1, 255},   {"-12", 10, 1, -12},
-      {"12x", 10, 0, 12},  {"", 10, 0, 0},       {"0x1A", 16, 1, 26},
+      {"17", 8, 1, 15},   {"ff", 16, 1, 255}, {"-12", 10, 1, -12},
+      {"12x", 10, 0, 12}, {"", 10, 0, 0},     {"0x1A", 16, 1, 26},
   };
   for (const Case& c : cases) {
     const zuString text(c.text);
@@ -517,7 +529,10 @@ TEST(zuStringTest, ToXMLByContext) {
       {zuXMLAttributeDQuote, "a<b>\"'\t\n\r", "a&lt;b>&quot;'&#x9;&#xA;&#xD;"},
       {zuXMLAttributeSQuote, "\"'", "\"&apos;"},
       {zuXMLText, "tab\tline\ncr\r", "tab\tline\ncr&#xD;"},
-      {zuXMLText, "bad\x01\x1F\xEF\xBF\xBE\xED\xA0\x80" "end", "badend"},
+      {zuXMLText,
+       "bad\x01\x1F\xEF\xBF\xBE\xED\xA0\x80"
+       "end",
+       "badend"},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(bytes(zuString(c.text).toXML(c.type)), c.expected) << c.text;

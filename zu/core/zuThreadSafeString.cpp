@@ -1,6 +1,8 @@
 #include "zu/core/zuThreadSafeString.h"
 
-zuThreadSafeString::zuThreadSafeString() { SetScope(eGlobal); }
+zuThreadSafeString::zuThreadSafeString() {
+  SetScope(eGlobal);
+}
 
 zuThreadSafeString::zuThreadSafeString(const char16_t* utf16) {
   SetScope(eGlobal);

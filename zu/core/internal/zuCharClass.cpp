@@ -37,13 +37,13 @@ int isDigitCodePoint(unsigned int codePoint) {
 }
 
 int isUpperCodePoint(unsigned int codePoint) {
-  return (codePoint >= 'A' && codePoint <= 'Z') || (codePoint >= 0xC0 && codePoint <= 0xDF &&
-                                                    codePoint != 0xD7);
+  return (codePoint >= 'A' && codePoint <= 'Z') ||
+         (codePoint >= 0xC0 && codePoint <= 0xDF && codePoint != 0xD7);
 }
 
 int isLowerCodePoint(unsigned int codePoint) {
-  return (codePoint >= 'a' && codePoint <= 'z') || (codePoint >= 0xE0 && codePoint <= 0xFF &&
-                                                    codePoint != 0xF7);
+  return (codePoint >= 'a' && codePoint <= 'z') ||
+         (codePoint >= 0xE0 && codePoint <= 0xFF && codePoint != 0xF7);
 }
 
 int isAlphaCodePoint(unsigned int codePoint) {

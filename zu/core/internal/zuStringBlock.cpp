@@ -36,13 +36,17 @@ zuStringData* allocateStringBlock(uint32_t request, unsigned int threadId) {
   return allocateBlock(ordinaryCapacity(request), threadId);
 }
 
-void releaseStringBlock(zuStringData* block) { ::operator delete(block); }
+void releaseStringBlock(zuStringData* block) {
+  ::operator delete(block);
+}
 
 zuStringData* allocateHeapStringBlock(uint32_t request) {
   if (request > kLargestRequest) throw zuExMemory();
   return allocateBlock(request, 0);
 }
 
-void releaseHeapStringBlock(zuStringData* block) { ::operator delete(block); }
+void releaseHeapStringBlock(zuStringData* block) {
+  ::operator delete(block);
+}
 
 }  // namespace zu::internal

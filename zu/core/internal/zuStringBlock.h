@@ -10,6 +10,7 @@
 // (scope 2) come from the process heap through the heap pair.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 namespace zu::internal {
@@ -20,11 +21,13 @@ struct zuStringData {
   uint32_t refCount;   // strings sharing the block
 
   char* chars() { return reinterpret_cast<char*>(this + 1); }
-  static zuStringData* fromChars(char* chars) {
-    return reinterpret_cast<zuStringData*>(chars) - 1;
-  }
+  static zuStringData* fromChars(char* chars) { return reinterpret_cast<zuStringData*>(chars) - 1; }
 };
 static_assert(sizeof(zuStringData) == 12, "the header is three 32-bit words");
+// zuString's inline append reads the count and the capacity as the last two
+// words before the characters.
+static_assert(offsetof(zuStringData, refCount) == 8 && offsetof(zuStringData, allocSize) == 4,
+              "header order is fixed");
 
 // Bytes allocated for a block of `capacity` characters.
 inline uint64_t blockBytes(uint32_t capacity) {
