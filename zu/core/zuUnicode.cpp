@@ -172,9 +172,14 @@ inline bool readsLittle(const char* text, unsigned int bytes, eEndianType type) 
 // The conversion loops below come in a counting form (kWrite false) and a
 // writing form, so that neither pays for the other's tests.
 
-template <bool kWrite>
-unsigned int fromUtf8(unsigned int* out, unsigned int outMax, const unsigned char* in,
-                      unsigned int inBytes) {
+// The walk shared by the two UTF-8 decoding loops: ASCII runs are widened
+// a word at a time, other sequences decoded strictly; it ends at the end of
+// the input, a NUL, a rejected sequence, or when `emit` declines a code
+// point. `emit(codePoint, slot, room)` stores the code point at `slot` (when
+// writing) and returns the units it took, or 0 to stop.
+template <bool kWrite, typename Unit, typename Emit>
+unsigned int decodeUtf8Loop(Unit* out, unsigned int outMax, const unsigned char* in,
+                            unsigned int inBytes, Emit emit) {
   unsigned int pos = 0;
   unsigned int count = 0;
   while (pos < inBytes && (!kWrite || count < outMax)) {
@@ -201,11 +206,23 @@ unsigned int fromUtf8(unsigned int* out, unsigned int outMax, const unsigned cha
     uint32_t codePoint;
     const int length = decodeUtf8Multi(codePoint, in + pos, inBytes - pos);
     if (length < 0 || codePoint == 0) break;
-    if constexpr (kWrite) out[count] = codePoint;
-    ++count;
+    const unsigned int taken = emit(codePoint, kWrite ? out + count : nullptr, outMax - count);
+    if (taken == 0) break;
+    count += taken;
     pos += static_cast<unsigned int>(length);
   }
   return count;
+}
+
+template <bool kWrite>
+unsigned int fromUtf8(unsigned int* out, unsigned int outMax, const unsigned char* in,
+                      unsigned int inBytes) {
+  return decodeUtf8Loop<kWrite>(
+      out, outMax, in, inBytes,
+      [](uint32_t codePoint, [[maybe_unused]] unsigned int* slot, unsigned int) {
+        if constexpr (kWrite) *slot = codePoint;
+        return 1u;
+      });
 }
 
 template <bool kWrite>
@@ -260,46 +277,21 @@ unsigned int toUtf16(char* out, unsigned int outBytes, const unsigned int* in, u
 template <bool kWrite>
 unsigned int utf8ToUtf16(char16_t* out, unsigned int outMax, const unsigned char* in,
                          unsigned int inBytes) {
-  unsigned int pos = 0;
-  unsigned int units = 0;
-  while (pos < inBytes && (!kWrite || units < outMax)) {
-    const unsigned char lead = in[pos];
-    if (lead < 0x80) {
-      if (inBytes - pos >= 8 && (!kWrite || outMax - units >= 8)) {
-        unsigned int run;
-        if constexpr (kWrite) {
-          run = widenAsciiRun(out + units, in + pos);
-        } else {
-          run = plainAsciiPrefix(in + pos);
+  return decodeUtf8Loop<kWrite>(
+      out, outMax, in, inBytes,
+      [](uint32_t codePoint, [[maybe_unused]] char16_t* slot, [[maybe_unused]] unsigned int room) {
+        if (codePoint > kMaxCodePoint || isSurrogate(codePoint)) return 0u;
+        if (codePoint < 0x10000) {
+          if constexpr (kWrite) *slot = static_cast<char16_t>(codePoint);
+          return 1u;
         }
-        if (run == 0) break;  // a NUL
-        pos += run;
-        units += run;
-        continue;
-      }
-      if (lead == 0) break;
-      if constexpr (kWrite) out[units] = lead;
-      ++units;
-      ++pos;
-      continue;
-    }
-    uint32_t codePoint;
-    const int length = decodeUtf8Multi(codePoint, in + pos, inBytes - pos);
-    if (length < 0 || codePoint == 0 || codePoint > kMaxCodePoint || isSurrogate(codePoint)) break;
-    if (codePoint < 0x10000) {
-      if constexpr (kWrite) out[units] = static_cast<char16_t>(codePoint);
-      ++units;
-    } else {
-      if constexpr (kWrite) {
-        if (outMax - units < 2) break;
-        out[units] = static_cast<char16_t>(0xD800 + ((codePoint - 0x10000) >> 10));
-        out[units + 1] = static_cast<char16_t>(0xDC00 + (codePoint & 0x3FF));
-      }
-      units += 2;
-    }
-    pos += static_cast<unsigned int>(length);
-  }
-  return units;
+        if constexpr (kWrite) {
+          if (room < 2) return 0u;
+          slot[0] = static_cast<char16_t>(0xD800 + ((codePoint - 0x10000) >> 10));
+          slot[1] = static_cast<char16_t>(0xDC00 + (codePoint & 0x3FF));
+        }
+        return 2u;
+      });
 }
 
 template <bool kWrite>
