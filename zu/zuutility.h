@@ -28,10 +28,18 @@
 
 
 // Threads, synchronisation and thread-local storage
+#include "zu/runtime/zuEvent.h"
 #include "zu/runtime/zuMutex.h"
+#include "zu/runtime/zuPerformTimes.h"
+#include "zu/runtime/zuPosixEvent.h"
 #include "zu/runtime/zuPosixMutex.h"
+#include "zu/runtime/zuPosixPerformTimes.h"
+#include "zu/runtime/zuPosixThread.h"
+#include "zu/runtime/zuPosixTlsAnchor.h"
 #include "zu/runtime/zuSynch.h"
+#include "zu/runtime/zuThread.h"
 #include "zu/runtime/zuThreadLocalStorage.h"
+#include "zu/runtime/zuTlsAnchor.h"
 
 
 // Block cache and atoms
