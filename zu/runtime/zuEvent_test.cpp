@@ -4,7 +4,6 @@
 
 #include <chrono>
 #include <memory>
-#include <thread>
 
 namespace {
 
@@ -46,16 +45,6 @@ TEST(zuEventTest, ManualResetStaysPostedUntilReset) {
   EXPECT_TRUE(event->Reset().Ok());
   EXPECT_FALSE(event->Posted());
   EXPECT_EQ(event->Wait(0).ReturnCode(), zuSynchRet::eTimedOut);
-}
-
-TEST(zuEventTest, PostFromAnotherThreadEndsATimedWait) {
-  auto event = makeEvent(zuEvent::eAutomaticReset);
-  std::thread poster([&] {
-    std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    event->Post();
-  });
-  EXPECT_TRUE(event->Wait(10000).Ok());
-  poster.join();
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <thread>
 
 namespace {
 
@@ -30,18 +29,6 @@ TEST(zuTlsAnchorTest, ObjectsGetConsecutiveIndicesAndDieWithTheAnchor) {
   EXPECT_EQ(destroyed, 2);
   zuTlsAnchor::ThreadExitCleanup();  // no anchor: nothing
   EXPECT_EQ(zuTlsAnchor::GetTlsAnchor()->Object(firstIndex), nullptr);
-}
-
-TEST(zuTlsAnchorTest, EachThreadHasItsOwnAnchorReleasedAtExit) {
-  int destroyed = 0;
-  zuTlsAnchor* mine = zuTlsAnchor::GetTlsAnchor();
-  zuTlsAnchor* theirs = nullptr;
-  std::thread([&] {
-    theirs = zuTlsAnchor::GetTlsAnchor();
-    theirs->RegisterTlsObject(new Counted(&destroyed));
-  }).join();
-  EXPECT_NE(theirs, mine);
-  EXPECT_EQ(destroyed, 1);
 }
 
 TEST(zuTlsAnchorTest, SizeAndSingletonRelease) {
