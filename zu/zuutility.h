@@ -12,10 +12,19 @@
 
 
 // Unicode encodings
+#include "zu/core/zuUnicode.h"
 
 
 // Exceptions and message formatting
+#include "zu/core/zuExAssert.h"
+#include "zu/core/zuExDeleterFunctionHolder.h"
+#include "zu/core/zuExErrItem.h"
+#include "zu/core/zuExResourceFailure.h"
+#include "zu/core/zuExVersionMismatch.h"
 #include "zu/core/zuException.h"
+#include "zu/core/zuFormat.h"
+#include "zu/core/zuFormatPos.h"
+#include "zu/core/zuNewHandler.h"
 
 
 // Threads, synchronisation and thread-local storage
