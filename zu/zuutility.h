@@ -31,4 +31,6 @@
 
 
 // Block cache and atoms
+#include "zu/runtime/zuMemoryCache.h"
+#include "zu/runtime/zuMemoryCacheList.h"
 
