@@ -35,6 +35,7 @@
 
 
 // Block cache and atoms
+#include "zu/runtime/zuCacheManager.h"
 #include "zu/runtime/zuMemoryCache.h"
 #include "zu/runtime/zuMemoryCacheList.h"
 
