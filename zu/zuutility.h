@@ -45,4 +45,7 @@
 
 
 // Block cache and atoms
+#include "zu/runtime/zuCacheManager.h"
+#include "zu/runtime/zuMemoryCache.h"
+#include "zu/runtime/zuMemoryCacheList.h"
 
