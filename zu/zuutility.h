@@ -31,4 +31,9 @@
 
 
 // Block cache and atoms
+#include "zu/core/zuAtomInitializer.h"
+#include "zu/core/zuAtomStore.h"
+#include "zu/core/zuAtomTable.h"
+#include "zu/core/zuAtom_str.h"
+#include "zu/core/zuStringLookup.h"
 
