@@ -28,6 +28,10 @@
 
 
 // Threads, synchronisation and thread-local storage
+#include "zu/runtime/zuMutex.h"
+#include "zu/runtime/zuPosixMutex.h"
+#include "zu/runtime/zuSynch.h"
+#include "zu/runtime/zuThreadLocalStorage.h"
 
 
 // Block cache and atoms
