@@ -12,6 +12,8 @@
 
 
 // Unicode encodings
+#include "zu/core/zuUCS2.h"
+#include "zu/core/zuUCS4.h"
 #include "zu/core/zuUnicode.h"
 
 

@@ -12,16 +12,10 @@
 #include "zu/core/internal/zuStringMutex.h"
 #include "zu/core/zuAtomStore.h"
 #include "zu/core/zuException.h"
+#include "zu/core/zuUnicode.h"
 #include "zu/runtime/internal/zuThreadId.h"
 
 using zu::internal::zuStringData;
-
-// The encoders of the library's Unicode functions.
-ZU_EXPORT int zuUCStoUTF8(char* out, unsigned int codePoint);
-ZU_EXPORT unsigned int zuUTF16toUTF8(char* out, unsigned int outBytes, const char16_t* in,
-                                     unsigned int units);
-ZU_EXPORT unsigned int zuUTF8toUTF16(char16_t* out, unsigned int outMax, const char* in,
-                                     unsigned int inBytes);
 
 namespace {
 
@@ -444,6 +438,16 @@ zuString& zuString::operator=(const char16_t* utf16) {
 void zuString::Append(const char* text, unsigned int length) {
   if (length == 0) return;
   const unsigned int oldLength = Length();
+  if (ScopeType() == eOrdinary && chars_ != nullptr) {
+    zuStringData* block = blockOf(chars_);
+    if (block->refCount == 1 && block->allocSize - oldLength >= length &&
+        (text < chars_ || text > chars_ + block->allocSize)) {
+      std::memcpy(chars_ + oldLength, text, length);
+      SetLengthBits(oldLength + length);
+      chars_[oldLength + length] = '\0';
+      return;
+    }
+  }
   if (length > kMaxLength - oldLength) throw zuExMemory();
   // Appending the string's own text: keep the old block alive while growing.
   const zuString keepAlive(OwnsBlock() && text >= chars_ && text <= chars_ + oldLength
@@ -1144,8 +1148,19 @@ zuString zuString::toXHTML(int withDeclaration) const {
   static const char kTab[] = "<span style=\"kdl-tab-count:1\">&#160;</span>";
   static const char kSpaceRun[] = "<span style=\"kdl-spacerun:yes\">&#160;";
 
+  // Most escapes are short; the rare long ones (tabs, space runs) grow the
+  // block as they come.
+  constexpr unsigned int kBytesPerEscape = 7;
+  constexpr unsigned int kFrameBytes = 57;
+  unsigned long long reserve = Length() + kFrameBytes + (withDeclaration ? 21 : 0);
+  for (unsigned int i = 0; i < Length(); ++i) {
+    if (std::strchr("<&>\r\n\t ", chars_[i]) != nullptr && chars_[i] != '\0') {
+      reserve += kBytesPerEscape;
+    }
+  }
+  if (reserve > kMaxLength) throw zuExMemory();
   zuString result;
-  result.Reserve(Length() + 64);
+  result.Reserve(static_cast<unsigned int>(reserve));
   if (withDeclaration) result += kDeclaration;
   result += kStart;
   const unsigned int length = Length();

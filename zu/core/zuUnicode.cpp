@@ -33,10 +33,18 @@ constexpr uint32_t kMaxCodePoint = 0x10FFFF;
 constexpr uint64_t kHighBits = 0x8080808080808080ull;
 constexpr uint64_t kLowBits = 0x0101010101010101ull;
 
-inline bool isContinuation(unsigned char byte) { return (byte & 0xC0) == 0x80; }
-inline bool isSurrogate(uint32_t unit) { return unit - 0xD800u < 0x800u; }
-inline bool isHighSurrogate(uint32_t unit) { return unit - 0xD800u < 0x400u; }
-inline bool isLowSurrogate(uint32_t unit) { return unit - 0xDC00u < 0x400u; }
+inline bool isContinuation(unsigned char byte) {
+  return (byte & 0xC0) == 0x80;
+}
+inline bool isSurrogate(uint32_t unit) {
+  return unit - 0xD800u < 0x800u;
+}
+inline bool isHighSurrogate(uint32_t unit) {
+  return unit - 0xD800u < 0x400u;
+}
+inline bool isLowSurrogate(uint32_t unit) {
+  return unit - 0xDC00u < 0x400u;
+}
 
 inline uint32_t combineSurrogates(uint32_t high, uint32_t low) {
   return 0x10000u + ((high - 0xD800u) << 10) + (low - 0xDC00u);
@@ -172,8 +180,8 @@ unsigned int toUtf8(char* out, unsigned int outBytes, const unsigned int* in, un
 }
 
 template <bool kWrite>
-unsigned int fromUtf16(unsigned int* out, unsigned int outMax, const char* in,
-                       unsigned int inBytes, eEndianType type) {
+unsigned int fromUtf16(unsigned int* out, unsigned int outMax, const char* in, unsigned int inBytes,
+                       eEndianType type) {
   unsigned int count = 0;
   unsigned int pos = 0;
   while (!kWrite || count < outMax) {
@@ -238,8 +246,7 @@ unsigned int utf8ToUtf16(char16_t* out, unsigned int outMax, const unsigned char
 }
 
 template <bool kWrite>
-unsigned int utf16ToUtf8(char* out, unsigned int outBytes, const char16_t* in,
-                         unsigned int units) {
+unsigned int utf16ToUtf8(char* out, unsigned int outBytes, const char16_t* in, unsigned int units) {
   unsigned int written = 0;
   unsigned int pos = 0;
   while (pos < units) {

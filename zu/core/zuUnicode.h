@@ -97,8 +97,7 @@ ZU_EXPORT unsigned int zuUTF16Char(const char* in, eEndianType type);
 // outside D800..DFFF, 4 for a high surrogate followed by a low one (the
 // combined code point). Returns -1 for a lone or reversed surrogate or when
 // fewer bytes than needed are available. Reads at most `avail` bytes.
-ZU_EXPORT int zuUTF16toUCS(unsigned int& out, const char* in, unsigned int avail,
-                           eEndianType type);
+ZU_EXPORT int zuUTF16toUCS(unsigned int& out, const char* in, unsigned int avail, eEndianType type);
 
 // Encodes `codePoint` at `out` and returns the byte count: 4 (a surrogate
 // pair) from U+10000, 2 below, -1 above U+10FFFF. Big-endian unless `type`
@@ -121,8 +120,7 @@ ZU_EXPORT const char* zuUTF16PrevChar(const char* start, const char* p, eEndianT
 
 // Number of bytes taken by the first `codePoints` characters of the text at
 // `text`, which ends with a 0 unit; stops early at that unit.
-ZU_EXPORT unsigned int zuUTF16ByteLen(const char* text, unsigned int codePoints,
-                                      eEndianType type);
+ZU_EXPORT unsigned int zuUTF16ByteLen(const char* text, unsigned int codePoints, eEndianType type);
 
 // Decodes `inBytes` bytes of UTF-16 into code points. A leading byte-order
 // mark is skipped when more than 2 bytes are given and, when `type` is
