@@ -25,6 +25,8 @@ zuExErrItem& zuExErrItem::operator=(const zuExErrItem& other) {
   return *this;
 }
 
+// A move copies the text, which only shares its block, and moves the kept
+// formatter instead of copying it.
 zuExErrItem::zuExErrItem(zuExErrItem&& other) noexcept = default;
 
 zuExErrItem& zuExErrItem::operator=(zuExErrItem&& other) noexcept = default;
