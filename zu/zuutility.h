@@ -37,6 +37,9 @@
 
 
 // Block cache and atoms
+#include "zu/runtime/zuCacheManager.h"
+#include "zu/runtime/zuMemoryCache.h"
+#include "zu/runtime/zuMemoryCacheList.h"
 #include "zu/core/zuAtomInitializer.h"
 #include "zu/core/zuAtomStore.h"
 #include "zu/core/zuAtomTable.h"
