@@ -48,4 +48,9 @@
 #include "zu/runtime/zuCacheManager.h"
 #include "zu/runtime/zuMemoryCache.h"
 #include "zu/runtime/zuMemoryCacheList.h"
+#include "zu/core/zuAtomInitializer.h"
+#include "zu/core/zuAtomStore.h"
+#include "zu/core/zuAtomTable.h"
+#include "zu/core/zuAtom_str.h"
+#include "zu/core/zuStringLookup.h"
 
