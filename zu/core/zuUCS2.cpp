@@ -22,7 +22,9 @@ unsigned int unitCount(const unsigned short* units, unsigned int limit) {
 
 }  // namespace
 
-zuUCS2::zuUCS2() : units_(nullptr), length_(0) { Assign(nullptr, 0); }
+zuUCS2::zuUCS2() : units_(nullptr), length_(0) {
+  Assign(nullptr, 0);
+}
 
 zuUCS2::zuUCS2(const unsigned short* units) : units_(nullptr), length_(0) {
   Assign(units, unitCount(units, zuString::kMaxLength / kUtf8BytesPerUnit));
@@ -41,10 +43,13 @@ zuUCS2& zuUCS2::operator=(const zuUCS2& other) {
   return *this;
 }
 
-zuUCS2::~zuUCS2() { delete[] units_; }
+zuUCS2::~zuUCS2() {
+  delete[] units_;
+}
 
 void zuUCS2::Assign(const unsigned short* units, unsigned int count) {
-  auto* copy = zu::internal::newCodeUnitArray<unsigned short>(static_cast<unsigned long>(count) + 1);
+  auto* copy =
+      zu::internal::newCodeUnitArray<unsigned short>(static_cast<unsigned long>(count) + 1);
   if (count != 0) std::memcpy(copy, units, count * sizeof *copy);
   copy[count] = 0;
 
@@ -64,7 +69,9 @@ void zuUCS2::Assign(const unsigned short* units, unsigned int count) {
   text_ = text;
 }
 
-int zuUCS2::IsLittleEndian() { return std::endian::native == std::endian::little ? 1 : 0; }
+int zuUCS2::IsLittleEndian() {
+  return std::endian::native == std::endian::little ? 1 : 0;
+}
 
 void zuUCS2::ByteSwap(unsigned short* units, unsigned int count) {
   for (unsigned int i = 0; i < count; ++i) units[i] = __builtin_bswap16(units[i]);

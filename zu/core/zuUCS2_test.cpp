@@ -19,7 +19,9 @@ TEST(zuUCS2Test, EachUnitIsItsOwnCodePoint) {
   const Case cases[] = {
       {{0x41, 0xE9, 0x20AC}, "A\xC3\xA9\xE2\x82\xAC"},
       {{0xD83D, 0xDE00}, "\xED\xA0\xBD\xED\xB8\x80"},  // a pair stays two sequences
-      {{0xDE00, 0x41}, "\xED\xB8\x80" "A"},
+      {{0xDE00, 0x41},
+       "\xED\xB8\x80"
+       "A"},
       {{0x41, 0, 0x42}, "A"},  // ends at a 0 unit
       {{}, ""},
   };

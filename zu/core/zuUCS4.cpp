@@ -38,13 +38,21 @@ zuString toUTF8(const unsigned int* codePoints, uint32_t count) {
 
 }  // namespace
 
-zuUCS4::zuUCS4() : data_(nullptr), length_(0), capacity_(0) { Reserve(kFirstCapacity); }
+zuUCS4::zuUCS4() : data_(nullptr), length_(0), capacity_(0) {
+  Reserve(kFirstCapacity);
+}
 
-zuUCS4::zuUCS4(const unsigned int* text) : zuUCS4() { *this += text; }
+zuUCS4::zuUCS4(const unsigned int* text) : zuUCS4() {
+  *this += text;
+}
 
-zuUCS4::zuUCS4(const unsigned int* text, unsigned int count) : zuUCS4() { Append(text, count); }
+zuUCS4::zuUCS4(const unsigned int* text, unsigned int count) : zuUCS4() {
+  Append(text, count);
+}
 
-zuUCS4::zuUCS4(const zuString& text) : zuUCS4() { Append(text); }
+zuUCS4::zuUCS4(const zuString& text) : zuUCS4() {
+  Append(text);
+}
 
 zuUCS4::zuUCS4(const zuUCS4& other) : zuUCS4() {
   Append(other.data_, other.length_);
@@ -60,13 +68,16 @@ zuUCS4& zuUCS4::operator=(const zuUCS4& other) {
   return *this;
 }
 
-zuUCS4::~zuUCS4() { delete[] data_; }
+zuUCS4::~zuUCS4() {
+  delete[] data_;
+}
 
 void zuUCS4::Reserve(uint32_t count) {
   if (count <= capacity_ && data_ != nullptr) return;
   uint32_t capacity = std::max(capacity_, kFirstCapacity);
   while (capacity < count) capacity = capacity > UINT32_MAX / 2 ? count : capacity * 2;
-  auto* data = zu::internal::newCodeUnitArray<unsigned int>(static_cast<unsigned long>(capacity) + 1);
+  auto* data =
+      zu::internal::newCodeUnitArray<unsigned int>(static_cast<unsigned long>(capacity) + 1);
   if (data_ != nullptr) std::memcpy(data, data_, length_ * sizeof *data_);
   data[length_] = 0;
   delete[] data_;
@@ -147,8 +158,7 @@ zuUCS4::operator const zuString&() const {
 }
 
 bool zuUCS4::operator==(const zuUCS4& other) const {
-  return length_ == other.length_ &&
-         std::memcmp(data_, other.data_, length_ * sizeof *data_) == 0;
+  return length_ == other.length_ && std::memcmp(data_, other.data_, length_ * sizeof *data_) == 0;
 }
 
 bool zuUCS4::operator==(const zuString& other) const {

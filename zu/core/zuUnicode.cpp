@@ -50,13 +50,29 @@ inline uint32_t combineSurrogates(uint32_t high, uint32_t low) {
   return 0x10000u + ((high - 0xD800u) << 10) + (low - 0xDC00u);
 }
 
-// True when all eight bytes at `in` are ASCII and none is NUL, so that they
-// can be widened as they stand.
-inline bool eightPlainAscii(const unsigned char* in) {
+// Number of leading bytes at `in`, of the eight there, that are ASCII and not
+// NUL, so that they can be widened as they stand.
+inline unsigned int plainAsciiPrefix(const unsigned char* in) {
   uint64_t word;
   std::memcpy(&word, in, sizeof word);
   const uint64_t hasZero = (word - kLowBits) & ~word & kHighBits;
-  return ((word & kHighBits) | hasZero) == 0;
+  const uint64_t stops = (word & kHighBits) | hasZero;
+  if (stops == 0) return 8;
+  // A borrow only runs upwards from a true NUL, so the first flagged byte is exact.
+  if constexpr (std::endian::native == std::endian::little) {
+    return static_cast<unsigned int>(std::countr_zero(stops)) / 8;
+  } else {
+    return static_cast<unsigned int>(std::countl_zero(stops)) / 8;
+  }
+}
+
+// Widens the ASCII run at `in` and returns its length. All eight bytes are
+// stored, whatever the run, because one unconditional store of eight is
+// cheaper than a loop of the exact length; the caller has room for eight.
+template <typename Unit>
+inline unsigned int widenAsciiRun(Unit* out, const unsigned char* in) {
+  for (unsigned int i = 0; i < 8; ++i) out[i] = in[i];
+  return plainAsciiPrefix(in);
 }
 
 // Strict decoding of one sequence; the body of zuUTF8toUCS, kept inline so
@@ -84,6 +100,24 @@ inline int decodeUtf8(uint32_t& out, const unsigned char* in, unsigned int avail
   if (value < form.lowest) return -1;
   out = value;
   return static_cast<int>(length);
+}
+
+// decodeUtf8 with the common 2- and 3-byte forms taken first; every other
+// lead byte, and any fault, goes through the table. `in[0]` is not ASCII.
+inline int decodeUtf8Multi(uint32_t& out, const unsigned char* in, unsigned int avail) {
+  const unsigned char lead = in[0];
+  if (lead >= 0xC2 && lead < 0xE0 && avail >= 2 && isContinuation(in[1])) {
+    out = ((lead & 0x1Fu) << 6) | (in[1] & 0x3Fu);
+    return 2;
+  }
+  if ((lead & 0xF0) == 0xE0 && avail >= 3 && isContinuation(in[1]) && isContinuation(in[2])) {
+    const uint32_t value = ((lead & 0x0Fu) << 12) | ((in[1] & 0x3Fu) << 6) | (in[2] & 0x3Fu);
+    if (value >= 0x800) {
+      out = value;
+      return 3;
+    }
+  }
+  return decodeUtf8(out, in, avail);
 }
 
 inline unsigned int utf8Length(uint32_t codePoint) {
@@ -143,18 +177,29 @@ unsigned int fromUtf8(unsigned int* out, unsigned int outMax, const unsigned cha
                       unsigned int inBytes) {
   unsigned int pos = 0;
   unsigned int count = 0;
-  while (pos < inBytes) {
-    if (inBytes - pos >= 8 && (!kWrite || outMax - count >= 8) && eightPlainAscii(in + pos)) {
-      if constexpr (kWrite) {
-        for (unsigned int i = 0; i < 8; ++i) out[count + i] = in[pos + i];
+  while (pos < inBytes && (!kWrite || count < outMax)) {
+    const unsigned char lead = in[pos];
+    if (lead < 0x80) {
+      if (inBytes - pos >= 8 && (!kWrite || outMax - count >= 8)) {
+        unsigned int run;
+        if constexpr (kWrite) {
+          run = widenAsciiRun(out + count, in + pos);
+        } else {
+          run = plainAsciiPrefix(in + pos);
+        }
+        if (run == 0) break;  // a NUL
+        pos += run;
+        count += run;
+        continue;
       }
-      pos += 8;
-      count += 8;
+      if (lead == 0) break;
+      if constexpr (kWrite) out[count] = lead;
+      ++count;
+      ++pos;
       continue;
     }
-    if (kWrite && count == outMax) break;
     uint32_t codePoint;
-    const int length = decodeUtf8(codePoint, in + pos, inBytes - pos);
+    const int length = decodeUtf8Multi(codePoint, in + pos, inBytes - pos);
     if (length < 0 || codePoint == 0) break;
     if constexpr (kWrite) out[count] = codePoint;
     ++count;
@@ -217,29 +262,41 @@ unsigned int utf8ToUtf16(char16_t* out, unsigned int outMax, const unsigned char
                          unsigned int inBytes) {
   unsigned int pos = 0;
   unsigned int units = 0;
-  while (pos < inBytes) {
-    if (inBytes - pos >= 8 && (!kWrite || outMax - units >= 8) && eightPlainAscii(in + pos)) {
-      if constexpr (kWrite) {
-        for (unsigned int i = 0; i < 8; ++i) out[units + i] = in[pos + i];
+  while (pos < inBytes && (!kWrite || units < outMax)) {
+    const unsigned char lead = in[pos];
+    if (lead < 0x80) {
+      if (inBytes - pos >= 8 && (!kWrite || outMax - units >= 8)) {
+        unsigned int run;
+        if constexpr (kWrite) {
+          run = widenAsciiRun(out + units, in + pos);
+        } else {
+          run = plainAsciiPrefix(in + pos);
+        }
+        if (run == 0) break;  // a NUL
+        pos += run;
+        units += run;
+        continue;
       }
-      pos += 8;
-      units += 8;
+      if (lead == 0) break;
+      if constexpr (kWrite) out[units] = lead;
+      ++units;
+      ++pos;
       continue;
     }
     uint32_t codePoint;
-    const int length = decodeUtf8(codePoint, in + pos, inBytes - pos);
+    const int length = decodeUtf8Multi(codePoint, in + pos, inBytes - pos);
     if (length < 0 || codePoint == 0 || codePoint > kMaxCodePoint || isSurrogate(codePoint)) break;
-    const unsigned int needed = codePoint >= 0x10000 ? 2 : 1;
-    if constexpr (kWrite) {
-      if (outMax - units < needed) break;
-      if (needed == 1) {
-        out[units] = static_cast<char16_t>(codePoint);
-      } else {
+    if (codePoint < 0x10000) {
+      if constexpr (kWrite) out[units] = static_cast<char16_t>(codePoint);
+      ++units;
+    } else {
+      if constexpr (kWrite) {
+        if (outMax - units < 2) break;
         out[units] = static_cast<char16_t>(0xD800 + ((codePoint - 0x10000) >> 10));
         out[units + 1] = static_cast<char16_t>(0xDC00 + (codePoint & 0x3FF));
       }
+      units += 2;
     }
-    units += needed;
     pos += static_cast<unsigned int>(length);
   }
   return units;

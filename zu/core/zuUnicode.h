@@ -60,7 +60,8 @@ ZU_EXPORT const char* zuUTF8PrevChar(const char* start, const char* p);
 // byte-order mark when more than 3 bytes are given. Stops at the first
 // sequence zuUTF8toUCS rejects, at a NUL, or when `outMax` code points are
 // written. With a null `out` it only counts (`outMax` is then ignored).
-// Returns the number of code points; writes no terminator.
+// Returns the number of code points; writes no terminator. Entries after the
+// returned count, up to `outMax`, may have been overwritten.
 ZU_EXPORT unsigned int ConvertFromUTF8(unsigned int* out, unsigned int outMax, const char* in,
                                        unsigned int inBytes);
 
@@ -145,7 +146,8 @@ ZU_EXPORT unsigned int ConvertToUTF16(char* out, unsigned int outBytes, const un
 // cannot carry (a surrogate value or above U+10FFFF), or before a character
 // that would not fit in `outMax` units (a pair is never split). No byte-order
 // mark is skipped. With a null `out` it only counts. Returns the number of
-// units written; writes no terminator.
+// units written; writes no terminator. Units after the returned count, up to
+// `outMax`, may have been overwritten.
 ZU_EXPORT unsigned int zuUTF8toUTF16(char16_t* out, unsigned int outMax, const char* in,
                                      unsigned int inBytes);
 
