@@ -22,9 +22,13 @@ void releaseExitingThread() {
 // concurrent threads do not race for it.
 __attribute__((constructor)) void createTableAtLoad() { ThreadTable::instance(); }
 
-// At unload the hook goes first, so no exiting thread calls into a released
-// table; the storage of threads still running is left alone.
-__attribute__((destructor)) void releaseTableAtUnload() { delete gTable.exchange(nullptr); }
+// At unload the exit hook goes, so no exiting thread calls into unloaded code.
+// The table itself stays: it still holds the storage of threads running at
+// unload (the unloading thread's included), which must not be touched, and
+// keeps it reachable for leak checkers that run after this point.
+__attribute__((destructor)) void releaseTableAtUnload() {
+  if (gTable.load() != nullptr) destroyThreadExitHook();
+}
 
 }  // namespace
 
