@@ -30,7 +30,27 @@
 
 
 // Threads, synchronisation and thread-local storage
+#include "zu/runtime/zuEvent.h"
+#include "zu/runtime/zuMutex.h"
+#include "zu/runtime/zuPerformTimes.h"
+#include "zu/runtime/zuPosixEvent.h"
+#include "zu/runtime/zuPosixMutex.h"
+#include "zu/runtime/zuPosixPerformTimes.h"
+#include "zu/runtime/zuPosixThread.h"
+#include "zu/runtime/zuPosixTlsAnchor.h"
+#include "zu/runtime/zuSynch.h"
+#include "zu/runtime/zuThread.h"
+#include "zu/runtime/zuThreadLocalStorage.h"
+#include "zu/runtime/zuTlsAnchor.h"
 
 
 // Block cache and atoms
+#include "zu/runtime/zuCacheManager.h"
+#include "zu/runtime/zuMemoryCache.h"
+#include "zu/runtime/zuMemoryCacheList.h"
+#include "zu/core/zuAtomInitializer.h"
+#include "zu/core/zuAtomStore.h"
+#include "zu/core/zuAtomTable.h"
+#include "zu/core/zuAtom_str.h"
+#include "zu/core/zuStringLookup.h"
 

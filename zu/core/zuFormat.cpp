@@ -185,6 +185,8 @@ zuFormat& zuFormat::operator<<(const zuString& text) {
   return *this;
 }
 
+zuFormat& zuFormat::operator<<(zuAtomStore* atom) { return *this << zuString(atom); }
+
 char* zuFormat::GetAllocdChar() const {
   const unsigned int length = result_.Length();
   char* copy = new char[length + 1];

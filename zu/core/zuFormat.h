@@ -38,6 +38,8 @@
 #include "zu/core/zuExport.h"
 #include "zu/core/zuString.h"
 
+struct zuAtomStore;
+
 class ZU_EXPORT zuFormat {
  public:
   // Largest width and largest precision a conversion may ask for.
@@ -75,6 +77,8 @@ class ZU_EXPORT zuFormat {
   zuFormat& operator<<(const float& value);
   zuFormat& operator<<(const double& value);
   zuFormat& operator<<(const zuString& text);
+  // The atom's text; a null atom streams an empty text.
+  zuFormat& operator<<(zuAtomStore* atom);
 
   // The result produced so far.
   const zuString& GetString() const { return result_; }

@@ -47,6 +47,13 @@ zuFormatPos::zuFormatPos(const zuString& templateText, const zuString& argument)
   *this << argument;
 }
 
+zuFormatPos::zuFormatPos(unsigned short id, zuAtomStore* atom) : zuFormatPos(id) { *this << atom; }
+
+zuFormatPos::zuFormatPos(const zuString& templateText, zuAtomStore* atom)
+    : zuFormatPos(templateText) {
+  *this << atom;
+}
+
 zuFormatPos::zuFormatPos(const zuFormatPos& other) = default;
 
 zuFormatPos& zuFormatPos::operator=(const zuFormatPos& other) = default;
@@ -57,6 +64,8 @@ zuFormatPos& zuFormatPos::operator<<(const zuString& text) {
   StoreArgument(text);
   return *this;
 }
+
+zuFormatPos& zuFormatPos::operator<<(zuAtomStore* atom) { return *this << zuString(atom); }
 
 zuFormatPos& zuFormatPos::operator<<(const char* text) {
   StoreArgument(zuString(text ? text : ""));

@@ -29,6 +29,8 @@
 #include "zu/core/zuFormat.h"
 #include "zu/core/zuString.h"
 
+struct zuAtomStore;
+
 class ZU_EXPORT zuFormatPos {
  public:
   // The template of message `id` from the calling thread's catalogue.
@@ -38,12 +40,16 @@ class ZU_EXPORT zuFormatPos {
   // Construct, then stream one argument.
   zuFormatPos(unsigned short id, const zuString& argument);
   zuFormatPos(const zuString& templateText, const zuString& argument);
+  zuFormatPos(unsigned short id, zuAtomStore* atom);
+  zuFormatPos(const zuString& templateText, zuAtomStore* atom);
   zuFormatPos(const zuFormatPos& other);
   zuFormatPos& operator=(const zuFormatPos& other);
   ~zuFormatPos();
 
   // Each stores one argument as text and clears the resolved flag.
   zuFormatPos& operator<<(const zuString& text);
+  // The atom's text; a null atom stores an empty text.
+  zuFormatPos& operator<<(zuAtomStore* atom);
   zuFormatPos& operator<<(const char* text);
   zuFormatPos& operator<<(long value);
   zuFormatPos& operator<<(long long value);

@@ -10,6 +10,7 @@
 #include "zu/core/internal/zuCodePointSet.h"
 #include "zu/core/internal/zuStringBlock.h"
 #include "zu/core/internal/zuStringMutex.h"
+#include "zu/core/zuAtomStore.h"
 #include "zu/core/zuException.h"
 #include "zu/core/zuUnicode.h"
 #include "zu/runtime/internal/zuThreadId.h"
@@ -103,6 +104,12 @@ zuString::zuString(const char* text, unsigned int length, unsigned int threadId)
 
 zuString::zuString(int literal, const char* text) : lengthScope_(eDefault), chars_(nullptr) {
   if (text != nullptr) Assign(text, StringLength(text), literal, 0);
+}
+
+zuString::zuString(const zuAtomStore* atom) : lengthScope_(eDefault), chars_(nullptr) {
+  if (atom == nullptr || atom->text == nullptr) return;
+  const unsigned int length = StringLength(atom->text);
+  SetLiteral(atom->text, length < kMaxLength ? length : kMaxLength);
 }
 
 zuString::zuString(const unsigned int* ucs4, unsigned int count)

@@ -27,6 +27,7 @@
 namespace zu::internal {
 struct zuStringData;
 }
+struct zuAtomStore;
 
 // The context toXML escapes for.
 enum zuToXMLType {
@@ -69,6 +70,9 @@ class ZU_EXPORT zuString {
   // With `literal` non-zero: points at `text` without copying (the bytes must
   // outlive the string); otherwise a copy.
   zuString(int literal, const char* text);
+  // A literal over the atom's text, without a copy; a null atom (or text)
+  // gives a null string.
+  explicit zuString(const zuAtomStore* atom);
   // The UTF-8 form of `count` code points.
   zuString(const unsigned int* ucs4, unsigned int count);
   // The UTF-8 form of NUL-terminated UTF-16 text in host byte order.

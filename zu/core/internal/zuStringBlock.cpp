@@ -3,6 +3,7 @@
 #include <new>
 
 #include "zu/core/zuException.h"
+#include "zu/runtime/zuCacheManager.h"
 
 namespace zu::internal {
 
@@ -12,9 +13,7 @@ constexpr uint32_t kFirstCapacity = 8;
 // A string holds at most 2^30 - 1 bytes; the capacity may reach 2^30.
 constexpr uint32_t kLargestRequest = (1u << 30) - 1;
 
-zuStringData* allocateBlock(uint32_t capacity, unsigned int threadId) {
-  void* memory = ::operator new(blockBytes(capacity), std::nothrow);
-  if (memory == nullptr) throw zuExMemory();
+zuStringData* initBlock(void* memory, uint32_t capacity, unsigned int threadId) {
   zuStringData* block = static_cast<zuStringData*>(memory);
   block->threadId = threadId;
   block->allocSize = capacity;
@@ -31,18 +30,23 @@ uint32_t ordinaryCapacity(uint32_t request) {
   return capacity;
 }
 
+// The block comes from the thread's cache and carries the cache's thread id
+// (0 while caching is off: the cache then hands out heap memory).
 zuStringData* allocateStringBlock(uint32_t request, unsigned int threadId) {
   if (request > kLargestRequest) throw zuExMemory();
-  return allocateBlock(ordinaryCapacity(request), threadId);
+  const uint32_t capacity = ordinaryCapacity(request);
+  zuCacheManager* cache = zuCacheManager::getCacheManager(threadId);
+  void* memory = cache->allocMemory(static_cast<unsigned int>(blockBytes(capacity)));
+  return initBlock(memory, capacity, cache->getThreadId());
 }
 
-void releaseStringBlock(zuStringData* block) {
-  ::operator delete(block);
-}
+void releaseStringBlock(zuStringData* block) { zuCacheManager::freeMemory(block); }
 
 zuStringData* allocateHeapStringBlock(uint32_t request) {
   if (request > kLargestRequest) throw zuExMemory();
-  return allocateBlock(request, 0);
+  void* memory = ::operator new(blockBytes(request), std::nothrow);
+  if (memory == nullptr) throw zuExMemory();
+  return initBlock(memory, request, 0);
 }
 
 void releaseHeapStringBlock(zuStringData* block) {

@@ -4,9 +4,9 @@
 // allocation = 12 (header) + capacity + 1 (NUL) + 4 spare bytes. zuString
 // keeps a pointer to the characters; the header sits right before them.
 //
-// Ordinary blocks (scope 0) belong to one thread and are taken and returned
-// ONLY through allocateStringBlock / releaseStringBlock, so that the source
-// of their memory can change without touching zuString. Global blocks
+// Ordinary blocks (scope 0) belong to one thread, come from its block cache
+// (zuCacheManager) and are taken and returned ONLY through
+// allocateStringBlock / releaseStringBlock. Global blocks
 // (scope 2) come from the process heap through the heap pair.
 #pragma once
 

@@ -1,0 +1,228 @@
+#include "zu/core/zuAtomTable.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "zu/core/internal/zuAtomHash.h"
+#include "zu/core/zuAtomInitializer.h"
+#include "zu/core/zuException.h"
+#include "zu/runtime/zuThreadLocalStorage.h"
+
+namespace {
+
+// The hash computed a second way: in 64-bit signed arithmetic reduced
+// modulo 2^32 at every step.
+uint32_t referenceHash(const std::string& text) {
+  int64_t hash = 0;
+  for (const char byte : text) {
+    const int64_t signedByte = static_cast<unsigned char>(byte) > 127
+                                   ? static_cast<int64_t>(static_cast<unsigned char>(byte)) - 256
+                                   : static_cast<int64_t>(byte);
+    hash = ((hash * 127 + signedByte) % 4294967296LL + 4294967296LL) % 4294967296LL;
+  }
+  return hash == 0 ? 1u : static_cast<uint32_t>(hash);
+}
+
+std::string uniqueText(const char* prefix) {
+  static int counter = 0;
+  return std::string(prefix) + "#" + std::to_string(++counter);
+}
+
+TEST(zuAtomTableTest, EqualTextsGiveOneAtomAndPeekMakesNothing) {
+  const std::string text = uniqueText("fontSize");
+  EXPECT_EQ(zuAtomTable::peekAtom(text.c_str(), 0), nullptr);
+  zuAtomTable* local = zuThreadLocalAtomTable(0, 1);
+  ASSERT_NE(local, nullptr);
+  const unsigned int countBefore = local->atomCount();
+  EXPECT_EQ(zuAtomTable::peekAtom(text.c_str(), 0), nullptr);
+  EXPECT_EQ(local->atomCount(), countBefore);
+
+  zuAtomStore* first = zuAtomTable::getAtom(text.c_str(), 0);
+  ASSERT_NE(first, nullptr);
+  EXPECT_EQ(local->atomCount(), countBefore + 1);
+  std::string copy = text;  // another buffer with the same bytes
+  EXPECT_EQ(zuAtomTable::getAtom(copy.c_str(), 0), first);
+  EXPECT_EQ(zuAtomTable::getAtom(text.c_str(), zuThreadLocalStorage::getThreadId()), first);
+  EXPECT_EQ(zuAtomTable::peekAtom(text.c_str(), 0), first);
+  EXPECT_EQ(local->atomCount(), countBefore + 1);
+
+  // The atom keeps a private copy of its text.
+  EXPECT_NE(first->text, text.c_str());
+  copy[0] = 'X';
+  EXPECT_STREQ(first->text, text.c_str());
+  EXPECT_EQ(first->length, text.size());
+}
+
+TEST(zuAtomTableTest, PredefinedAtomsAreInTheGlobalTable) {
+  const struct {
+    const char* text;
+    zuAtomStore** atom;
+  } cases[] = {{"", &aUT_EmptyString}, {"0", &aUT_Zero}, {"1", &aUT_One}, {"*", &aUT_Asterisk}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.text);
+    EXPECT_EQ(zuAtomTable::getAtom(c.text, 0), *c.atom);
+    EXPECT_EQ(zuAtomTable::peekAtom(c.text, 0), *c.atom);
+    EXPECT_STREQ((*c.atom)->text, c.text);
+    uint32_t length = 0;
+    const uint32_t hash = zu::internal::atomHash(c.text, length);
+    EXPECT_EQ(zuGlobalAtomTable()->findInTable(c.text, hash, length), *c.atom);
+  }
+  EXPECT_EQ(zuAtomTable::emptyString(), aUT_EmptyString);
+  EXPECT_EQ(zuGlobalAtomTable(), zuGlobalAtomTable());
+}
+
+TEST(zuAtomTableTest, HashTakesBytesAsSigned) {
+  const struct {
+    std::string text;
+    uint32_t expected;  // 0: only compared with the reference
+  } cases[] = {
+      {"a", 97},
+      {"ab", 97 * 127 + 98},
+      {"\xFF", 0xFFFFFFFFu},              // -1
+      {"\x80", 0xFFFFFF80u},              // -128
+      {"a\xC3\xA9", 0},                   // UTF-8 e acute
+      {"\xE6\x97\xA5\xE6\x9C\xAC\xE8\xAA\x9E", 0},
+      {"\x01\x81", 1},                    // 127 - 127 = 0, which becomes 1
+      {std::string(40, '\xF0'), 0},       // wraps many times
+      {"", 1},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.text);
+    uint32_t length = 0;
+    const uint32_t hash = zu::internal::atomHash(c.text.c_str(), length);
+    EXPECT_EQ(length, c.text.size());
+    EXPECT_EQ(hash, referenceHash(c.text));
+    if (c.expected != 0) {
+      EXPECT_EQ(hash, c.expected);
+    }
+    zuAtomStore* atom = zuAtomTable::getAtom(c.text.c_str(), 0);
+    EXPECT_EQ(atom->hash, hash);
+  }
+}
+
+TEST(zuAtomTableTest, EqualStaticAtomsAreRemappedToTheFirst) {
+  zuAtomTable table;
+  zuAtomStore firstRecord = {"shared"};
+  zuAtomStore secondRecord = {"shared"};
+  zuAtomStore otherRecord = {"other"};
+  zuAtomStore* first = &firstRecord;
+  zuAtomStore* second = &secondRecord;
+  zuAtomStore* other = &otherRecord;
+  zuAtomStore** const moduleA[] = {&first, nullptr};
+  zuAtomStore** const moduleB[] = {&other, &second, nullptr};
+  table.initializeAtoms(moduleA);
+  table.initializeAtoms(moduleB);
+
+  EXPECT_EQ(first, &firstRecord);
+  EXPECT_EQ(second, &firstRecord);
+  EXPECT_EQ(other, &otherRecord);
+  EXPECT_STREQ(secondRecord.text, zuAtomTable::kRemappedText);
+  EXPECT_STREQ(secondRecord.text, "Atom was remapped!!  See zuAtomTable::initializeAtom");
+  EXPECT_EQ(secondRecord.length, 0xFFFFFFFFu);
+  EXPECT_EQ(secondRecord.hash, 0xFFFFFFFFu);
+  EXPECT_EQ(table.atomCount(), 2u);
+
+  // Entering an atom that is already there changes nothing.
+  table.initializeAtom(first);
+  EXPECT_EQ(first, &firstRecord);
+  EXPECT_STREQ(firstRecord.text, "shared");
+  EXPECT_EQ(table.atomCount(), 2u);
+}
+
+TEST(zuAtomTableTest, InitializerEntersModuleAtomsGlobally) {
+  static zuAtomStore gRecord = {"zuAtomTableTest.moduleAtom"};
+  static zuAtomStore gDuplicateOne = {"1"};
+  static zuAtomStore* aModuleAtom = &gRecord;
+  static zuAtomStore* aModuleOne = &gDuplicateOne;
+  static zuAtomStore** const gAtoms[] = {&aModuleAtom, &aModuleOne, nullptr};
+  zuAtomInitializer enter(gAtoms);
+
+  EXPECT_EQ(zuAtomTable::getAtom("zuAtomTableTest.moduleAtom", 0), &gRecord);
+  EXPECT_EQ(aModuleOne, aUT_One);
+  EXPECT_STREQ(gDuplicateOne.text, zuAtomTable::kRemappedText);
+  EXPECT_STREQ(aUT_One->text, "1");
+}
+
+TEST(zuAtomTableTest, TableGrowsWhenTheThresholdIsReached) {
+  zuAtomTable table;
+  EXPECT_EQ(table.bucketCount(), 4096u);
+  EXPECT_EQ(table.growThreshold(), 3071u);
+
+  std::vector<std::string> texts;
+  for (int i = 0; i < 6200; ++i) texts.push_back("atom" + std::to_string(i));
+  std::vector<zuAtomStore> records(texts.size());
+  for (size_t i = 0; i < texts.size(); ++i) {
+    records[i].text = texts[i].c_str();
+    zuAtomStore* atom = &records[i];
+    table.initializeAtom(atom);
+    const unsigned int entered = static_cast<unsigned int>(i + 1);
+    if (entered == 3070) {
+      EXPECT_EQ(table.bucketCount(), 4096u);
+    }
+    if (entered == 3071) {
+      EXPECT_EQ(table.bucketCount(), 8192u);
+      EXPECT_EQ(table.growThreshold(), 6143u);
+    }
+  }
+  EXPECT_EQ(table.bucketCount(), 16384u);
+  EXPECT_EQ(table.growThreshold(), 12287u);
+  EXPECT_EQ(table.atomCount(), texts.size());
+  for (size_t i = 0; i < texts.size(); ++i) {
+    ASSERT_EQ(table.findInTable(texts[i].c_str(), records[i].hash, records[i].length), &records[i]);
+  }
+}
+
+TEST(zuAtomTableTest, BadInputThrowsOrFindsNothing) {
+  zuAtomTable table;
+  zuAtomStore* none = nullptr;
+  zuAtomStore noText = {nullptr};
+  zuAtomStore* withoutText = &noText;
+  EXPECT_THROW(zuAtomTable::getAtom(nullptr, 0), zuExFull);
+  EXPECT_THROW(table.initializeAtom(none), zuExFull);
+  EXPECT_THROW(table.initializeAtom(withoutText), zuExFull);
+  EXPECT_EQ(zuAtomTable::peekAtom(nullptr, 0), nullptr);
+  table.initializeAtoms(nullptr);
+  EXPECT_EQ(table.atomCount(), 0u);
+  EXPECT_EQ(table.dumpAtomTable(nullptr), 0);
+  EXPECT_EQ(table.dumpAtomTable("/nonexistent-directory/atoms.txt"), 0);
+}
+
+TEST(zuAtomTableTest, DumpListsEveryAtomWithEscapes) {
+  zuAtomTable table;
+  zuAtomStore records[] = {{"a"}, {"tab\there"}, {"line\nfeed\\\x01"}};
+  for (zuAtomStore& record : records) {
+    zuAtomStore* atom = &record;
+    table.initializeAtom(atom);
+  }
+  const std::string path = ::testing::TempDir() + "zuAtomTable_dump.txt";
+  ASSERT_EQ(table.dumpAtomTable(path.c_str()), 1);
+  std::ifstream in(path, std::ios::binary);
+  std::stringstream contents;
+  contents << in.rdbuf();
+
+  std::vector<std::string> lines = {"zuAtomTable\tbuckets=4096\tatoms=3\tthreshold=3071"};
+  std::vector<std::pair<uint32_t, std::string>> atomLines;
+  const char* escaped[] = {"a", "tab\\there", "line\\nfeed\\\\\\x01"};
+  for (size_t i = 0; i < 3; ++i) {
+    char prefix[64];
+    std::snprintf(prefix, sizeof prefix, "%u\t%08X\t%u\t", records[i].hash & 4095u, records[i].hash,
+                  records[i].length);
+    atomLines.emplace_back(records[i].hash & 4095u, prefix + std::string(escaped[i]));
+  }
+  std::sort(atomLines.begin(), atomLines.end());
+  for (const auto& line : atomLines) lines.push_back(line.second);
+  std::string expected;
+  for (const std::string& line : lines) expected += line + "\n";
+  EXPECT_EQ(contents.str(), expected);
+  std::remove(path.c_str());
+}
+
+}  // namespace

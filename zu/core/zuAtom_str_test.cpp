@@ -1,0 +1,68 @@
+#include "zu/core/zuAtom_str.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "zu/core/zuAtomTable.h"
+#include "zu/core/zuFormat.h"
+#include "zu/core/zuFormatPos.h"
+
+namespace {
+
+TEST(zuAtom_strTest, EqualityComparesAtomsNotTexts) {
+  // Two records with the same text that were never entered: distinct atoms.
+  zuAtomStore leftRecord = {"same"};
+  zuAtomStore rightRecord = {"same"};
+  zuAtom_str left(&leftRecord);
+  zuAtom_str right(&rightRecord);
+  EXPECT_TRUE(left.Equals(right));  // as strings
+  EXPECT_FALSE(left == right);
+  EXPECT_TRUE(left != right);
+  EXPECT_TRUE(left == &leftRecord);
+  EXPECT_TRUE(left != &rightRecord);
+  EXPECT_EQ(static_cast<zuAtomStore*>(left), &leftRecord);
+
+  zuAtom_str copy = left;
+  EXPECT_TRUE(copy == left);
+  zuAtom_str byName("zuAtom_strTest.name");
+  EXPECT_TRUE(byName == zuAtomTable::getAtom("zuAtom_strTest.name", 0));
+  EXPECT_TRUE(zuAtom_str() == aUT_EmptyString);
+  EXPECT_TRUE(zuAtom_str("1") == aUT_One);
+}
+
+TEST(zuAtom_strTest, TextIsTheAtomsBytesWithoutCopy) {
+  zuAtom_str one(aUT_One);
+  EXPECT_EQ(static_cast<const char*>(one), aUT_One->text);
+  EXPECT_EQ(one.Length(), 1u);
+  EXPECT_TRUE(one.IsLiteral());
+
+  zuString plain(aUT_Asterisk);
+  EXPECT_EQ(static_cast<const char*>(plain), aUT_Asterisk->text);
+  EXPECT_TRUE(plain == "*");
+  EXPECT_TRUE(zuString(static_cast<zuAtomStore*>(nullptr)).IsNull());
+  zuAtom_str none(static_cast<zuAtomStore*>(nullptr));
+  EXPECT_TRUE(none.IsNull());
+  EXPECT_EQ(none.Atom(), nullptr);
+
+  // Editing detaches the text; the atom stays.
+  one += "2";
+  EXPECT_STREQ(aUT_One->text, "1");
+  EXPECT_TRUE(one == aUT_One);
+}
+
+TEST(zuAtom_strTest, FormattersStreamTheAtomsText) {
+  zuAtomStore* name = zuAtomTable::getAtom("width", 0);
+  zuFormat format(zuString("%s=%s;"));
+  format << name << aUT_Asterisk;
+  EXPECT_STREQ(static_cast<const char*>(format), "width=*;");
+  EXPECT_STREQ(static_cast<const char*>(format.GetParm(0)), "width");
+
+  zuFormatPos positional(zuString("%2 before %1"), name);
+  positional << aUT_Zero;
+  EXPECT_STREQ(static_cast<const char*>(positional), "0 before width");
+  zuFormatPos nullAtom(zuString("[%1]"), static_cast<zuAtomStore*>(nullptr));
+  EXPECT_STREQ(static_cast<const char*>(nullAtom), "[]");
+}
+
+}  // namespace

@@ -1,0 +1,221 @@
+#include "zu/runtime/zuCacheManager.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cstdlib>
+#include <new>
+
+#include "zu/core/zuException.h"
+#include "zu/runtime/internal/zuThreadId.h"
+
+namespace {
+
+constexpr unsigned int kThreadListCapacity = 10;
+constexpr unsigned int kThreadPoolBudget = 50000;
+constexpr unsigned int kArenaStep = 8;
+
+std::atomic<int> gCaching{1};
+std::atomic<std::size_t> gManagers{0};
+
+// The calling thread's manager, found without searching the thread table.
+// The manager clears it when it dies on its own thread.
+thread_local zuCacheManager* tCallingThreadManager = nullptr;
+
+void* heapAlloc(unsigned int size) {
+  void* block = std::malloc(size == 0 ? 1 : size);
+  if (block == nullptr) throw zuExMemory();
+  return block;
+}
+
+// Adds to a vector, turning the runtime's allocation failure into ours.
+template <typename T>
+void reserveOneMore(std::vector<T>& items) {
+  try {
+    items.reserve(items.size() + 1);
+  } catch (const std::bad_alloc&) {
+    throw zuExMemory();
+  }
+}
+
+unsigned int roundToStep(unsigned int size) {
+  return (size + kArenaStep - 1) / kArenaStep * kArenaStep;
+}
+
+}  // namespace
+
+void* zuCacheManager::ArenaInfo::Take(unsigned int size) {
+  const unsigned int bytes = std::min(roundToStep(size), remaining);
+  void* memory = base;
+  base += bytes;
+  remaining -= bytes;
+  return memory;
+}
+
+zuCacheManager::zuCacheManager(unsigned int listCapacity, unsigned int poolBudget,
+                               unsigned int threadId)
+    : poolBudget_(poolBudget),
+      threadId_(threadId != 0 ? threadId : zu::internal::currentThreadId()) {
+  try {
+    lists_.reserve(listCapacity);
+  } catch (const std::bad_alloc&) {
+    throw zuExMemory();
+  }
+  gManagers.fetch_add(1, std::memory_order_relaxed);
+}
+
+zuCacheManager::zuCacheManager(GlobalTag) : poolBudget_(0), threadId_(0), counted_(false) {}
+
+zuCacheManager& zuCacheManager::GlobalManager() {
+  static zuCacheManager manager{GlobalTag{}};
+  return manager;
+}
+
+zuCacheManager::~zuCacheManager() {
+  if (tCallingThreadManager == this) tCallingThreadManager = nullptr;
+  if (counted_) gManagers.fetch_sub(1, std::memory_order_relaxed);
+  for (zuMemoryCacheList* list : lists_) delete list;
+  for (ArenaInfo* arena : arenas_) {
+    std::free(arena->area);
+    delete arena;
+  }
+  for (ArenaInfo* arena : fullArenas_) {
+    std::free(arena->area);
+    delete arena;
+  }
+}
+
+zuCacheManager* zuCacheManager::getCacheManager(unsigned int threadId) {
+  if (gCaching.load(std::memory_order_relaxed) == 0) return &GlobalManager();
+  zuCacheManager* calling = tCallingThreadManager;
+  if (calling != nullptr && (threadId == 0 || threadId == calling->threadId_)) return calling;
+  auto* stored = static_cast<zuCacheManager*>(
+      zuThreadLocalStorage::getThreadStorage(zuThreadLocalStorage::eCacheManager, threadId));
+  zuCacheManager* manager = stored != nullptr ? stored : CreateForThread(threadId);
+  if (manager->threadId_ == zu::internal::currentThreadId()) tCallingThreadManager = manager;
+  return manager;
+}
+
+zuCacheManager* zuCacheManager::CreateForThread(unsigned int threadId) {
+  auto* manager = new (std::nothrow) zuCacheManager(kThreadListCapacity, kThreadPoolBudget,
+                                                    threadId);
+  if (manager == nullptr) throw zuExMemory();
+  zuThreadLocalStorage::setThreadStorage(zuThreadLocalStorage::eCacheManager, manager, threadId);
+  return manager;
+}
+
+void* zuCacheManager::allocMemory(unsigned int size) {
+  if (gCaching.load(std::memory_order_relaxed) == 0) return heapAlloc(size);
+  zuMemoryCacheList* list = size < kDirectSizes ? direct_[size] : nullptr;
+  if (list == nullptr) list = ChooseList(size, 2ull * size);
+  return list->Take();
+}
+
+void* zuCacheManager::allocMemoryMin(unsigned int& size, unsigned int maxSize) {
+  if (gCaching.load(std::memory_order_relaxed) == 0) return heapAlloc(size);
+  zuMemoryCacheList* list = size < kDirectSizes ? direct_[size] : nullptr;
+  if (list == nullptr) list = ChooseList(size, maxSize != 0 ? maxSize : 2ull * size);
+  size = static_cast<unsigned int>(list->BlockSize());
+  return list->Take();
+}
+
+zuMemoryCacheList* zuCacheManager::ChooseList(unsigned int size, unsigned long long maxSize) {
+  // A request for nothing is served like one for a single byte.
+  zuMemoryCacheList* list = FindOrAddList(size != 0 ? size : 1, std::max(maxSize, 1ull));
+  if (size < kDirectSizes) direct_[size] = list;
+  return list;
+}
+
+// The exact block size wins; else the smallest above `size` that does not
+// exceed `maxSize`; else a new list of exactly `size`, kept in order.
+zuMemoryCacheList* zuCacheManager::FindOrAddList(unsigned int size, unsigned long long maxSize) {
+  const auto position =
+      std::lower_bound(lists_.begin(), lists_.end(), size,
+                       [](const zuMemoryCacheList* list, unsigned int wanted) {
+                         return list->BlockSize() < wanted;
+                       });
+  if (position != lists_.end() && (*position)->BlockSize() <= maxSize) return *position;
+
+  const std::size_t blocksPerPool = (poolBudget_ + size - 1) / size;
+  const std::ptrdiff_t index = position - lists_.begin();
+  reserveOneMore(lists_);
+  auto* list = new (std::nothrow) zuMemoryCacheList(size, blocksPerPool, this);
+  if (list == nullptr) throw zuExMemory();
+  lists_.insert(lists_.begin() + index, list);
+  return list;
+}
+
+void zuCacheManager::freeMemory(void* block) {
+  if (block == nullptr) return;
+  if (gCaching.load(std::memory_order_relaxed) == 0) {
+    std::free(block);
+    return;
+  }
+  zuMemoryCache* pool = zuMemoryCache::FromBlock(block);
+  if (pool == nullptr) ZuExThrow(16479);
+  pool->Give(block);
+  if (pool->InUse() == 0) ReleasePool(pool);
+}
+
+void zuCacheManager::ReleasePool(zuMemoryCache* pool) {
+  zuMemoryCacheList* list = pool->List();
+  if (list == nullptr) {
+    zuMemoryCache::Destroy(pool);
+    return;
+  }
+  zuCacheManager* manager = pool->Manager();
+  if (list->Release(pool)) manager->RemoveList(list);
+}
+
+void zuCacheManager::RemoveList(zuMemoryCacheList* list) {
+  lists_.erase(std::find(lists_.begin(), lists_.end(), list));
+  // A list is remembered only for requested sizes up to its block size.
+  const std::size_t last = std::min<std::size_t>(list->BlockSize(), kDirectSizes - 1);
+  for (std::size_t size = 0; size <= last; ++size) {
+    if (direct_[size] == list) direct_[size] = nullptr;
+  }
+  delete list;
+}
+
+zuCacheManager::ArenaInfo* zuCacheManager::getArena(unsigned int size) {
+  if (size >= kArenaBytes) return NewArena(size, 1);
+  const unsigned int needed = roundToStep(size);
+  for (std::size_t index = arenas_.size(); index-- > 0;) {
+    ArenaInfo* arena = arenas_[index];
+    if (arena->remaining >= needed) return arena;
+    if (arena->remaining < kArenaSlack) {
+      arena->full = 1;
+      reserveOneMore(fullArenas_);
+      fullArenas_.push_back(arena);
+      arenas_.erase(arenas_.begin() + static_cast<std::ptrdiff_t>(index));
+    }
+  }
+  return NewArena(kArenaBytes, 0);
+}
+
+zuCacheManager::ArenaInfo* zuCacheManager::NewArena(unsigned int size, int full) {
+  std::vector<ArenaInfo*>& owner = full ? fullArenas_ : arenas_;
+  reserveOneMore(owner);
+  char* area = static_cast<char*>(std::malloc(size));
+  if (area == nullptr) throw zuExMemory();
+  auto* arena = new (std::nothrow) ArenaInfo{area, area, size, full};
+  if (arena == nullptr) {
+    std::free(area);
+    throw zuExMemory();
+  }
+  owner.push_back(arena);
+  return arena;
+}
+
+void zuCacheManager::setCaching(int caching) {
+  gCaching.store(caching != 0 ? 1 : 0, std::memory_order_relaxed);
+}
+
+std::size_t zuCacheManager::ManagerCount() { return gManagers.load(std::memory_order_relaxed); }
+
+int zuCacheManager::getCaching() { return gCaching.load(std::memory_order_relaxed); }
+
+void* zuCacheManager_alloc(unsigned int size) {
+  return zuCacheManager::getCacheManager(0)->allocMemory(size);
+}
+
+void zuCacheManager_free(void* block) { zuCacheManager::freeMemory(block); }

@@ -1,0 +1,206 @@
+#include "zu/runtime/zuCacheManager.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <vector>
+
+#include "zu/core/zuException.h"
+#include "zu/runtime/internal/zuThreadId.h"
+
+namespace {
+
+std::vector<std::size_t> blockSizes(const zuCacheManager& cache) {
+  std::vector<std::size_t> sizes;
+  for (std::size_t index = 0; index < cache.ListCount(); ++index) {
+    sizes.push_back(cache.List(index)->BlockSize());
+  }
+  return sizes;
+}
+
+// Keeps blocks alive for a test and frees them at its end.
+class Blocks {
+ public:
+  ~Blocks() {
+    for (void* block : blocks_) zuCacheManager::freeMemory(block);
+  }
+  void* Keep(void* block) {
+    blocks_.push_back(block);
+    return block;
+  }
+
+ private:
+  std::vector<void*> blocks_;
+};
+
+TEST(zuCacheManagerTest, ChoosesListWithinSizeAndTwiceSize) {
+  struct Case {
+    unsigned int size;
+    unsigned int maxSize;  // 0: twice the size
+    unsigned int expectedBlockSize;
+    std::vector<std::size_t> expectedLists;
+  };
+  const Case cases[] = {
+      {25, 0, 25, {25}},
+      {40, 0, 40, {25, 40}},          // 25 lies outside [40, 80]
+      {30, 0, 40, {25, 40}},          // 40 lies within [30, 60]
+      {12, 0, 12, {12, 25, 40}},      // 25 lies outside [12, 24]
+      {20, 0, 25, {12, 25, 40}},      // smallest within [20, 40]
+      {40, 100, 40, {12, 25, 40}},    // the exact size wins
+      {300, 0, 300, {12, 25, 40, 300}},
+      {299, 299, 299, {12, 25, 40, 299, 300}},  // 300 exceeds the maximum
+      {290, 350, 299, {12, 25, 40, 299, 300}},  // smallest above, not the exact fit
+      {0, 0, 1, {1, 12, 25, 40, 299, 300}},     // nothing is served as one byte
+  };
+  zuCacheManager cache(10, 50000);
+  Blocks blocks;
+  for (const Case& c : cases) {
+    unsigned int size = c.size;
+    void* block = blocks.Keep(cache.allocMemoryMin(size, c.maxSize));
+    EXPECT_EQ(size, c.expectedBlockSize) << "request " << c.size;
+    EXPECT_EQ(zuMemoryCache::FromBlock(block)->BlockSize(), c.expectedBlockSize);
+    EXPECT_EQ(blockSizes(cache), c.expectedLists) << "request " << c.size;
+    std::memset(block, 0xA5, size);
+  }
+  // allocMemory follows the same rule and remembers small sizes directly.
+  void* block = blocks.Keep(cache.allocMemory(30));
+  EXPECT_EQ(zuMemoryCache::FromBlock(block)->BlockSize(), 40u);
+  EXPECT_EQ(reinterpret_cast<std::uintptr_t>(block) % zuMemoryCache::kAlignment, 0u);
+}
+
+TEST(zuCacheManagerTest, PoolsFillInAddressOrderAndReleaseWhenWhollyFree) {
+  zuCacheManager cache(10, 50000);
+  const unsigned int size = 1000;  // 50 blocks per pool
+  std::vector<void*> first;
+  for (int index = 0; index < 50; ++index) first.push_back(cache.allocMemory(size));
+  ASSERT_EQ(cache.ListCount(), 1u);
+  const zuMemoryCacheList* list = cache.List(0);
+  EXPECT_EQ(list->PoolBlockCount(), 50u);
+  EXPECT_EQ(list->PoolCount(), 1u);
+  for (int index = 1; index < 50; ++index) {
+    EXPECT_LT(first[index - 1], first[index]) << "block " << index;
+  }
+
+  // A full front pool: a new pool goes in front.
+  void* extra = cache.allocMemory(size);
+  const zuMemoryCache* secondPool = zuMemoryCache::FromBlock(extra);
+  EXPECT_EQ(list->PoolCount(), 2u);
+  EXPECT_EQ(list->Pool(0), secondPool);
+
+  // Fill the new pool too, then free one block of the old one: the old pool,
+  // the first with room, moves to the front and hands out that very block.
+  std::vector<void*> second{extra};
+  for (int index = 1; index < 50; ++index) second.push_back(cache.allocMemory(size));
+  const zuMemoryCache* firstPool = zuMemoryCache::FromBlock(first[7]);
+  zuCacheManager::freeMemory(first[7]);
+  first[7] = cache.allocMemory(size);
+  EXPECT_EQ(zuMemoryCache::FromBlock(first[7]), firstPool);
+  EXPECT_EQ(list->Pool(0), firstPool);
+  EXPECT_EQ(firstPool->InUse(), 50u);
+
+  // Freeing the last block in use of a pool releases it.
+  for (void* block : second) zuCacheManager::freeMemory(block);
+  EXPECT_EQ(list->PoolCount(), 1u);
+  EXPECT_EQ(list->Pool(0), firstPool);
+
+  // The last pool of a list goes with its list.
+  for (void* block : first) zuCacheManager::freeMemory(block);
+  EXPECT_EQ(cache.ListCount(), 0u);
+
+  // ... and so do the direct-table entries of the small sizes it served.
+  void* hundred = cache.allocMemory(100);
+  void* sixty = cache.allocMemory(60);  // 100 lies within [60, 120]
+  EXPECT_EQ(blockSizes(cache), std::vector<std::size_t>{100});
+  zuCacheManager::freeMemory(hundred);
+  zuCacheManager::freeMemory(sixty);
+  EXPECT_EQ(cache.ListCount(), 0u);
+  sixty = cache.allocMemory(60);
+  EXPECT_EQ(zuMemoryCache::FromBlock(sixty)->BlockSize(), 60u);
+  zuCacheManager::freeMemory(sixty);
+}
+
+TEST(zuCacheManagerTest, FreeingABlockWithoutPoolThrows) {
+  zuCacheManager cache(10, 50000);
+  void* keep = cache.allocMemory(64);  // keeps the pool alive
+  void* block = cache.allocMemory(64);
+  zuCacheManager::freeMemory(block);
+  try {
+    zuCacheManager::freeMemory(block);  // freed twice: its header was cleared
+    ADD_FAILURE() << "no exception";
+  } catch (const zuExFull& error) {
+    EXPECT_TRUE(error.HasResId(16479));
+  }
+  EXPECT_EQ(zuMemoryCache::FromBlock(keep)->InUse(), 1u);
+  zuCacheManager::freeMemory(nullptr);
+  zuCacheManager_free(keep);
+}
+
+TEST(zuCacheManagerTest, CachingOffUsesTheHeapAndBack) {
+  zuCacheManager* own = zuCacheManager::getCacheManager(0);
+  EXPECT_EQ(own->getThreadId(), zu::internal::currentThreadId());
+  EXPECT_EQ(zuCacheManager::getCacheManager(0), own);
+
+  zuCacheManager::setCaching(0);
+  EXPECT_EQ(zuCacheManager::getCaching(), 0);
+  zuCacheManager* global = zuCacheManager::getCacheManager(0);
+  EXPECT_NE(global, own);
+  EXPECT_EQ(global->getThreadId(), 0u);
+  unsigned int size = 30;
+  void* fromMin = global->allocMemoryMin(size, 0);
+  EXPECT_EQ(size, 30u);
+  void* fromOwn = own->allocMemory(50);  // any manager goes to the heap now
+  void* fromFree = zuCacheManager_alloc(70);
+  EXPECT_EQ(global->ListCount(), 0u);
+  std::free(fromMin);  // heap blocks: the sanitizers check the pairing
+  zuCacheManager::freeMemory(fromOwn);
+  zuCacheManager_free(fromFree);
+
+  zuCacheManager::setCaching(1);
+  EXPECT_EQ(zuCacheManager::getCacheManager(0), own);
+  void* cached = zuCacheManager_alloc(70);
+  EXPECT_EQ(zuMemoryCache::FromBlock(cached)->Manager(), own);
+  zuCacheManager_free(cached);
+}
+
+TEST(zuCacheManagerTest, ArenasAreDedicatedLargeOrSharedAndDropped) {
+  zuCacheManager cache(10, 50000);
+  zuCacheManager::ArenaInfo* big = cache.getArena(20000);
+  EXPECT_EQ(big->remaining, 20000u);
+  EXPECT_EQ(big->full, 1);
+  EXPECT_EQ(cache.getArena(16000)->remaining, 16000u);
+  EXPECT_EQ(cache.ArenaCount(), 0u);  // dedicated arenas are never searched
+
+  zuCacheManager::ArenaInfo* shared = cache.getArena(100);
+  EXPECT_EQ(shared->remaining, 16000u);
+  EXPECT_EQ(shared->full, 0);
+  char* first = static_cast<char*>(shared->Take(100));
+  EXPECT_EQ(shared->remaining, 16000u - 104u);  // steps of 8
+  EXPECT_EQ(cache.getArena(5000), shared);
+  EXPECT_EQ(static_cast<char*>(shared->Take(15700)), first + 104);
+  EXPECT_EQ(shared->remaining, 192u);
+
+  // Small requests still fit what is left; a larger one drops the arena,
+  // now under 200 bytes, and opens a new one.
+  EXPECT_EQ(cache.getArena(150), shared);
+  zuCacheManager::ArenaInfo* next = cache.getArena(300);
+  EXPECT_NE(next, shared);
+  EXPECT_EQ(shared->full, 1);
+  EXPECT_EQ(cache.ArenaCount(), 1u);
+  EXPECT_EQ(cache.getArena(150), next);
+}
+
+TEST(zuCacheManagerTest, BlocksOutliveTheirManager) {
+  void* block = nullptr;
+  {
+    zuCacheManager cache(10, 50000);
+    block = cache.allocMemory(48);
+    std::memset(block, 1, 48);
+  }
+  // Its pool was cut loose; the last free releases it (checked by LeakSanitizer).
+  EXPECT_EQ(zuMemoryCache::FromBlock(block)->Manager(), nullptr);
+  zuCacheManager::freeMemory(block);
+}
+
+}  // namespace

@@ -1,0 +1,101 @@
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstring>
+#include <latch>
+#include <set>
+#include <thread>
+#include <vector>
+
+#include "zu/core/zuString.h"
+#include "zu/runtime/zuCacheManager.h"
+#include "zu/runtime/internal/zuThreadId.h"
+
+namespace {
+
+constexpr int kThreads = 64;
+constexpr int kRounds = 1500;
+constexpr int kLiveBlocks = 32;
+
+struct LiveBlock {
+  unsigned char* bytes = nullptr;
+  unsigned int size = 0;
+  unsigned char fill = 0;
+};
+
+// Takes and frees blocks of 16 to 256 bytes, checking that no other thread
+// wrote into them meanwhile. Returns the number of damaged blocks.
+int churnBlocks(int threadIndex) {
+  int damaged = 0;
+  LiveBlock live[kLiveBlocks];
+  for (int round = 0; round < kRounds; ++round) {
+    LiveBlock& slot = live[round % kLiveBlocks];
+    if (slot.bytes != nullptr) {
+      for (unsigned int index = 0; index < slot.size; ++index) {
+        if (slot.bytes[index] != slot.fill) {
+          ++damaged;
+          break;
+        }
+      }
+      zuCacheManager_free(slot.bytes);
+    }
+    slot.size = 16 + static_cast<unsigned int>((round * 37 + threadIndex * 11) % 241);
+    slot.fill = static_cast<unsigned char>(threadIndex + round);
+    slot.bytes = static_cast<unsigned char*>(zuCacheManager_alloc(slot.size));
+    std::memset(slot.bytes, slot.fill, slot.size);
+  }
+  for (LiveBlock& slot : live) zuCacheManager_free(slot.bytes);
+  return damaged;
+}
+
+// Builds, copies, edits and drops strings. Returns the number of mistakes.
+int churnStrings(int threadIndex) {
+  int mistakes = 0;
+  const unsigned int self = zu::internal::currentThreadId();
+  for (int round = 0; round < kRounds / 10; ++round) {
+    zuString text("thread ");
+    text += static_cast<char>('A' + threadIndex % 26);
+    for (int part = 0; part < round % 40; ++part) text += " part";
+    zuString copy = text;
+    copy.Replace(zuString("T"), 0, 1);
+    copy += "!";
+    if (text.CompareCase("thread ", 7) != 0 || copy.Char(0) != 'T' ||
+        copy.Length() != text.Length() + 1 || text.SharesImpl(copy) ||
+        text.GetThreadId() != self) {
+      ++mistakes;
+    }
+    zuString tail = copy.Substring(7, 1000);
+    tail.ToUpper();
+    if (tail.Char(0) != static_cast<char>('A' + threadIndex % 26)) ++mistakes;
+  }
+  return mistakes;
+}
+
+TEST(zuCacheManagerThreadedTest, ThreadsUseTheirOwnCachesAndReleaseThemAtExit) {
+  const std::size_t managersBefore = zuCacheManager::ManagerCount();
+  std::latch started(kThreads);
+  std::latch finished(kThreads);
+  std::atomic<int> failures{0};
+  std::vector<const zuCacheManager*> managers(kThreads);
+  std::vector<std::thread> threads;
+  for (int index = 0; index < kThreads; ++index) {
+    threads.emplace_back([&, index] {
+      started.arrive_and_wait();
+      const zuCacheManager* own = zuCacheManager::getCacheManager(0);
+      managers[index] = own;
+      if (own->getThreadId() != zu::internal::currentThreadId()) ++failures;
+      failures += churnBlocks(index);
+      failures += churnStrings(index);
+      // Stay alive until every thread has its manager, so none is reused.
+      finished.arrive_and_wait();
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+
+  EXPECT_EQ(failures.load(), 0);
+  EXPECT_EQ(std::set<const zuCacheManager*>(managers.begin(), managers.end()).size(),
+            static_cast<std::size_t>(kThreads));
+  EXPECT_EQ(zuCacheManager::ManagerCount(), managersBefore);
+}
+
+}  // namespace

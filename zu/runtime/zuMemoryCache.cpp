@@ -1,0 +1,50 @@
+#include "zu/runtime/zuMemoryCache.h"
+
+#include <cstdlib>
+#include <limits>
+#include <new>
+
+#include "zu/core/zuException.h"
+
+namespace {
+
+constexpr std::size_t roundUp(std::size_t value, std::size_t step) {
+  return (value + step - 1) / step * step;
+}
+
+// The pool object sits at the start of its own area; the blocks follow.
+constexpr std::size_t kPoolBytes = roundUp(sizeof(zuMemoryCache), 16);
+
+}  // namespace
+
+zuMemoryCache::zuMemoryCache(std::size_t blockSize, std::size_t blockCount, std::size_t stride,
+                             char* area, zuMemoryCacheList* list, zuCacheManager* manager)
+    : blockSize_(blockSize),
+      blockCount_(blockCount),
+      stride_(stride),
+      untouched_(area),
+      end_(area + blockCount * stride),
+      list_(list),
+      manager_(manager) {}
+
+zuMemoryCache* zuMemoryCache::Create(std::size_t blockSize, std::size_t blockCount,
+                                     zuMemoryCacheList* list, zuCacheManager* manager) {
+  if (blockSize == 0) blockSize = 1;
+  if (blockCount == 0) blockCount = 1;
+  constexpr std::size_t kMax = std::numeric_limits<std::size_t>::max();
+  if (blockSize > kMax / 2) throw zuExMemory();
+  // A free block keeps its free-list link in its first word.
+  const std::size_t payload = roundUp(blockSize < sizeof(char*) ? sizeof(char*) : blockSize,
+                                      kAlignment);
+  const std::size_t stride = kHeaderBytes + payload;
+  if (blockCount > (kMax - kPoolBytes) / stride) throw zuExMemory();
+  void* memory = std::malloc(kPoolBytes + blockCount * stride);
+  if (memory == nullptr) throw zuExMemory();
+  char* area = static_cast<char*>(memory) + kPoolBytes;
+  return new (memory) zuMemoryCache(blockSize, blockCount, stride, area, list, manager);
+}
+
+void zuMemoryCache::Destroy(zuMemoryCache* pool) {
+  pool->~zuMemoryCache();
+  std::free(pool);
+}

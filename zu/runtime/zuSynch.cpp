@@ -1,0 +1,3 @@
+#include "zu/runtime/zuSynch.h"
+
+zuSynch::~zuSynch() = default;

@@ -1,0 +1,77 @@
+// Synchronisation objects, counters and anchors used across threads.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <memory>
+#include <thread>
+
+#include "zu/runtime/zuEvent.h"
+#include "zu/runtime/zuMutex.h"
+#include "zu/runtime/zuPerformTimes.h"
+#include "zu/runtime/zuTlsAnchor.h"
+
+namespace {
+
+std::unique_ptr<zuEvent> makeEvent(zuEvent::ResetType type) {
+  std::unique_ptr<zuEvent> event(zuEvent::NewEvent(type));
+  EXPECT_TRUE(event->Valid());
+  return event;
+}
+
+// Burns CPU on the calling thread for at least `milliseconds` of wall time.
+void spin(int milliseconds) {
+  const auto until = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
+  volatile unsigned long sink = 0;
+  while (std::chrono::steady_clock::now() < until) sink = sink + 1;
+}
+
+struct Counted : zuTlsObject {
+  explicit Counted(int* destroyed) : destroyed_(destroyed) {}
+  ~Counted() override { ++*destroyed_; }
+  int* destroyed_;
+};
+
+TEST(zuMutexTest, ReleaseFromAnotherThreadIsRefused) {
+  std::unique_ptr<zuMutex> mutex(zuMutex::NewMutex());
+  mutex->Acquire();
+  zuSynchRet fromOther;
+  std::thread([&] { fromOther = mutex->Release(); }).join();
+  EXPECT_EQ(fromOther.ReturnCode(), zuSynchRet::eFailed);
+  EXPECT_TRUE(mutex->Acquired());
+  mutex->Release();
+}
+
+TEST(zuEventTest, PostFromAnotherThreadEndsATimedWait) {
+  auto event = makeEvent(zuEvent::eAutomaticReset);
+  std::thread poster([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    event->Post();
+  });
+  EXPECT_TRUE(event->Wait(10000).Ok());
+  poster.join();
+}
+
+TEST(zuTlsAnchorTest, EachThreadHasItsOwnAnchorReleasedAtExit) {
+  int destroyed = 0;
+  zuTlsAnchor* mine = zuTlsAnchor::GetTlsAnchor();
+  zuTlsAnchor* theirs = nullptr;
+  std::thread([&] {
+    theirs = zuTlsAnchor::GetTlsAnchor();
+    theirs->RegisterTlsObject(new Counted(&destroyed));
+  }).join();
+  EXPECT_NE(theirs, mine);
+  EXPECT_EQ(destroyed, 1);
+}
+
+TEST(zuPerformTimesTest, ThreadTimeIsTheOwnersFromAnyThread) {
+  std::unique_ptr<zuPerformTimes> times(zuPerformTimes::NewPerformTimes());
+  unsigned long seenByOther = 0;
+  // The other thread spins, which must not count as this thread's time.
+  std::thread([&] {
+    spin(40);
+    seenByOther = times->ThreadTime();
+  }).join();
+  EXPECT_LT(seenByOther, 30u);
+}
+
+}  // namespace

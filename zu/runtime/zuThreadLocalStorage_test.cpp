@@ -1,0 +1,96 @@
+#include "zu/runtime/zuThreadLocalStorage.h"
+
+#include <gtest/gtest.h>
+
+#include "zu/core/zuException.h"
+#include "zu/runtime/internal/zuThreadTable.h"
+
+namespace {
+
+using Tls = zuThreadLocalStorage;
+
+struct CountedStorage : zuThreadStorage {
+  explicit CountedStorage(int* destroyed) : destroyed_(destroyed) {}
+  ~CountedStorage() override { ++*destroyed_; }
+  int* destroyed_;
+};
+
+TEST(zuThreadLocalStorageTest, SlotNumbersAreChecked) {
+  EXPECT_THROW(Tls::getThreadStorage(static_cast<Tls::eCacheType>(14)), zuExFull);
+  EXPECT_THROW(Tls::getThreadStorage(static_cast<Tls::eCacheType>(-1)), zuExFull);
+  EXPECT_THROW(Tls::setThreadStorage(Tls::eCacheTypeCount, nullptr), zuExFull);
+  EXPECT_THROW(Tls::resetThreadStorage(Tls::eCacheTypeCount), zuExFull);
+  try {
+    Tls::getThreadStorage(Tls::eCacheTypeCount);
+    FAIL();
+  } catch (zuExFull& error) {
+    EXPECT_TRUE(error.HasResId(16479));
+  }
+  EXPECT_NO_THROW(Tls::getThreadStorage(Tls::eUnusedSlot13));
+}
+
+TEST(zuThreadLocalStorageTest, FirstQueryRegistersAndSetNeedsAnEntry) {
+  Tls::resetThreadStorage(0u);
+  auto& table = zu::internal::ThreadTable::instance();
+  const unsigned int self = Tls::getThreadId();
+  EXPECT_EQ(table.find(self), nullptr);
+
+  int destroyed = 0;
+  auto* early = new CountedStorage(&destroyed);
+  Tls::setThreadStorage(Tls::eAtomTable, early);  // no entry yet: ignored
+  EXPECT_EQ(table.find(self), nullptr);
+  delete early;
+  destroyed = 0;
+
+  EXPECT_EQ(Tls::getThreadStorage(Tls::eAtomTable), nullptr);
+  EXPECT_NE(table.find(self), nullptr);
+  auto* atoms = new CountedStorage(&destroyed);
+  Tls::setThreadStorage(Tls::eAtomTable, atoms, self);
+  EXPECT_EQ(Tls::getThreadStorage(Tls::eAtomTable, 0), atoms);
+  EXPECT_EQ(Tls::getThreadStorage(Tls::eAtomTable, self), atoms);
+  EXPECT_EQ(Tls::getThreadStorage(Tls::eCacheManager), nullptr);
+}
+
+TEST(zuThreadLocalStorageTest, ResetDestroysSlotObjects) {
+  int destroyed = 0;
+  Tls::getThreadStorage(Tls::eTraceHandler);
+  Tls::setThreadStorage(Tls::eTraceHandler, new CountedStorage(&destroyed));
+  Tls::setThreadStorage(Tls::eCacheManager, new CountedStorage(&destroyed));
+  Tls::setThreadStorage(Tls::eCharConverterCache, new CountedStorage(&destroyed));
+
+  Tls::resetThreadStorage(Tls::eTraceHandler);
+  EXPECT_EQ(destroyed, 1);
+  EXPECT_EQ(Tls::getThreadStorage(Tls::eTraceHandler), nullptr);
+  Tls::resetThreadStorage(Tls::eTraceHandler);  // empty slot: nothing
+  EXPECT_EQ(destroyed, 1);
+
+  Tls::resetThreadStorage(0u);
+  EXPECT_EQ(destroyed, 3);
+  EXPECT_EQ(zu::internal::ThreadTable::instance().find(Tls::getThreadId()), nullptr);
+  EXPECT_EQ(Tls::getThreadStorage(Tls::eCacheManager), nullptr);
+}
+
+// A holder that, while being destroyed, still reaches for the block cache.
+struct CacheUser : zuThreadStorage {
+  explicit CacheUser(zuThreadStorage** seen) : seen_(seen) {}
+  ~CacheUser() override { *seen_ = Tls::getThreadStorage(Tls::eCacheManager); }
+  zuThreadStorage** seen_;
+};
+
+TEST(zuThreadLocalStorageTest, BlockCacheOutlivesTheOtherSlots) {
+  int destroyed = 0;
+  zuThreadStorage* seenByTrace = nullptr;
+  zuThreadStorage* seenByConverters = nullptr;
+  Tls::getThreadStorage(Tls::eCacheManager);
+  auto* cache = new CountedStorage(&destroyed);
+  Tls::setThreadStorage(Tls::eCacheManager, cache);
+  Tls::setThreadStorage(Tls::eCharConverterCache, new CacheUser(&seenByConverters));
+  Tls::setThreadStorage(Tls::eTraceHandler, new CacheUser(&seenByTrace));
+  Tls::resetThreadStorage(0u);
+  EXPECT_EQ(seenByConverters, cache);
+  EXPECT_EQ(seenByTrace, cache);
+  EXPECT_EQ(destroyed, 1);
+  EXPECT_EQ(zu::internal::ThreadTable::instance().find(Tls::getThreadId()), nullptr);
+}
+
+}  // namespace

@@ -1,0 +1,45 @@
+#include "zu/runtime/zuTlsAnchor.h"
+
+#include <gtest/gtest.h>
+
+
+namespace {
+
+struct Counted : zuTlsObject {
+  explicit Counted(int* destroyed) : destroyed_(destroyed) {}
+  ~Counted() override { ++*destroyed_; }
+  int* destroyed_;
+};
+
+TEST(zuTlsAnchorTest, ObjectsGetConsecutiveIndicesAndDieWithTheAnchor) {
+  int destroyed = 0;
+  zuTlsAnchor* anchor = zuTlsAnchor::GetTlsAnchor();
+  EXPECT_EQ(zuTlsAnchor::GetTlsAnchor(), anchor);
+  auto* first = new Counted(&destroyed);
+  auto* second = new Counted(&destroyed);
+  const int firstIndex = anchor->RegisterTlsObject(first);
+  const int secondIndex = anchor->RegisterTlsObject(second);
+  EXPECT_EQ(secondIndex, firstIndex + 1);
+  EXPECT_EQ(first->Index(), firstIndex);
+  EXPECT_EQ(anchor->Object(secondIndex), second);
+  EXPECT_EQ(anchor->Object(secondIndex + 1), nullptr);
+  EXPECT_EQ(anchor->RegisterTlsObject(nullptr), -1);
+
+  zuTlsAnchor::ThreadExitCleanup();
+  EXPECT_EQ(destroyed, 2);
+  zuTlsAnchor::ThreadExitCleanup();  // no anchor: nothing
+  EXPECT_EQ(zuTlsAnchor::GetTlsAnchor()->Object(firstIndex), nullptr);
+}
+
+TEST(zuTlsAnchorTest, SizeAndSingletonRelease) {
+  zuTlsAnchor::SetSize(8);
+  EXPECT_EQ(zuTlsAnchor::Size(), 8u);
+  int destroyed = 0;
+  zuTlsAnchor::GetTlsAnchor()->RegisterTlsObject(new Counted(&destroyed));
+  zuTlsAnchor::ReleaseTlsAnchorSingletons();
+  EXPECT_EQ(destroyed, 1);
+  EXPECT_NE(zuTlsAnchor::GetTlsAnchor(), nullptr);  // the slot is made again
+  zuTlsAnchor::ThreadExitCleanup();
+}
+
+}  // namespace
