@@ -96,8 +96,8 @@ zuCacheManager* zuCacheManager::getCacheManager(unsigned int threadId) {
 }
 
 zuCacheManager* zuCacheManager::CreateForThread(unsigned int threadId) {
-  auto* manager = new (std::nothrow) zuCacheManager(kThreadListCapacity, kThreadPoolBudget,
-                                                    threadId);
+  auto* manager =
+      new (std::nothrow) zuCacheManager(kThreadListCapacity, kThreadPoolBudget, threadId);
   if (manager == nullptr) throw zuExMemory();
   zuThreadLocalStorage::setThreadStorage(zuThreadLocalStorage::eCacheManager, manager, threadId);
   return manager;
@@ -128,11 +128,10 @@ zuMemoryCacheList* zuCacheManager::ChooseList(unsigned int size, unsigned long l
 // The exact block size wins; else the smallest above `size` that does not
 // exceed `maxSize`; else a new list of exactly `size`, kept in order.
 zuMemoryCacheList* zuCacheManager::FindOrAddList(unsigned int size, unsigned long long maxSize) {
-  const auto position =
-      std::lower_bound(lists_.begin(), lists_.end(), size,
-                       [](const zuMemoryCacheList* list, unsigned int wanted) {
-                         return list->BlockSize() < wanted;
-                       });
+  const auto position = std::lower_bound(lists_.begin(), lists_.end(), size,
+                                         [](const zuMemoryCacheList* list, unsigned int wanted) {
+                                           return list->BlockSize() < wanted;
+                                         });
   if (position != lists_.end() && (*position)->BlockSize() <= maxSize) return *position;
 
   const std::size_t blocksPerPool = (poolBudget_ + size - 1) / size;
@@ -210,12 +209,18 @@ void zuCacheManager::setCaching(int caching) {
   gCaching.store(caching != 0 ? 1 : 0, std::memory_order_relaxed);
 }
 
-std::size_t zuCacheManager::ManagerCount() { return gManagers.load(std::memory_order_relaxed); }
+std::size_t zuCacheManager::ManagerCount() {
+  return gManagers.load(std::memory_order_relaxed);
+}
 
-int zuCacheManager::getCaching() { return gCaching.load(std::memory_order_relaxed); }
+int zuCacheManager::getCaching() {
+  return gCaching.load(std::memory_order_relaxed);
+}
 
 void* zuCacheManager_alloc(unsigned int size) {
   return zuCacheManager::getCacheManager(0)->allocMemory(size);
 }
 
-void zuCacheManager_free(void* block) { zuCacheManager::freeMemory(block); }
+void zuCacheManager_free(void* block) {
+  zuCacheManager::freeMemory(block);
+}

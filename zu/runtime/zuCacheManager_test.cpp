@@ -44,11 +44,11 @@ TEST(zuCacheManagerTest, ChoosesListWithinSizeAndTwiceSize) {
   };
   const Case cases[] = {
       {25, 0, 25, {25}},
-      {40, 0, 40, {25, 40}},          // 25 lies outside [40, 80]
-      {30, 0, 40, {25, 40}},          // 40 lies within [30, 60]
-      {12, 0, 12, {12, 25, 40}},      // 25 lies outside [12, 24]
-      {20, 0, 25, {12, 25, 40}},      // smallest within [20, 40]
-      {40, 100, 40, {12, 25, 40}},    // the exact size wins
+      {40, 0, 40, {25, 40}},        // 25 lies outside [40, 80]
+      {30, 0, 40, {25, 40}},        // 40 lies within [30, 60]
+      {12, 0, 12, {12, 25, 40}},    // 25 lies outside [12, 24]
+      {20, 0, 25, {12, 25, 40}},    // smallest within [20, 40]
+      {40, 100, 40, {12, 25, 40}},  // the exact size wins
       {300, 0, 300, {12, 25, 40, 300}},
       {299, 299, 299, {12, 25, 40, 299, 300}},  // 300 exceeds the maximum
       {290, 350, 299, {12, 25, 40, 299, 300}},  // smallest above, not the exact fit

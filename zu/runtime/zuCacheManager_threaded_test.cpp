@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "zu/core/zuString.h"
-#include "zu/runtime/zuCacheManager.h"
 #include "zu/runtime/internal/zuThreadId.h"
+#include "zu/runtime/zuCacheManager.h"
 
 namespace {
 
@@ -60,8 +60,7 @@ int churnStrings(int threadIndex) {
     copy.Replace(zuString("T"), 0, 1);
     copy += "!";
     if (text.CompareCase("thread ", 7) != 0 || copy.Char(0) != 'T' ||
-        copy.Length() != text.Length() + 1 || text.SharesImpl(copy) ||
-        text.GetThreadId() != self) {
+        copy.Length() != text.Length() + 1 || text.SharesImpl(copy) || text.GetThreadId() != self) {
       ++mistakes;
     }
     zuString tail = copy.Substring(7, 1000);

@@ -34,8 +34,8 @@ zuMemoryCache* zuMemoryCache::Create(std::size_t blockSize, std::size_t blockCou
   constexpr std::size_t kMax = std::numeric_limits<std::size_t>::max();
   if (blockSize > kMax / 2) throw zuExMemory();
   // A free block keeps its free-list link in its first word.
-  const std::size_t payload = roundUp(blockSize < sizeof(char*) ? sizeof(char*) : blockSize,
-                                      kAlignment);
+  const std::size_t payload =
+      roundUp(blockSize < sizeof(char*) ? sizeof(char*) : blockSize, kAlignment);
   const std::size_t stride = kHeaderBytes + payload;
   if (blockCount > (kMax - kPoolBytes) / stride) throw zuExMemory();
   void* memory = std::malloc(kPoolBytes + blockCount * stride);

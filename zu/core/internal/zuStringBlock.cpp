@@ -40,7 +40,9 @@ zuStringData* allocateStringBlock(uint32_t request, unsigned int threadId) {
   return initBlock(memory, capacity, cache->getThreadId());
 }
 
-void releaseStringBlock(zuStringData* block) { zuCacheManager::freeMemory(block); }
+void releaseStringBlock(zuStringData* block) {
+  zuCacheManager::freeMemory(block);
+}
 
 zuStringData* allocateHeapStringBlock(uint32_t request) {
   if (request > kLargestRequest) throw zuExMemory();
