@@ -230,7 +230,7 @@ void zuFormat::AppendTemplateRun(uint32_t start, uint32_t end) {
 }
 
 // Reads the conversion at the scan position and moves past it. Past the last
-// conversion the result is the bare "%" with letter 0. The spec text is every
+// conversion the result is the bare "%" with letter 0. The conversion text is every
 // digit and "." after the "%": a leading "0" asks for zero padding, the digits
 // before the first "." are the width, those after it the precision, and any
 // further "." ends what is read of the precision.
