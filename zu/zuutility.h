@@ -54,3 +54,15 @@
 #include "zu/core/zuAtom_str.h"
 #include "zu/core/zuStringLookup.h"
 
+
+
+// Character-set converters
+
+
+// Message catalogues and start-up
+
+
+// Locale identity and resolution
+
+
+// Locale data
