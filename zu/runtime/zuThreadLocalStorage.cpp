@@ -68,7 +68,10 @@ zuThreadStorage* zuThreadLocalStorage::getThreadStorage(eCacheType slot, unsigne
   const unsigned int self = zu::internal::currentThreadId();
   const unsigned int owner = threadId != 0 ? threadId : self;
   ThreadTable& table = ThreadTable::instance();
-  zuThreadLocalStorage* storage = table.find(owner);
+  bool memoized = false;
+  zuThreadLocalStorage* storage =
+      owner == self ? table.findCurrent(self, memoized) : table.find(owner);
+  if (memoized) return storage->Slot(slot);
   if (storage == nullptr) {
     storage = table.findOrCreate(owner);
   }

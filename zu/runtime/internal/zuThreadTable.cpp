@@ -68,6 +68,17 @@ zuThreadLocalStorage* ThreadTable::find(unsigned int threadId) const {
   return nullptr;
 }
 
+zuThreadLocalStorage* ThreadTable::findCurrent(unsigned int self, bool& memoized) const {
+  thread_local zuThreadLocalStorage* memo = nullptr;
+  thread_local unsigned long long memoReleases = 0;
+  const unsigned long long releases = releases_.load(std::memory_order_acquire);
+  memoized = memo != nullptr && memoReleases == releases;
+  if (memoized) return memo;
+  memo = find(self);
+  memoReleases = releases;
+  return memo;
+}
+
 zuThreadLocalStorage* ThreadTable::findOrCreate(unsigned int threadId) {
   zuThreadLocalStorage* created = new (std::nothrow) zuThreadLocalStorage;
   if (created == nullptr) throw zuExMemory();
@@ -113,6 +124,7 @@ zuThreadLocalStorage* ThreadTable::release(unsigned int threadId) {
       zuThreadLocalStorage* storage = entry.storage.load(std::memory_order_relaxed);
       entry.threadId.store(0, std::memory_order_release);
       entry.storage.store(nullptr, std::memory_order_release);
+      releases_.fetch_add(1, std::memory_order_acq_rel);
       return storage;
     }
   }

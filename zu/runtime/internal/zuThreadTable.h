@@ -38,6 +38,11 @@ class ThreadTable {
 
   // The thread's storage, null when it has no entry. No lock.
   zuThreadLocalStorage* find(unsigned int threadId) const;
+  // find() for the calling thread `self`, answered from a per-thread memo
+  // that any release of an entry invalidates (another thread may release
+  // this thread's entry). Returns whether the memo answered, so that the
+  // caller can skip work it did when the memo was filled.
+  zuThreadLocalStorage* findCurrent(unsigned int self, bool& memoized) const;
   // The thread's storage, its entry claimed first when absent (appending a
   // block when all are full). Throws zuExMemory.
   zuThreadLocalStorage* findOrCreate(unsigned int threadId);
@@ -53,6 +58,7 @@ class ThreadTable {
 
   ThreadBlock first_;
   zuMutex* mutex_;
+  std::atomic<unsigned long long> releases_{0};
 };
 
 }  // namespace zu::internal
