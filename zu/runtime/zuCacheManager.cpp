@@ -4,6 +4,7 @@
 #include <atomic>
 #include <cstdlib>
 #include <new>
+#include <utility>
 
 #include "zu/core/zuException.h"
 #include "zu/runtime/internal/zuThreadId.h"
@@ -82,6 +83,8 @@ zuCacheManager::~zuCacheManager() {
     std::free(arena->area);
     delete arena;
   }
+  // Last: deleting the lists above offers their pools' areas as spares.
+  for (SpareArea& spare : spares_) std::free(spare.memory);
 }
 
 zuCacheManager* zuCacheManager::getCacheManager(unsigned int threadId) {
@@ -121,7 +124,10 @@ void* zuCacheManager::allocMemoryMin(unsigned int& size, unsigned int maxSize) {
 zuMemoryCacheList* zuCacheManager::ChooseList(unsigned int size, unsigned long long maxSize) {
   // A request for nothing is served like one for a single byte.
   zuMemoryCacheList* list = FindOrAddList(size != 0 ? size : 1, std::max(maxSize, 1ull));
-  if (size < kDirectSizes) direct_[size] = list;
+  if (size < kDirectSizes) {
+    direct_[size] = list;
+    list->NoteDirectSize(size);
+  }
   return list;
 }
 
@@ -165,11 +171,31 @@ void zuCacheManager::ReleasePool(zuMemoryCache* pool) {
   if (list->Release(pool)) manager->RemoveList(list);
 }
 
+void* zuCacheManager::TakeSpareArea(std::size_t& bytes) {
+  for (SpareArea& spare : spares_) {
+    if (spare.memory != nullptr && spare.bytes >= bytes && spare.bytes / 2 <= bytes) {
+      bytes = spare.bytes;
+      return std::exchange(spare.memory, nullptr);
+    }
+  }
+  return nullptr;
+}
+
+bool zuCacheManager::KeepSpareArea(void* area, std::size_t bytes) {
+  for (SpareArea& spare : spares_) {
+    if (spare.memory == nullptr) {
+      spare = SpareArea{area, bytes};
+      return true;
+    }
+  }
+  return false;
+}
+
 void zuCacheManager::RemoveList(zuMemoryCacheList* list) {
   lists_.erase(std::find(lists_.begin(), lists_.end(), list));
   // A list is remembered only for requested sizes up to its block size.
   const std::size_t last = std::min<std::size_t>(list->BlockSize(), kDirectSizes - 1);
-  for (std::size_t size = 0; size <= last; ++size) {
+  for (std::size_t size = list->LowestDirectSize(); size <= last; ++size) {
     if (direct_[size] == list) direct_[size] = nullptr;
   }
   delete list;

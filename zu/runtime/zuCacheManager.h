@@ -5,7 +5,10 @@
 // remembers its pool in a pointer-sized header in front of the caller's
 // bytes, so it is freed by address alone. The caller's bytes are 8-byte
 // aligned. Pools hold about 50,000 bytes of blocks and are released as soon
-// as they are wholly free, so memory goes back to the heap.
+// as they are wholly free. The manager keeps the areas of the last two
+// released pools as spares for the pools it makes next, so that a string
+// growing through block sizes does not make the heap grow and shrink at
+// every step; everything else goes back to the heap at once.
 //
 //   void* bytes = zuCacheManager_alloc(40);    // the calling thread's cache
 //   zuCacheManager_free(bytes);                // by the same thread
@@ -95,6 +98,13 @@ class ZU_EXPORT zuCacheManager : public zuThreadStorage {
   // thread's manager dies with the thread.
   static std::size_t ManagerCount();
 
+  // For zuMemoryCache: a spare area of at least `bytes` (and not more than
+  // twice as many), `bytes` then set to its size; or null. And the offer of
+  // a released pool's area, false when the manager keeps no more spares (the
+  // caller frees it).
+  void* TakeSpareArea(std::size_t& bytes);
+  bool KeepSpareArea(void* area, std::size_t bytes);
+
   // The pool lists, in order of block size.
   std::size_t ListCount() const { return lists_.size(); }
   const zuMemoryCacheList* List(std::size_t index) const { return lists_[index]; }
@@ -120,6 +130,13 @@ class ZU_EXPORT zuCacheManager : public zuThreadStorage {
   std::vector<ArenaInfo*> arenas_;      // searched, newest last
   std::vector<ArenaInfo*> fullArenas_;  // dropped or dedicated, kept until the end
   bool counted_ = true;                 // in ManagerCount()
+
+  struct SpareArea {
+    void* memory = nullptr;
+    std::size_t bytes = 0;
+  };
+  static constexpr int kSpareAreas = 2;
+  SpareArea spares_[kSpareAreas];
 };
 
 // A block of `size` bytes from the calling thread's manager. Throws zuExMemory.

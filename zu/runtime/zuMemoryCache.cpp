@@ -5,6 +5,7 @@
 #include <new>
 
 #include "zu/core/zuException.h"
+#include "zu/runtime/zuCacheManager.h"
 
 namespace {
 
@@ -17,10 +18,12 @@ constexpr std::size_t kPoolBytes = roundUp(sizeof(zuMemoryCache), 16);
 
 }  // namespace
 
-zuMemoryCache::zuMemoryCache(std::size_t blockSize, std::size_t blockCount, std::size_t stride,
-                             char* area, zuMemoryCacheList* list, zuCacheManager* manager)
+zuMemoryCache::zuMemoryCache(std::size_t blockSize, std::size_t blockCount, std::size_t areaBytes,
+                             std::size_t stride, char* area, zuMemoryCacheList* list,
+                             zuCacheManager* manager)
     : blockSize_(blockSize),
       blockCount_(blockCount),
+      areaBytes_(areaBytes),
       stride_(stride),
       untouched_(area),
       end_(area + blockCount * stride),
@@ -38,13 +41,17 @@ zuMemoryCache* zuMemoryCache::Create(std::size_t blockSize, std::size_t blockCou
       roundUp(blockSize < sizeof(char*) ? sizeof(char*) : blockSize, kAlignment);
   const std::size_t stride = kHeaderBytes + payload;
   if (blockCount > (kMax - kPoolBytes) / stride) throw zuExMemory();
-  void* memory = std::malloc(kPoolBytes + blockCount * stride);
+  std::size_t areaBytes = kPoolBytes + blockCount * stride;
+  void* memory = manager != nullptr ? manager->TakeSpareArea(areaBytes) : nullptr;  // may raise areaBytes
+  if (memory == nullptr) memory = std::malloc(areaBytes);
   if (memory == nullptr) throw zuExMemory();
   char* area = static_cast<char*>(memory) + kPoolBytes;
-  return new (memory) zuMemoryCache(blockSize, blockCount, stride, area, list, manager);
+  return new (memory) zuMemoryCache(blockSize, blockCount, areaBytes, stride, area, list, manager);
 }
 
 void zuMemoryCache::Destroy(zuMemoryCache* pool) {
+  zuCacheManager* manager = pool->manager_;
+  const std::size_t areaBytes = pool->areaBytes_;
   pool->~zuMemoryCache();
-  std::free(pool);
+  if (manager == nullptr || !manager->KeepSpareArea(pool, areaBytes)) std::free(pool);
 }

@@ -31,11 +31,13 @@ class ZU_EXPORT zuMemoryCache {
   static constexpr std::size_t kAlignment = 8;
 
   // A pool of `blockCount` blocks (at least 1) of `blockSize` bytes each
-  // (0 counts as 1), owned by `list` of `manager`. One heap allocation holds
-  // the pool and all its blocks. Throws zuExMemory.
+  // (0 counts as 1), owned by `list` of `manager`. One allocation holds the
+  // pool and all its blocks: a spare area of the manager when one fits, else
+  // a new one from the heap. Throws zuExMemory.
   static zuMemoryCache* Create(std::size_t blockSize, std::size_t blockCount,
                                zuMemoryCacheList* list, zuCacheManager* manager);
-  // Frees the pool and its blocks, in use or not.
+  // Frees the pool and its blocks, in use or not; the manager may keep the
+  // area as a spare for its next pool.
   static void Destroy(zuMemoryCache* pool);
 
   // The pool named in the header of a block handed out by Take(); null when
@@ -92,12 +94,13 @@ class ZU_EXPORT zuMemoryCache {
   zuMemoryCache& operator=(const zuMemoryCache&) = delete;
 
  private:
-  zuMemoryCache(std::size_t blockSize, std::size_t blockCount, std::size_t stride, char* area,
-                zuMemoryCacheList* list, zuCacheManager* manager);
+  zuMemoryCache(std::size_t blockSize, std::size_t blockCount, std::size_t areaBytes,
+                std::size_t stride, char* area, zuMemoryCacheList* list, zuCacheManager* manager);
   ~zuMemoryCache() = default;
 
   std::size_t blockSize_;
   std::size_t blockCount_;
+  std::size_t areaBytes_;  // the one allocation holding the pool and its blocks
   std::size_t stride_;  // header + block size rounded up to kAlignment
   std::size_t inUse_ = 0;
   // Blocks given back, most recent first; their first word links the next.

@@ -49,6 +49,13 @@ class ZU_EXPORT zuMemoryCacheList {
   // The pool at `index` (0: the front); index < PoolCount().
   const zuMemoryCache* Pool(std::size_t index) const { return pools_[index]; }
 
+  // The smallest requested size that the manager's direct table maps to this
+  // list, so that removing the list clears only the entries it can have.
+  std::size_t LowestDirectSize() const { return lowestDirectSize_; }
+  void NoteDirectSize(std::size_t size) {
+    if (size < lowestDirectSize_) lowestDirectSize_ = size;
+  }
+
  private:
   void* TakeFromAnotherPool();
   void MoveToFront(std::size_t index);
@@ -57,4 +64,5 @@ class ZU_EXPORT zuMemoryCacheList {
   std::size_t poolBlockCount_;
   zuCacheManager* manager_;
   std::vector<zuMemoryCache*> pools_;
+  std::size_t lowestDirectSize_ = static_cast<std::size_t>(-1);
 };
