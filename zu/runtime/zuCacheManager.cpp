@@ -75,6 +75,7 @@ zuCacheManager::~zuCacheManager() {
   if (tCallingThreadManager == this) tCallingThreadManager = nullptr;
   if (counted_) gManagers.fetch_sub(1, std::memory_order_relaxed);
   for (zuMemoryCacheList* list : lists_) delete list;
+  for (std::size_t i = 0; i < spareListCount_; ++i) delete spareLists_[i];
   for (ArenaInfo* arena : arenas_) {
     std::free(arena->area);
     delete arena;
@@ -143,8 +144,14 @@ zuMemoryCacheList* zuCacheManager::FindOrAddList(unsigned int size, unsigned lon
   const std::size_t blocksPerPool = (poolBudget_ + size - 1) / size;
   const std::ptrdiff_t index = position - lists_.begin();
   reserveOneMore(lists_);
-  auto* list = new (std::nothrow) zuMemoryCacheList(size, blocksPerPool, this);
-  if (list == nullptr) throw zuExMemory();
+  zuMemoryCacheList* list = nullptr;
+  if (spareListCount_ != 0) {
+    list = spareLists_[--spareListCount_];
+    list->Reuse(size, blocksPerPool);
+  } else {
+    list = new (std::nothrow) zuMemoryCacheList(size, blocksPerPool, this);
+    if (list == nullptr) throw zuExMemory();
+  }
   lists_.insert(lists_.begin() + index, list);
   return list;
 }
@@ -198,7 +205,11 @@ void zuCacheManager::RemoveList(zuMemoryCacheList* list) {
   for (std::size_t size = list->LowestDirectSize(); size <= last; ++size) {
     if (direct_[size] == list) direct_[size] = nullptr;
   }
-  delete list;
+  if (spareListCount_ < kSpareLists) {
+    spareLists_[spareListCount_++] = list;
+  } else {
+    delete list;
+  }
 }
 
 zuCacheManager::ArenaInfo* zuCacheManager::getArena(unsigned int size) {

@@ -137,6 +137,10 @@ class ZU_EXPORT zuCacheManager : public zuThreadStorage {
   };
   static constexpr int kSpareAreas = 2;
   SpareArea spares_[kSpareAreas];
+  // Removed lists kept for reuse, for the same reason as the spare areas.
+  static constexpr std::size_t kSpareLists = 4;
+  zuMemoryCacheList* spareLists_[kSpareLists] = {};
+  std::size_t spareListCount_ = 0;
 };
 
 // A block of `size` bytes from the calling thread's manager. Throws zuExMemory.

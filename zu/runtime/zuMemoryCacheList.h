@@ -39,6 +39,13 @@ class ZU_EXPORT zuMemoryCacheList {
     return TakeFromAnotherPool();
   }
 
+  // Makes an empty list (no pools) serve a new block size, as if new.
+  void Reuse(std::size_t blockSize, std::size_t poolBlockCount) {
+    blockSize_ = blockSize;
+    poolBlockCount_ = poolBlockCount;
+    lowestDirectSize_ = static_cast<std::size_t>(-1);
+  }
+
   // Destroys `pool`, which belongs to this list and has no block in use;
   // the last pool moves into its place. Returns true when no pool is left.
   bool Release(zuMemoryCache* pool);
