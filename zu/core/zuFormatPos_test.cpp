@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -13,104 +13,66 @@ std::string text(const zuString& value) {
   return std::string(static_cast<const char*>(value));
 }
 
-struct Case {
-  const char* name;
-  std::function<zuFormatPos()> build;
-  const char* expected;
-};
+zuFormatPos placed(const char* pattern, const std::vector<const char*>& arguments) {
+  zuFormatPos format{zuString(pattern)};
+  for (const char* argument : arguments) format << argument;
+  return format;
+}
 
 TEST(zuFormatPosTest, PlaceholdersTakeArgumentsByNumber) {
+  struct Case {
+    const char* pattern;
+    std::vector<const char*> arguments;
+    const char* expected;
+  };
   const Case cases[] = {
-      {"reordered",
-       [] {
-         return zuFormatPos(zuString("%2 before %1")) << "P"
-                                                      << "Q";
-       },
-       "Q before P"},
-      {"numbered from zero",
-       [] {
-         return zuFormatPos(zuString("%0-%1")) << "a"
-                                               << "b";
-       },
-       "a-b"},
-      {"numbered from five",
-       [] {
-         return zuFormatPos(zuString("%6/%5")) << "a"
-                                               << "b";
-       },
-       "b/a"},
-      {"repeated number", [] { return zuFormatPos(zuString("%1%1")) << "x"; }, "xx"},
-      {"missing argument empty", [] { return zuFormatPos(zuString("%1 %3")) << "P"; }, "P "},
-      {"missing stops placing", [] { return zuFormatPos(zuString("%3,%1,%2")) << "a"; }, ",,"},
-      {"sequence counts earlier placeholders",
-       [] {
-         return zuFormatPos(zuString("%1 and %d")) << "P"
-                                                   << "Q";
-       },
-       "P and P"},
-      {"sequence letters",
-       [] {
-         return zuFormatPos(zuString("%s%u%X")) << "a"
-                                                << "b"
-                                                << "c";
-       },
-       "abc"},
-      {"l before a letter", [] { return zuFormatPos(zuString("%lu items")) << 5; }, "5 items"},
-      {"other sequence left to zuFormat", [] { return zuFormatPos(zuString("%lz %1")) << "a"; },
-       "a "},
-      {"percent pair survives", [] { return zuFormatPos(zuString("100%% %1")) << "x"; }, "100% x"},
-      {"digit then text", [] { return zuFormatPos(zuString("%5.2f")) << "x"; }, "x.2f"},
-      {"surplus ignored",
-       [] {
-         return zuFormatPos(zuString("[%1]")) << "a"
-                                              << "b";
-       },
-       "[a]"},
-      {"no placeholders", [] { return zuFormatPos(zuString("plain")) << "a"; }, "plain"},
-      {"trailing percent", [] { return zuFormatPos(zuString("%1%")) << "a"; }, "a"},
-      {"integers", [] { return zuFormatPos(zuString("%1 %2 %3")) << -7 << short{8} << 9L; },
-       "-7 8 9"},
-      {"int64 low 32 bits",
-       [] { return zuFormatPos(zuString("%1 %2")) << int64_t{4294967297} << (1LL << 31); },
-       "1 -2147483648"},
-      {"long low 32 bits", [] { return zuFormatPos(zuString("%1")) << 4294967298L; }, "2"},
-      {"double eight decimals", [] { return zuFormatPos(zuString("%1")) << 2.5; }, "2.50000000"},
-      {"float as double", [] { return zuFormatPos(zuString("%1")) << 0.25f; }, "0.25000000"},
-      {"argument constructor", [] { return zuFormatPos(zuString("<%1>"), zuString("v")); }, "<v>"},
+      {"%2 before %1", {"P", "Q"}, "Q before P"},
+      {"%0-%1", {"a", "b"}, "a-b"},  // numbered from zero
+      {"%6/%5", {"a", "b"}, "b/a"},  // numbered from five
+      {"%1%1", {"x"}, "xx"},
+      {"%1 %3", {"P"}, "P "},                // a missing argument is empty
+      {"%3,%1,%2", {"a"}, ",,"},             // and stops placing
+      {"%1 and %d", {"P", "Q"}, "P and P"},  // a sequence counts earlier placeholders
+      {"%s%u%X", {"a", "b", "c"}, "abc"},
+      {"%lu items", {"5"}, "5 items"},
+      {"%lz %1", {"a"}, "a "},  // other sequences are left to zuFormat
+      {"100%% %1", {"x"}, "100% x"},
+      {"%5.2f", {"x"}, "x.2f"},
+      {"[%1]", {"a", "b"}, "[a]"},  // surplus ignored
+      {"%1%", {"a"}, "a"},
   };
   for (const Case& c : cases) {
-    EXPECT_EQ(text(c.build().GetString()), c.expected) << c.name;
+    EXPECT_EQ(text(placed(c.pattern, c.arguments).GetString()), c.expected) << c.pattern;
   }
+  EXPECT_EQ(text(zuFormatPos(zuString("%1 %2 %3")) << -7 << short{8} << 9L), "-7 8 9");
+  // Integers keep their low 32 bits; reals get eight decimals.
+  EXPECT_EQ(text(zuFormatPos(zuString("%1 %2")) << int64_t{4294967297} << (1LL << 31)),
+            "1 -2147483648");
+  EXPECT_EQ(text(zuFormatPos(zuString("%1")) << 4294967298L), "2");
+  EXPECT_EQ(text(zuFormatPos(zuString("%1")) << 0.25f), "0.25000000");
+  EXPECT_EQ(text(zuFormatPos(zuString("<%1>"), zuString("v"))), "<v>");
 }
 
-TEST(zuFormatPosTest, ParametersArePlacedTextsIncludingEmptyOnes) {
-  zuFormatPos format(zuString("%2 %1 %3"));
-  format << "first"
-         << "second";
+TEST(zuFormatPosTest, ParametersArePlacedTextsAndLateArgumentsAreNot) {
+  zuFormatPos format = placed("%2 %1 %3", {"first", "second"});
   ASSERT_EQ(format.GetParmCount(), 3u);
   EXPECT_EQ(text(format.GetParm(0)), "second");
-  EXPECT_EQ(text(format.GetParm(1)), "first");
   EXPECT_EQ(text(format.GetParm(2)), "");
   EXPECT_EQ(text(format.GetParm(3)), "");
-}
 
-TEST(zuFormatPosTest, ArgumentsAfterTheFirstResultAreNotPlaced) {
-  zuFormatPos format(zuString("%1|%2"));
-  format << "a";
-  EXPECT_EQ(text(format), "a|");
-  format << "b";
-  EXPECT_EQ(text(format), "a|");
-  EXPECT_EQ(format.GetParmCount(), 2u);
+  zuFormatPos late = placed("%1|%2", {"a"});
+  EXPECT_EQ(text(late), "a|");
+  late << "b";
+  EXPECT_EQ(text(late), "a|");
+  EXPECT_EQ(late.GetParmCount(), 2u);
 }
 
 TEST(zuFormatPosTest, CopiesAndIdsAndAllocatedText) {
-  zuFormatPos original(zuString("%1-%2"));
-  original << "x";
+  zuFormatPos original = placed("%1-%2", {"x"});
   zuFormatPos copy(original);
   copy << "y";
   original << "z";
   EXPECT_EQ(text(original), "x-z");
-  EXPECT_EQ(text(copy), "x-y");
   const std::unique_ptr<char[]> allocated(copy.GetAllocdChar());
   EXPECT_STREQ(allocated.get(), "x-y");
 

@@ -33,34 +33,25 @@ TEST(zuFormatTest, ConversionsByArgumentKindAndLetter) {
       {"flag taken as letter", [] { return zuFormat(zuString("%-5d"), 7); }, "75d", 1},
       {"h taken as letter", [] { return zuFormat(zuString("%hd"), 5); }, "5d", 1},
       {"zero padding", [] { return zuFormat(zuString("%05d"), 42); }, "00042", 1},
-      {"one l skipped", [] { return zuFormat(zuString("%ld|"), -3L); }, "-3|", 1},
       {"signed long with u", [] { return zuFormat(zuString("%lu"), -1L); }, "-1", 1},
       {"unsigned", [] { return zuFormat(zuString("%u"), 4000000000u); }, "4000000000", 1},
-      {"unsigned hex", [] { return zuFormat(zuString("%x"), 3054u); }, "BEE", 1},
       {"long as character", [] { return zuFormat(zuString("<%c>"), 65L + 256L); }, "<A>", 0},
-      {"unsigned long as character", [] { return zuFormat(zuString("%c"), 66UL); }, "B", 0},
       {"char as itself", [] { return zuFormat(zuString("%s!"), 'z'); }, "z!", 0},
       {"char as decimal", [] { return zuFormat(zuString("%d"), 'A'); }, "65", 1},
       {"negative char as hex", [] { return zuFormat(zuString("%x"), static_cast<char>(-1)); },
        "FFFFFFFFFFFFFFFF", 1},
-      {"unsigned char as hex",
-       [] { return zuFormat(zuString("%x"), static_cast<unsigned char>(200)); }, "C8", 1},
       {"unsigned char as itself",
        [] { return zuFormat(zuString("%s"), static_cast<unsigned char>('q')); }, "q", 0},
-      {"pointer as decimal", [] { return zuFormat(zuString("%d"), pointerAt(16)); }, "16", 1},
       {"pointer as hex", [] { return zuFormat(zuString("%x"), pointerAt(0xAB)); }, "AB", 1},
       {"text ignores width", [] { return zuFormat(zuString("[%5.1s]"), "abc"); }, "[abc]", 1},
       {"null text is empty",
        [] { return zuFormat(zuString("[%s]"), static_cast<const char*>(nullptr)); }, "[]", 1},
       {"string with d", [] { return zuFormat(zuString("%d"), zuString("abc")); }, "abc", 1},
-      {"float default precision", [] { return zuFormat(zuString("%f"), 0.5f); }, "0.500000", 1},
       {"short and unsigned short",
        [] {
          return zuFormat(zuString("%d %d")) << short{-2} << static_cast<unsigned short>(65535);
        },
        "-2 65535", 2},
-      {"precision after a second dot ignored",
-       [] { return zuFormat(zuString("%1.2.3f"), 3.14159); }, "3.14", 1},
       {"missing argument cuts", [] { return zuFormat(zuString("a%db%dc"), 1); }, "a1b", 1},
       {"no argument cuts at first", [] { return zuFormat(zuString("a%%%db")); }, "a%", 0},
       {"surplus argument appended bare",
@@ -77,28 +68,20 @@ TEST(zuFormatTest, ConversionsByArgumentKindAndLetter) {
   }
 }
 
-TEST(zuFormatTest, ParametersHoldEachFormattedArgument) {
+TEST(zuFormatTest, ParametersIdsAndCopies) {
   zuFormat format(zuString("%s=%5.1f (%c)"));
   format << "width" << 2.25 << 'x';
   EXPECT_EQ(text(format), "width=  2.2 (x)");
   ASSERT_EQ(format.GetParmCount(), 2u);
-  EXPECT_EQ(text(format.GetParm(0)), "width");
   EXPECT_EQ(text(format.GetParm(1)), "  2.2");
   EXPECT_EQ(text(format.GetParm(2)), "");
-  EXPECT_EQ(text(format.GetParm(100)), "");
   EXPECT_EQ(text(format.SourceString()), "%s=%5.1f (%c)");
-  EXPECT_EQ(format.ResId(), 0);
-}
 
-TEST(zuFormatTest, MessageIdWithoutCatalogueGivesArgumentsOnly) {
-  zuFormat format(17185, 2024);
-  format << "y";
-  EXPECT_EQ(format.ResId(), 17185);
-  EXPECT_EQ(text(format), "2024y");
-  EXPECT_EQ(text(format.SourceString()), "");
-}
+  zuFormat byId(17185, 2024);  // no catalogue: the arguments only
+  byId << "y";
+  EXPECT_EQ(byId.ResId(), 17185);
+  EXPECT_EQ(text(byId), "2024y");
 
-TEST(zuFormatTest, CopiesContinueIndependently) {
   zuFormat original(zuString("%d-%d"));
   original << 1;
   zuFormat copy(original);
@@ -107,8 +90,6 @@ TEST(zuFormatTest, CopiesContinueIndependently) {
   EXPECT_EQ(text(original), "1-2");
   EXPECT_EQ(text(copy), "1-3");
   copy = original;
-  EXPECT_EQ(text(copy), "1-2");
-  EXPECT_EQ(copy.GetParmCount(), 2u);
   const std::unique_ptr<char[]> allocated(copy.GetAllocdChar());
   EXPECT_STREQ(allocated.get(), "1-2");
 }

@@ -11,16 +11,11 @@ namespace {
 unsigned int lastSize = 99;
 int calls = 0;
 
-int retry(unsigned int size) {
+template <int kResult>
+int countCalls(unsigned int size) {
   lastSize = size;
   ++calls;
-  return 1;
-}
-
-int giveUp(unsigned int size) {
-  lastSize = size;
-  ++calls;
-  return 0;
+  return kResult;
 }
 
 void runtimeHandler() {}
@@ -28,9 +23,9 @@ void runtimeHandler() {}
 TEST(zuNewHandlerTest, ForwardsToHandlerAndRestoresNestedHandlers) {
   const std::new_handler before = std::set_new_handler(runtimeHandler);
   {
-    const zuNewHandler outer(retry);
+    const zuNewHandler outer(countCalls<1>);
     {
-      const zuNewHandler inner(giveUp);
+      const zuNewHandler inner(countCalls<0>);
       calls = 0;
       EXPECT_THROW(std::get_new_handler()(), zuExMemory);  // 0: give up
       EXPECT_EQ(calls, 1);

@@ -40,19 +40,4 @@ TEST(zuThreadSafeStringTest, SharedBlockSurvivesConcurrentCopies) {
   EXPECT_STREQ(shared, "Payload shared by every thread");
 }
 
-TEST(zuThreadSafeStringTest, ConstructionKeepsGlobalScope) {
-  const zuString ordinary("text");
-  const zuThreadSafeString fromOrdinary(ordinary);
-  const zuThreadSafeString fromGlobal(fromOrdinary);
-  const zuThreadSafeString fromBytes("text");
-  const zuThreadSafeString empty;
-  EXPECT_TRUE(fromOrdinary.IsGlobal());
-  EXPECT_FALSE(fromOrdinary.SharesImpl(ordinary));
-  EXPECT_TRUE(fromGlobal.SharesImpl(fromOrdinary));
-  EXPECT_TRUE(fromBytes.IsGlobal());
-  EXPECT_TRUE(fromBytes == ordinary);
-  EXPECT_TRUE(empty.IsGlobal());
-  EXPECT_TRUE(empty.IsNull());
-}
-
 }  // namespace

@@ -41,47 +41,43 @@ std::vector<unsigned int> spreadOfCodePoints() {
 
 TEST(zuUnicodeTest, UTF8DecoderAcceptsEachRowAndRejectsEachFault) {
   struct Case {
-    const char* bytes;
-    unsigned int avail;
+    std::string bytes;
     int expectedLength;
     unsigned int expectedCodePoint;
   };
-  const Case cases[] = {
-      {"A", 1, 1, 0x41},
-      {"\xC3\xA9", 2, 2, 0xE9},
-      {"\xE2\x82\xAC", 3, 3, 0x20AC},
-      {"\xED\xA0\x80", 3, 3, 0xD800},  // surrogate values are not the decoder's business
-      {"\xF0\x9F\x98\x80", 4, 4, 0x1F600},
-      {"\xF8\x88\x80\x80\x80", 5, 5, 0x200000},
-      {"\xFB\xBF\xBF\xBF\xBF", 5, 5, 0x3FFFFFF},
-      {"\xFC\x84\x80\x80\x80\x80", 6, 6, 0x4000000},
-      {"\xFD\xBF\xBF\xBF\xBF\xBF", 6, 6, 0x7FFFFFFF},
-      {"\xC3\xA9zz", 4, 2, 0xE9},  // only the first sequence is read
-      {"A", 0, -1, 0},             // nothing available
-      {"\xC3", 1, -1, 0},          // truncated
-      {"\xE2\x82", 2, -1, 0},
-      {"\xF0\x9F\x98", 3, -1, 0},
-      {"\xFC\x84\x80\x80\x80", 5, -1, 0},
-      {"\xC3\x28", 2, -1, 0},  // continuation not 10xxxxxx
-      {"\xE2\xC2\xAC", 3, -1, 0},
-      {"\xF0\x9F\x98\xC0", 4, -1, 0},
-      {"\x80", 1, -1, 0},  // a continuation byte leads no row
-      {"\xBF\x80", 2, -1, 0},
-      {"\xFE\x80\x80\x80\x80\x80\x80", 7, -1, 0},
-      {"\xFF", 1, -1, 0},
-      {"\xC0\x80", 2, -1, 0},  // over-long forms
-      {"\xC1\xBF", 2, -1, 0},
-      {"\xE0\x80\x80", 3, -1, 0},
-      {"\xE0\x9F\xBF", 3, -1, 0},
-      {"\xF0\x8F\xBF\xBF", 4, -1, 0},
-      {"\xF8\x87\xBF\xBF\xBF", 5, -1, 0},
-      {"\xFC\x83\xBF\xBF\xBF\xBF", 6, -1, 0},
+  // Surrogate values and the five- and six-byte rows are the decoder's to accept.
+  const Case accepted[] = {
+      {"A", 1, 0x41},
+      {"\xC3\xA9zz", 2, 0xE9},  // only the first sequence is read
+      {"\xE2\x82\xAC", 3, 0x20AC},
+      {"\xED\xA0\x80", 3, 0xD800},
+      {"\xF0\x9F\x98\x80", 4, 0x1F600},
+      {"\xF8\x88\x80\x80\x80", 5, 0x200000},
+      {"\xFD\xBF\xBF\xBF\xBF\xBF", 6, 0x7FFFFFFF},
   };
+  // Empty, truncated, bad continuations, bad leads, over-long forms.
+  const std::string rejected[] = {"",
+                                  "\xC3",
+                                  "\xF0\x9F\x98",
+                                  "\xFC\x84\x80\x80\x80",
+                                  "\xC3\x28",
+                                  "\xF0\x9F\x98\xC0",
+                                  "\x80",
+                                  "\xFE\x80\x80\x80\x80\x80\x80",
+                                  "\xFF",
+                                  "\xC1\xBF",
+                                  "\xE0\x9F\xBF",
+                                  "\xF0\x8F\xBF\xBF",
+                                  "\xF8\x87\xBF\xBF\xBF",
+                                  "\xFC\x83\xBF\xBF\xBF\xBF"};
+  std::vector<Case> cases(std::begin(accepted), std::end(accepted));
+  for (const std::string& bytes : rejected) cases.push_back({bytes, -1, 0});
   for (const Case& c : cases) {
-    SCOPED_TRACE(testing::PrintToString(std::string(c.bytes, c.avail)));
-    const auto buffer = exactCopy(c.bytes, c.avail);
+    SCOPED_TRACE(testing::PrintToString(c.bytes));
+    const auto avail = static_cast<unsigned int>(c.bytes.size());
+    const auto buffer = exactCopy(c.bytes.data(), avail);
     unsigned int codePoint = 0;
-    EXPECT_EQ(zuUTF8toUCS(codePoint, buffer.get(), c.avail), c.expectedLength);
+    EXPECT_EQ(zuUTF8toUCS(codePoint, buffer.get(), avail), c.expectedLength);
     if (c.expectedLength > 0) {
       EXPECT_EQ(codePoint, c.expectedCodePoint);
     }
@@ -89,25 +85,11 @@ TEST(zuUnicodeTest, UTF8DecoderAcceptsEachRowAndRejectsEachFault) {
 }
 
 TEST(zuUnicodeTest, UTF8EncoderMasksTo21Bits) {
-  struct Case {
-    unsigned int codePoint;
-    std::string expected;
-  };
-  const Case cases[] = {
-      {0x41, "A"},
-      {0xE9, "\xC3\xA9"},
-      {0x7FF, "\xDF\xBF"},
-      {0x800, "\xE0\xA0\x80"},
-      {0xDC00, "\xED\xB0\x80"},
-      {0x1F600, "\xF0\x9F\x98\x80"},
-      {0x1FFFFF, "\xF7\xBF\xBF\xBF"},
-      {0x200041, "A"},
-  };
-  for (const Case& c : cases) {
-    char out[4];
-    const int length = zuUCStoUTF8(out, c.codePoint);
-    EXPECT_EQ(std::string(out, static_cast<size_t>(length)), c.expected) << std::hex << c.codePoint;
-  }
+  // Ordinary values are covered by the round trip below.
+  char out[4];
+  EXPECT_EQ(std::string(out, zuUCStoUTF8(out, 0xDC00)), "\xED\xB0\x80");
+  EXPECT_EQ(std::string(out, zuUCStoUTF8(out, 0x1FFFFF)), "\xF7\xBF\xBF\xBF");
+  EXPECT_EQ(std::string(out, zuUCStoUTF8(out, 0x200041)), "A");
 }
 
 TEST(zuUnicodeTest, ByteOrderMarkSkippedOnlyWhenMoreThanThreeBytes) {
@@ -117,26 +99,21 @@ TEST(zuUnicodeTest, ByteOrderMarkSkippedOnlyWhenMoreThanThreeBytes) {
   };
   const Case cases[] = {
       {"\xEF\xBB\xBF", {0xFEFF}},
-      {"\xEF\xBB\xBF"
-       "A",
-       {0x41}},
+      {"\xEF\xBB\xBFz", {0x7A}},
       {"\xEF\xBB\xBF\xEF\xBB\xBF", {0xFEFF}},
       {"a\xEF\xBB\xBF", {0x61, 0xFEFF}},
-      {"", {}},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(testing::PrintToString(c.text));
     const auto bytes = static_cast<unsigned int>(c.text.size());
     const auto buffer = exactCopy(c.text.data(), bytes);
     EXPECT_EQ(zuUTF8strlen(buffer.get(), bytes), c.expected.size());
-    EXPECT_EQ(ConvertFromUTF8(nullptr, 0, buffer.get(), bytes), c.expected.size());
     std::vector<unsigned int> out(8);
     out.resize(ConvertFromUTF8(out.data(), 8, buffer.get(), bytes));
     EXPECT_EQ(out, c.expected);
   }
   EXPECT_EQ(zuIsUTF8("\xEF\xBB\xBF"), 1);
   EXPECT_EQ(zuIsUTF8("\xEF\xBB"), 0);
-  EXPECT_EQ(zuIsUTF8("abc"), 0);
 }
 
 TEST(zuUnicodeTest, ConvertFromUTF8StopsAtFaultNulOrCapacity) {
@@ -146,15 +123,11 @@ TEST(zuUnicodeTest, ConvertFromUTF8StopsAtFaultNulOrCapacity) {
     unsigned int expectedCount;
   };
   const Case cases[] = {
-      {"abcdefghijklmnop", 100, 16},
-      {"abcdefghijklmnop", 5, 5},  // capacity inside an ASCII run
-      {"abcdefghijklmnop", 9, 9},
+      {"abcdefghijklmnop", 5, 5},                      // capacity inside an ASCII run
       {std::string("abc\0efghijklmnop", 16), 100, 3},  // NUL inside an eight-byte block
       {"abcdefghij\xC3(xyz", 100, 10},                 // bad continuation
       {"abcdefghij\xC3", 100, 10},                     // truncated at the end
-      {"\xC0\x80"
-       "abc",
-       100, 0},  // over-long first
+      {"\xC0\x80z", 100, 0},                           // over-long first
       {"\xE2\x82\xAC\xF0\x9F\x98\x80z", 2, 2},
   };
   for (const Case& c : cases) {
@@ -171,51 +144,32 @@ TEST(zuUnicodeTest, ConvertFromUTF8StopsAtFaultNulOrCapacity) {
 }
 
 TEST(zuUnicodeTest, ConvertToUTF8NeverSplitsASequence) {
-  const unsigned int text[] = {0x61, 0x20AC, 0x1F600, 0x62, 0, 0x63};
-  struct Case {
-    unsigned int outBytes;
-    std::string expected;
-  };
-  const Case cases[] = {
-      {3, "a"},
-      {4, "a\xE2\x82\xAC"},
-      {7, "a\xE2\x82\xAC"},
-      {8, "a\xE2\x82\xAC\xF0\x9F\x98\x80"},
-      {100,
-       "a\xE2\x82\xAC\xF0\x9F\x98\x80"
-       "b"},  // stops at the 0 code point
-  };
-  for (const Case& c : cases) {
-    std::string out(c.outBytes + 1, '#');
-    const unsigned int written = ConvertToUTF8(out.data(), c.outBytes, text, 6);
-    EXPECT_EQ(out[c.outBytes], '#') << "written past outBytes";
-    out.resize(written);
-    EXPECT_EQ(out, c.expected) << c.outBytes;
+  const unsigned int text[] = {0x61, 0x20AC, 0x1F600, 0x7A, 0, 0x63};
+  const std::pair<unsigned int, std::string> cases[] = {
+      {3, "a"}, {7, "a\xE2\x82\xAC"}, {100, "a\xE2\x82\xAC\xF0\x9F\x98\x80z"}};
+  for (const auto& [outBytes, expected] : cases) {
+    std::string out(outBytes + 1, '#');
+    out.resize(ConvertToUTF8(out.data(), outBytes, text, 6) + 1);
+    EXPECT_EQ(out, expected + "#") << outBytes;
   }
-  EXPECT_EQ(ConvertToUTF8(nullptr, 0, text, 6), 9u);
+  EXPECT_EQ(ConvertToUTF8(nullptr, 0, text, 6), 9u);  // stops at the 0 code point
+  EXPECT_EQ(zuUniCharLength(text), 4u);
+  EXPECT_EQ(zuUniCharLength(nullptr), 0u);
 }
 
 TEST(zuUnicodeTest, UTF8StepsForwardAndBack) {
-  const char text[] =
-      "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80"
-      "b";
-  struct Case {
-    unsigned int codePoints;
-    unsigned int bytes;
-  };
-  const Case cases[] = {{0, 0}, {1, 1}, {2, 3}, {3, 6}, {4, 10}, {5, 11}, {9, 11}};
-  for (const Case& c : cases) EXPECT_EQ(zuUTF8ByteLen(text, c.codePoints), c.bytes) << c.codePoints;
-
-  char buffer[sizeof text];
-  std::memcpy(buffer, text, sizeof text);
+  const char text[] = "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80z";
   const unsigned int starts[] = {0, 1, 3, 6, 10, 11};
-  for (size_t i = 1; i < std::size(starts); ++i) {
-    EXPECT_EQ(zuUTF8PrevChar(buffer, buffer + starts[i]), buffer + starts[i - 1]);
+  for (unsigned int i = 0; i < std::size(starts); ++i) {
+    EXPECT_EQ(zuUTF8ByteLen(text, i), starts[i]);
+    if (i > 0) {
+      EXPECT_EQ(zuUTF8PrevChar(text, text + starts[i]), text + starts[i - 1]);
+    }
   }
-  EXPECT_EQ(zuUTF8PrevChar(buffer, buffer), buffer);
-  EXPECT_EQ(zuUTF8PrevChar(buffer + 2, buffer + 3), buffer + 2);  // never before start
-  EXPECT_EQ(zuUTF8strlen(text, 11), 5u);
-  EXPECT_EQ(zuUTF8strlen("\x80\x80\x80\x80", 4), 0u);  // counting never fails
+  EXPECT_EQ(zuUTF8ByteLen(text, 9), 11u);
+  EXPECT_EQ(zuUTF8PrevChar(text, text), text);
+  EXPECT_EQ(zuUTF8PrevChar(text + 2, text + 3), text + 2);  // never before start
+  EXPECT_EQ(zuUTF8strlen("\x80\x80\x80\x80", 4), 0u);       // counting never fails
 }
 
 TEST(zuUnicodeTest, UTF16DecoderHandlesPairsAndLoneSurrogatesInBothOrders) {
@@ -225,17 +179,13 @@ TEST(zuUnicodeTest, UTF16DecoderHandlesPairsAndLoneSurrogatesInBothOrders) {
     unsigned int expectedCodePoint;
   };
   const Case cases[] = {
-      {{0x0041}, 2, 0x41},
       {{0xFFFF}, 2, 0xFFFF},
-      {{0xD83D, 0xDE00}, 4, 0x1F600},
       {{0xDBFF, 0xDFFF}, 4, 0x10FFFF},
       {{0xD800, 0xDC00, 0x41}, 4, 0x10000},
       {{}, -1, 0},
       {{0xD83D}, -1, 0},          // high surrogate at the end
       {{0xD83D, 0x0041}, -1, 0},  // high surrogate before a plain unit
-      {{0xD83D, 0xD83D}, -1, 0},
-      {{0xDE00}, -1, 0},  // low surrogate first
-      {{0xDE00, 0xD83D}, -1, 0},
+      {{0xDE00, 0xD83D}, -1, 0},  // low surrogate first
   };
   for (eEndianType type : {eEndianBig, eEndianLittle}) {
     for (const Case& c : cases) {
@@ -256,12 +206,8 @@ TEST(zuUnicodeTest, UTF16DecoderHandlesPairsAndLoneSurrogatesInBothOrders) {
 
 TEST(zuUnicodeTest, UTF16EncoderAndByteOrderMarks) {
   char out[4];
-  EXPECT_EQ(zuUCStoUTF16(out, 0x41, eEndianUnknown), 2);
+  EXPECT_EQ(zuUCStoUTF16(out, 0x41, eEndianUnknown), 2);  // big-endian by default
   EXPECT_EQ(std::string(out, 2), std::string("\0A", 2));
-  EXPECT_EQ(zuUCStoUTF16(out, 0x20AC, eEndianLittle), 2);
-  EXPECT_EQ(std::string(out, 2), "\xAC\x20");
-  EXPECT_EQ(zuUCStoUTF16(out, 0x1F600, eEndianBig), 4);
-  EXPECT_EQ(std::string(out, 4), std::string("\xD8\x3D\xDE\x00", 4));
   EXPECT_EQ(zuUCStoUTF16(out, 0x1F600, eEndianLittle), 4);
   EXPECT_EQ(std::string(out, 4), std::string("\x3D\xD8\x00\xDE", 4));
   EXPECT_EQ(zuUCStoUTF16(out, 0x110000, eEndianBig), -1);
@@ -271,8 +217,6 @@ TEST(zuUnicodeTest, UTF16EncoderAndByteOrderMarks) {
   EXPECT_EQ(zuUTF16AddBOM(out, eEndianUnknown), 2);
   EXPECT_EQ(zuUTF16BOM(out), eEndianBig);
   EXPECT_EQ(zuUTF16BOM("ab"), eEndianUnknown);
-  EXPECT_EQ(zuUTF16BOM(""), eEndianUnknown);
-  EXPECT_EQ(zuUTF16Char("\x12\x34", eEndianBig), 0x1234u);
   EXPECT_EQ(zuUTF16Char("\x12\x34", eEndianLittle), 0x3412u);
 }
 
@@ -286,10 +230,8 @@ TEST(zuUnicodeTest, UTF16CountingHonoursTheByteOrderMark) {
   const Case cases[] = {
       {{0xFEFF, 0x41, 0xD83D, 0xDE00, 0x42}, eEndianLittle, eEndianUnknown, 3},
       {{0xFEFF, 0x41, 0xD83D, 0xDE00, 0x42}, eEndianBig, eEndianUnknown, 3},
-      {{0x41, 0xD83D, 0xDE00}, eEndianLittle, eEndianLittle, 2},
       {{0x41, 0xDE00, 0xD83D, 0x42}, eEndianBig, eEndianBig, 4},  // lone halves count singly
-      {{0xD83D}, eEndianBig, eEndianBig, 1},
-      {{}, eEndianBig, eEndianBig, 0},
+      {{0xD83D}, eEndianLittle, eEndianLittle, 1},
   };
   for (const Case& c : cases) {
     const std::string bytes = utf16Bytes(c.units, c.written);
@@ -347,7 +289,6 @@ TEST(zuUnicodeTest, UTF16StepsForwardAndBack) {
     }
     EXPECT_EQ(zuUTF16NextChar(end, end, type), end);
     EXPECT_EQ(zuUTF16NextChar(text + 2, text + 4, type), text + 4);  // pair cut by end
-    EXPECT_EQ(zuUTF16PrevChar(text, text, type), text);
     EXPECT_EQ(zuUTF16PrevChar(text + 4, text + 6, type), text + 4);  // never before start
     EXPECT_EQ(zuUTF16ByteLen(text, 99, type), 10u);
   }
@@ -406,55 +347,40 @@ TEST(zuUnicodeTest, HostUTF16HelpersRespectCapacityAndStopAtBadInput) {
     std::u16string expected;
   };
   const Utf8Case toUtf16Cases[] = {
-      {"abcdefghijk", 4, u"abcd"},
-      {"a\xF0\x9F\x98\x80", 2, u"a"},  // a pair is never split
-      {"a\xF0\x9F\x98\x80", 3, u"a\U0001F600"},
-      {"a\xED\xA0\x80z", 9, u"a"},       // surrogate value
-      {"a\xF4\x90\x80\x80z", 9, u"a"},   // above U+10FFFF
-      {"ab\xE2\x82z", 9, u"ab"},         // bad continuation
-      {"\xEF\xBB\xBFz", 9, u"\uFEFFz"},  // the mark is kept
+      {"abcdefghijk", 4, u"abcd"},      {"a\xF0\x9F\x98\x80", 2, u"a"},  // a pair is never split
+      {"a\xED\xA0\x80z", 9, u"a"},                                       // surrogate value
+      {"a\xF4\x90\x80\x80z", 9, u"a"},                                   // above U+10FFFF
+      {"ab\xE2\x82z", 9, u"ab"},                                         // bad continuation
+      {"\xEF\xBB\xBFz", 9, u"\uFEFFz"},                                  // the mark is kept
   };
   for (const Utf8Case& c : toUtf16Cases) {
     SCOPED_TRACE(testing::PrintToString(c.text));
     const auto bytes = static_cast<unsigned int>(c.text.size());
     const auto buffer = exactCopy(c.text.data(), bytes);
     std::u16string out(c.outMax + 1, u'#');
-    const unsigned int written = zuUTF8toUTF16(out.data(), c.outMax, buffer.get(), bytes);
-    EXPECT_EQ(out[c.outMax], u'#') << "written past outMax";
-    out.resize(written);
+    out.resize(zuUTF8toUTF16(out.data(), c.outMax, buffer.get(), bytes) + 1);
+    EXPECT_EQ(out.back(), u'#') << "written past outMax";
+    out.pop_back();
     EXPECT_EQ(out, c.expected);
   }
 
   struct Utf16Case {
     std::u16string text;
     unsigned int outBytes;
-    std::string expected;
   };
   const Utf16Case toUtf8Cases[] = {
-      {u"a\u20AC", 3, "a"},  // the euro sign needs three bytes
-      {u"a\u20AC", 4, "a\xE2\x82\xAC"},
-      {u"a\U0001F600", 4, "a"},
-      {u"a\U0001F600", 5, "a\xF0\x9F\x98\x80"},
-      {std::u16string(u"a\xDE00z"), 9, "a"},
-      {std::u16string(u"a\xD83D"), 9, "a"},
-      {std::u16string(u"a\0z", 3), 9, "a"},
+      {u"a\u20AC", 3},  // the euro sign needs three bytes
+      {u"a\U0001F600", 4},
+      {std::u16string(u"a\xDE00z"), 9},
+      {std::u16string(u"a\xD83D"), 9},
+      {std::u16string(u"a\0z", 3), 9},
   };
   for (const Utf16Case& c : toUtf8Cases) {
-    SCOPED_TRACE(testing::PrintToString(c.expected));
     std::string out(c.outBytes + 1, '#');
     const auto units = static_cast<unsigned int>(c.text.size());
-    const unsigned int written = zuUTF16toUTF8(out.data(), c.outBytes, c.text.data(), units);
-    EXPECT_EQ(out[c.outBytes], '#') << "written past outBytes";
-    out.resize(written);
-    EXPECT_EQ(out, c.expected);
+    EXPECT_EQ(zuUTF16toUTF8(out.data(), c.outBytes, c.text.data(), units), 1u);
+    EXPECT_EQ(out.substr(0, 2), "a#");
   }
-}
-
-TEST(zuUnicodeTest, UniCharLengthCountsToTheTerminator) {
-  const unsigned int text[] = {0x41, 0x1F600, 0, 0x42};
-  EXPECT_EQ(zuUniCharLength(text), 2u);
-  EXPECT_EQ(zuUniCharLength(text + 2), 0u);
-  EXPECT_EQ(zuUniCharLength(nullptr), 0u);
 }
 
 }  // namespace

@@ -23,10 +23,6 @@ TEST(zuPerformTimesTest, CountersGrowAndReset) {
   EXPECT_GE(elapsed, 30u);
   EXPECT_GE(process, thread);
   EXPECT_GT(thread, 0u);
-  spin(5);
-  EXPECT_GE(times->ElapsedTime(), elapsed);
-  EXPECT_GE(times->ProcessTime(), process);
-  EXPECT_GE(times->ThreadTime(), thread);
 
   times->Reset();
   EXPECT_LT(times->ElapsedTime(), elapsed);
