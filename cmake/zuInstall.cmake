@@ -9,6 +9,8 @@ install(TARGETS zuutility EXPORT zuutilityTargets
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
   INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(FILES ${PROJECT_SOURCE_DIR}/zu/zuutility.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zu)
+get_property(zu_catalogues GLOBAL PROPERTY ZU_CATALOGUES)
+install(FILES ${zu_catalogues} DESTINATION ${CMAKE_INSTALL_DATADIR}/zuutility)
 
 install(EXPORT zuutilityTargets
   NAMESPACE zu::

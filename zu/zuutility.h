@@ -60,6 +60,10 @@
 
 
 // Message catalogues and start-up
+#include "zu/core/zuPosixResourceLoader.h"
+#include "zu/core/zuResourceLoader.h"
+#include "zu/core/zuUtilityInit.h"
+#include "zu/core/zuVersionChecker.h"
 
 
 // Locale identity and resolution

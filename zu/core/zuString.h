@@ -73,6 +73,9 @@ class ZU_EXPORT zuString {
   // A literal over the atom's text, without a copy; a null atom (or text)
   // gives a null string.
   explicit zuString(const zuAtomStore* atom);
+  // The text of message `messageId` from the message catalogue (see
+  // LoadResource); a null string when no catalogue has it.
+  explicit zuString(unsigned short messageId);
   // The UTF-8 form of `count` code points.
   zuString(const unsigned int* ucs4, unsigned int count);
   // The UTF-8 form of NUL-terminated UTF-16 text in host byte order.
@@ -276,6 +279,16 @@ class ZU_EXPORT zuString {
   // `decimals` (at most 15) fraction digits with the system decimal point;
   // with `trimZeros` trailing zeros and a bare point are dropped. Returns 1.
   int Number(double value, unsigned int decimals, int trimZeros);
+
+  // --- Messages -------------------------------------------------------------
+
+  // Replaces the text with message `id` from the message catalogue
+  // (zuPosixResourceLoader) and returns 1; returns 0 when no catalogue has
+  // it, leaving the text as it was. May throw zuExResourceFailure once the
+  // library is initialised and no catalogue can be found.
+  int LoadResource(unsigned short id);
+  // 1 when message `id` exists and equals this text ignoring ASCII case.
+  int MatchesResource(unsigned short id) const;
 
   // --- Sub-strings ----------------------------------------------------------
 

@@ -20,6 +20,9 @@ class ZU_EXPORT zuThreadSafeString : public zuString {
  public:
   // A null global string.
   zuThreadSafeString();
+  // The text of message `messageId` from the message catalogue; null when
+  // no catalogue has it.
+  explicit zuThreadSafeString(unsigned short messageId);
   // A copy of UTF-16 text in host byte order.
   zuThreadSafeString(const char16_t* utf16);
   // A copy of the UTF-8 text.

@@ -1,5 +1,11 @@
 // A client of the installed library: includes the umbrella header and uses
 // a few exported classes, so that headers, exports and the package agree.
+// Initialising checks that the installed message catalogues are found.
 #include <zu/zuutility.h>
 
-int main() { return 0; }
+int main() {
+  zuUtilityInit init(zuGetUtilityVersion(), 1);
+  zuString missing;
+  if (!init.CheckResources(missing)) return 1;
+  return zuString(static_cast<unsigned short>(16479)).IsEmpty() ? 1 : 0;
+}

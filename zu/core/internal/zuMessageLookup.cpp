@@ -2,7 +2,8 @@
 
 namespace zu::internal {
 
-int loadMessage(unsigned short /*id*/, zuString& text) {
+int loadMessage(unsigned short id, zuString& text) {
+  if (text.LoadResource(id)) return 1;
   text = zuString::EmptyString();
   return 0;
 }

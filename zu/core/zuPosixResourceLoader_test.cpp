@@ -1,0 +1,173 @@
+#include "zu/core/zuPosixResourceLoader.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include "zu/core/internal/zuCatalogueRegistry.h"
+#include "zu/core/internal/zuCatalogueTestFiles.h"
+#include "zu/core/internal/zuResourceLoaderState.h"
+#include "zu/core/zuException.h"
+#include "zu/core/zuExErrItem.h"
+#include "zu/core/zuFormat.h"
+#include "zu/core/zuFormatPos.h"
+#include "zu/core/zuThreadSafeString.h"
+
+namespace {
+
+using zu::internal::zuLocaleEnvironment;
+using zu::internal::zuScratchFolder;
+
+constexpr unsigned short kProbe = 60000;
+
+std::string message(unsigned short id) {
+  zuString text("(unchanged)");
+  zuPosixResourceLoader::Instance().LoadResource(id, text);
+  return static_cast<const char*>(text);
+}
+
+std::string textIn(zuModule module, unsigned short id) {
+  return module != nullptr && module->find(id) != nullptr ? *module->find(id) : "(none)";
+}
+
+class zuPosixResourceLoaderTest : public ::testing::Test {
+ protected:
+  void SetUp() override { zu::internal::resetResourceLoaderForTesting(); }
+  void TearDown() override { zu::internal::resetResourceLoaderForTesting(); }
+};
+
+TEST_F(zuPosixResourceLoaderTest, CandidatesFollowTheUserLocaleThenEnThenIntl) {
+  struct Case {
+    const char* lcAll;
+    const char* lang;
+    std::vector<const char*> files;
+    const char* expected;
+  };
+  const std::vector<Case> cases = {
+      {"fr_CA.UTF-8", nullptr, {"fr_CA", "fr", "En", "Intl"}, "fr_CA"},
+      {"fr_CA.UTF-8", nullptr, {"fr", "En", "Intl"}, "fr"},
+      {"fr_CA.UTF-8", nullptr, {"En", "Intl"}, "En"},
+      {"fr_CA.UTF-8", nullptr, {"Intl"}, "Intl"},
+      {"fr_CA.UTF-8", nullptr, {}, "(none)"},
+      {"", "de_DE.UTF-8@euro", {"de", "En"}, "de"},
+      {"C", "de_DE.UTF-8", {"de", "En"}, "En"},
+      {nullptr, "POSIX", {"fr", "Intl"}, "Intl"},
+  };
+  for (const Case& c : cases) {
+    const zuLocaleEnvironment locale(c.lcAll, c.lang);
+    const zuScratchFolder folder;
+    for (const char* suffix : c.files) {
+      folder.write(std::string("Resources") + suffix + ".msg", "60000\t" + std::string(suffix));
+    }
+    const zuModule loaded = zuLoadResourceDll(nullptr, (folder.path() + "/Resources").c_str());
+    EXPECT_EQ(textIn(loaded, kProbe), c.expected) << (c.lcAll ? c.lcAll : "-") << " " << c.lang;
+  }
+}
+
+TEST_F(zuPosixResourceLoaderTest, NextToAModuleThenTheInstalledFolderEachNameOnce) {
+  const zuLocaleEnvironment locale("C", nullptr);
+  const zuScratchFolder folder;
+  const std::string clientFile = folder.write("lib/ClientEn.msg", "60000\tclient");
+  const std::string installed = folder.write("share/zuutility/TextsEn.msg", "60000\tinstalled");
+  const zuModule client = zuLoadResourceDll(nullptr, (folder.path() + "/lib/Client").c_str());
+  ASSERT_NE(client, nullptr);
+  const zuModule texts = zuLoadResourceDll(client, "Texts");
+  EXPECT_EQ(textIn(texts, kProbe), "installed");
+
+  // Loaded names are not read again, even once the files are gone.
+  std::remove(clientFile.c_str());
+  std::remove(installed.c_str());
+  EXPECT_EQ(zuLoadResourceDll(nullptr, (folder.path() + "/lib/Client").c_str()), client);
+  EXPECT_EQ(zuLoadResourceDll(client, "Texts"), texts);
+  EXPECT_EQ(zuLoadResourceDllW(client, u"Texts"), texts);
+  EXPECT_EQ(zuLoadResourceDll(client, "Missing"), nullptr);
+  EXPECT_EQ(zuLoadResourceDll(client, std::string(300, 'x').c_str()), nullptr);
+}
+
+class Override : public zuResourceLoader {
+ public:
+  int LoadResource(unsigned short id, zuString& text) override {
+    if (id != 61001) return 0;
+    text = "override";
+    return 1;
+  }
+};
+
+TEST_F(zuPosixResourceLoaderTest, LookupOrderOverrideClientResourceSecondaryExecutable) {
+  const zuLocaleEnvironment locale("C", nullptr);
+  const zuScratchFolder folder;
+  // Each source knows the ids from its rank on, so each id shows which
+  // source answers first.
+  folder.write("OrderClientEn.msg", "61001\tclient\n61002\tclient\n");
+  folder.write("OrderResourcesEn.msg", "61001\tresource\n61002\tresource\n61003\tresource\n");
+  folder.write("OrderSecondEn.msg", "61001\tsecondary\n61002\tsecondary\n61003\tsecondary\n"
+                                    "61004\tsecondary\n");
+  const std::string executable = zu::internal::executablePath() + ".msg";
+  {
+    std::unique_ptr<FILE, int (*)(FILE*)> file(std::fopen(executable.c_str(), "w"), &std::fclose);
+    ASSERT_TRUE(file);
+    std::fputs("61001\texecutable\n61004\texecutable\n61005\texecutable\n", file.get());
+  }
+  zu::internal::resetResourceLoaderForTesting("OrderResources");
+  zuSetDLLHandle(zuLoadResourceDll(nullptr, (folder.path() + "/OrderClient").c_str()));
+  const zuModule secondary = zuLoadResourceDll(nullptr, (folder.path() + "/OrderSecond").c_str());
+  zuPosixResourceLoader::AddSecondaryHandle(secondary);
+  Override override;
+  zuPosixResourceLoader::Override(&override);
+  EXPECT_EQ(zuPosixResourceLoader::Override(), &override);
+
+  EXPECT_EQ(message(61001), "override");
+  EXPECT_EQ(message(61002), "client");
+  EXPECT_EQ(message(61003), "resource");
+  EXPECT_EQ(message(61004), "secondary");
+  EXPECT_EQ(message(61005), "executable");
+  EXPECT_EQ(message(61006), "(unchanged)");
+  zuPosixResourceLoader::AddSecondaryHandle(secondary);
+  zuPosixResourceLoader::RemoveSecondaryHandle(secondary);  // every entry
+  EXPECT_EQ(message(61004), "executable");
+  zuPosixResourceLoader::UseResourceDLL(0);
+  EXPECT_EQ(message(61003), "(unchanged)");
+  std::remove(executable.c_str());
+}
+
+TEST_F(zuPosixResourceLoaderTest, MessagesResolveToTheUsersLanguage) {
+  struct Case {
+    const char* locale;
+    std::string invalidArgument;
+    std::string compound;
+    std::string unit;
+  };
+  const Case cases[] = {
+      {"C", "An argument is not valid for this operation.",
+       "Compound pictures are not supported (zuPicture::formatCompound).",
+       "Unknown unit of measurement: 42."},
+      {"fr_FR.UTF-8", "Un argument n'est pas valide pour cette op\xC3\xA9ration.",
+       "Les images compos\xC3\xA9""es ne sont pas prises en charge (zuPicture::formatCompound).",
+       "Unit\xC3\xA9 de mesure inconnue : 42."},
+      {"de_CH", "Ein Argument ist f\xC3\xBCr diesen Vorgang ung\xC3\xBCltig.",
+       "Zusammengesetzte Muster werden nicht unterst\xC3\xBCtzt (zuPicture::formatCompound).",
+       "Unbekannte Ma\xC3\x9F""einheit: 42."},
+  };
+  for (const Case& c : cases) {
+    const zuLocaleEnvironment locale(c.locale, nullptr);
+    zu::internal::resetResourceLoaderForTesting();
+    zuExFull error(16479, 0);
+    const std::unique_ptr<zuString> joined(error.String());
+    EXPECT_EQ(std::string(*joined), c.invalidArgument + "\n") << c.locale;
+    EXPECT_EQ(std::string(zuString(static_cast<unsigned short>(16479))), c.invalidArgument);
+    EXPECT_TRUE(zuString(c.invalidArgument.c_str()).MatchesResource(16479));
+    EXPECT_FALSE(zuString("").MatchesResource(kProbe));
+    const zuThreadSafeString shared(static_cast<unsigned short>(16479));
+    EXPECT_TRUE(shared.IsGlobal());
+    EXPECT_EQ(std::string(shared), c.invalidArgument);
+    EXPECT_EQ(std::string(zuFormat(16480) << "zuPicture::formatCompound"), c.compound);
+    EXPECT_EQ(std::string(zuFormatPos(17107) << 42), c.unit);
+    zuExErrItem memory(16583);
+    EXPECT_EQ(memory.Resolve(), 1);
+    EXPECT_FALSE(zuExMemory()[0].Text().IsEmpty());
+  }
+}
+
+}  // namespace

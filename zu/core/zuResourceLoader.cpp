@@ -1,0 +1,3 @@
+#include "zu/core/zuResourceLoader.h"
+
+zuResourceLoader::~zuResourceLoader() = default;
