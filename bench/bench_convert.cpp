@@ -23,9 +23,9 @@ constexpr size_t kShortBytes = 32;
 std::string encode(const char* icuName, const std::string& utf8) {
   UErrorCode status = U_ZERO_ERROR;
   std::string out(utf8.size() * 2 + 16, '\0');
-  const int32_t length = ucnv_convert(icuName, "UTF-8", out.data(),
-                                      static_cast<int32_t>(out.size()), utf8.data(),
-                                      static_cast<int32_t>(utf8.size()), &status);
+  const int32_t length =
+      ucnv_convert(icuName, "UTF-8", out.data(), static_cast<int32_t>(out.size()), utf8.data(),
+                   static_cast<int32_t>(utf8.size()), &status);
   out.resize(U_SUCCESS(status) ? static_cast<size_t>(length) : 0);
   return out;
 }
@@ -139,8 +139,8 @@ void ShortAlternating_open_per_call(benchmark::State& state) {
     ucnv_setSubstChars(target, "?", 1, &status);
     char* cursor = out;
     const char* read = in.data();
-    ucnv_convertEx(target, source, &cursor, out + sizeof out, &read, in.data() + in.size(),
-                   nullptr, nullptr, nullptr, nullptr, true, true, &status);
+    ucnv_convertEx(target, source, &cursor, out + sizeof out, &read, in.data() + in.size(), nullptr,
+                   nullptr, nullptr, nullptr, true, true, &status);
     benchmark::DoNotOptimize(cursor);
     ucnv_close(source);
     ucnv_close(target);

@@ -36,11 +36,15 @@ int lineBreakIn(unsigned int c, std::initializer_list<int> classes) {
   return isOneOf(lineBreak(c), classes) ? 1 : 0;
 }
 
-int categoryOf(unsigned int c) { return u_charType(static_cast<UChar32>(c)); }
+int categoryOf(unsigned int c) {
+  return u_charType(static_cast<UChar32>(c));
+}
 
 }  // namespace
 
-zuCharConverter::zuCharConverter(int codePage) { SetCodePage(codePage); }
+zuCharConverter::zuCharConverter(int codePage) {
+  SetCodePage(codePage);
+}
 
 zuCharConverter::~zuCharConverter() = default;
 
@@ -59,7 +63,9 @@ const char* zuCharConverter::PlatformName(int codePage) const {
   return zu::internal::platformNameOf(codePage);
 }
 
-void zuCharConverter::CodePageName(const char* name) { SetCodePage(ExtractCodePageNum(name)); }
+void zuCharConverter::CodePageName(const char* name) {
+  SetCodePage(ExtractCodePageNum(name));
+}
 
 const char* zuCharConverter::ISOCodePage() const {
   return zu::internal::isoNameOf(codePage_, legacyISONames_);
@@ -88,10 +94,13 @@ int zuCharConverter::ExtractCodePageNum(const char* name) {
 
 // --- Class tests ---------------------------------------------------------------
 
-int zuCharConverter::IsUTF32CodePage() const { return codePage_ >= 65005 && codePage_ <= 65007; }
+int zuCharConverter::IsUTF32CodePage() const {
+  return codePage_ >= 65005 && codePage_ <= 65007;
+}
 
 int zuCharConverter::IsDBCSCodePage() const {
-  return isOneOf(codePage_, {932, 936, 943, 949, 1363, 1373, 1383, 1386, 2566, 50220, 50222, 50225});
+  return isOneOf(codePage_,
+                 {932, 936, 943, 949, 1363, 1373, 1383, 1386, 2566, 50220, 50222, 50225});
 }
 
 int zuCharConverter::IsMBLeadByte(char byte) const {
@@ -135,13 +144,27 @@ const char* zuCharConverter::IsUTFData(const char* bytes) {
 
 // --- Character classes -----------------------------------------------------------
 
-int zuCharConverter::IsSpace(unsigned int c) { return zu::internal::isSpaceCodePoint(c); }
-int zuCharConverter::IsUpper(unsigned int c) { return zu::internal::isUpperCodePoint(c); }
-int zuCharConverter::IsLower(unsigned int c) { return zu::internal::isLowerCodePoint(c); }
-int zuCharConverter::IsDigit(unsigned int c) { return zu::internal::isDigitCodePoint(c); }
-int zuCharConverter::IsAlpha(unsigned int c) { return zu::internal::isAlphaCodePoint(c); }
-int zuCharConverter::IsAlnum(unsigned int c) { return zu::internal::isAlnumCodePoint(c); }
-int zuCharConverter::IsUniSpace(unsigned int c) { return zu::internal::isUniSpaceCodePoint(c); }
+int zuCharConverter::IsSpace(unsigned int c) {
+  return zu::internal::isSpaceCodePoint(c);
+}
+int zuCharConverter::IsUpper(unsigned int c) {
+  return zu::internal::isUpperCodePoint(c);
+}
+int zuCharConverter::IsLower(unsigned int c) {
+  return zu::internal::isLowerCodePoint(c);
+}
+int zuCharConverter::IsDigit(unsigned int c) {
+  return zu::internal::isDigitCodePoint(c);
+}
+int zuCharConverter::IsAlpha(unsigned int c) {
+  return zu::internal::isAlphaCodePoint(c);
+}
+int zuCharConverter::IsAlnum(unsigned int c) {
+  return zu::internal::isAlnumCodePoint(c);
+}
+int zuCharConverter::IsUniSpace(unsigned int c) {
+  return zu::internal::isUniSpaceCodePoint(c);
+}
 
 int zuCharConverter::IsUniBrkSpace(unsigned int c) {
   return IsUniSpace(c) && lineBreak(c) != U_LB_GLUE;
@@ -152,7 +175,9 @@ int zuCharConverter::IsXMLLetter(unsigned int c) {
                                  U_OTHER_LETTER, U_LETTER_NUMBER});
 }
 
-int zuCharConverter::IsIdeo(unsigned int c) { return lineBreakIn(c, {U_LB_IDEOGRAPHIC}); }
+int zuCharConverter::IsIdeo(unsigned int c) {
+  return lineBreakIn(c, {U_LB_IDEOGRAPHIC});
+}
 
 int zuCharConverter::IsLatin(unsigned int c) {
   if (c < 0x250) return 1;
@@ -166,14 +191,13 @@ int zuCharConverter::IsOkBreakBefore(unsigned int c) {
 }
 
 int zuCharConverter::IsOkBreakAfter(unsigned int c) {
-  return lineBreakIn(c, {U_LB_BREAK_AFTER, U_LB_BREAK_BOTH, U_LB_HYPHEN, U_LB_SPACE,
-                         U_LB_ZWSPACE, U_LB_IDEOGRAPHIC, U_LB_H2, U_LB_H3,
-                         U_LB_CONTINGENT_BREAK});
+  return lineBreakIn(c, {U_LB_BREAK_AFTER, U_LB_BREAK_BOTH, U_LB_HYPHEN, U_LB_SPACE, U_LB_ZWSPACE,
+                         U_LB_IDEOGRAPHIC, U_LB_H2, U_LB_H3, U_LB_CONTINGENT_BREAK});
 }
 
 int zuCharConverter::IsMandatoryBreak(unsigned int c) {
-  return lineBreakIn(c, {U_LB_MANDATORY_BREAK, U_LB_CARRIAGE_RETURN, U_LB_LINE_FEED,
-                         U_LB_NEXT_LINE});
+  return lineBreakIn(c,
+                     {U_LB_MANDATORY_BREAK, U_LB_CARRIAGE_RETURN, U_LB_LINE_FEED, U_LB_NEXT_LINE});
 }
 
 int zuCharConverter::IsOpenPunct(unsigned int c) {
@@ -184,7 +208,9 @@ int zuCharConverter::IsClosePunct(unsigned int c) {
   return lineBreakIn(c, {U_LB_CLOSE_PUNCTUATION, U_LB_CLOSE_PARENTHESIS});
 }
 
-int zuCharConverter::IsExclamation(unsigned int c) { return lineBreakIn(c, {U_LB_EXCLAMATION}); }
+int zuCharConverter::IsExclamation(unsigned int c) {
+  return lineBreakIn(c, {U_LB_EXCLAMATION});
+}
 
 int zuCharConverter::IsGlue(unsigned int c) {
   return lineBreakIn(c, {U_LB_GLUE, U_LB_WORD_JOINER});
@@ -198,7 +224,9 @@ int zuCharConverter::IsNumericInfix(unsigned int c) {
   return lineBreakIn(c, {U_LB_INFIX_NUMERIC});
 }
 
-int zuCharConverter::IsAmbiguousQuote(unsigned int c) { return lineBreakIn(c, {U_LB_QUOTATION}); }
+int zuCharConverter::IsAmbiguousQuote(unsigned int c) {
+  return lineBreakIn(c, {U_LB_QUOTATION});
+}
 
 int zuCharConverter::IsNumericPrefix(unsigned int c) {
   return lineBreakIn(c, {U_LB_PREFIX_NUMERIC});
@@ -247,7 +275,9 @@ const zuCharConverter* zuCharConverter::UTF16BE() {
   return &converter;
 }
 
-const zuCharConverter* zuCharConverter::UTF16Host() { return UTF16LE(); }
+const zuCharConverter* zuCharConverter::UTF16Host() {
+  return UTF16LE();
+}
 
 const zuCharConverter* zuCharConverter::UTF32LE() {
   static const zuGxCharConverter converter(65007);
@@ -259,7 +289,9 @@ const zuCharConverter* zuCharConverter::UTF32BE() {
   return &converter;
 }
 
-const zuCharConverter* zuCharConverter::UTF32Host() { return UTF32LE(); }
+const zuCharConverter* zuCharConverter::UTF32Host() {
+  return UTF32LE();
+}
 
 const zuCharConverter* zuCharConverter::Default() {
   const zuCharConverter* chosen = gDefaultOverride.load(std::memory_order_acquire);

@@ -53,9 +53,9 @@ std::vector<Encoding> encodings() {
   shiftJis.insert({0xA5, 0x203E});  // glibc reads 5C and 7E as yen and overline
   std::set<unsigned int> iso2022jp = jisVendorRows;
   iso2022jp.insert({0x0E, 0x0F});  // ICU refuses the shift controls SO and SI as text
-  std::set<unsigned int> korean = withIbmControls(
-      {0xAD, 0xB7, 0x2015, 0x223C, 0x2299, 0xFF5E});  // KS X 1001 revisions
-  for (unsigned int c1 = 0x80; c1 < 0xA0; ++c1) korean.insert(c1);  // glibc passes C1 controls
+  std::set<unsigned int> korean =
+      withIbmControls({0xAD, 0xB7, 0x2015, 0x223C, 0x2299, 0xFF5E});  // KS X 1001 revisions
+  for (unsigned int c1 = 0x80; c1 < 0xA0; ++c1) korean.insert(c1);    // glibc passes C1 controls
   return {
       {"Shift_JIS", "SHIFT_JIS", shiftJis},
       {"KSC_5601", "EUC-KR", korean},
@@ -109,7 +109,8 @@ class Iconv {
     char* outPtr = out.data();
     size_t outLeft = out.size();
     if (iconv(handle_, &inPtr, &inLeft, &outPtr, &outLeft) == static_cast<size_t>(-1)) return false;
-    if (iconv(handle_, nullptr, nullptr, &outPtr, &outLeft) == static_cast<size_t>(-1)) return false;
+    if (iconv(handle_, nullptr, nullptr, &outPtr, &outLeft) == static_cast<size_t>(-1))
+      return false;
     out.resize(out.size() - outLeft);
     return true;
   }
@@ -170,7 +171,8 @@ TEST_P(IconvDifferentialTest, SameBytesBothWays) {
     }
     const std::string mine = ours(legacy, utf8, text);
     const std::string mineBack = ours(utf8, legacy, theirs);
-    const bool same = encoding.encoderMayDiffer ? mineBack == text : mine == theirs && mineBack == text;
+    const bool same =
+        encoding.encoderMayDiffer ? mineBack == text : mine == theirs && mineBack == text;
     if (same) {
       repertoire.push_back(cp);
     } else if (!encoding.tableDifferences.contains(cp) &&

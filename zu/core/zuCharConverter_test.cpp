@@ -18,8 +18,8 @@ using zu::internal::zuConverterCache;
 std::string convert(const zuCharConverter& to, const zuCharConverter& from, const std::string& in,
                     unsigned int outBytes = 256) {
   std::string out(outBytes, '\x7F');
-  const unsigned int written = to.Convert(out.data(), outBytes, &from, in.data(),
-                                          static_cast<unsigned int>(in.size()));
+  const unsigned int written =
+      to.Convert(out.data(), outBytes, &from, in.data(), static_cast<unsigned int>(in.size()));
   out.resize(written);
   return out;
 }
@@ -155,13 +155,11 @@ TEST(zuCharConverterTest, CharacterClassesKeepTheNarrowRules) {
     int space, upper, lower, digit, alpha, uniSpace, brkSpace;
   };
   const Case cases[] = {
-      {' ', 1, 0, 0, 0, 0, 1, 1},      {'\v', 1, 0, 0, 0, 0, 0, 0},
-      {0xA0, 0, 0, 0, 0, 0, 1, 0},     {0x202F, 0, 0, 0, 0, 0, 1, 0},
-      {0x3000, 0, 0, 0, 0, 0, 1, 1},   {'Q', 0, 1, 0, 0, 1, 0, 0},
-      {0xDF, 0, 1, 0, 0, 1, 0, 0},     {0xD7, 0, 0, 0, 0, 0, 0, 0},
-      {0xFF, 0, 0, 1, 0, 1, 0, 0},     {0x0130, 0, 0, 0, 0, 1, 0, 0},
-      {'7', 0, 0, 0, 1, 0, 0, 0},      {0x0663, 0, 0, 0, 1, 0, 0, 0},
-      {0x2163, 0, 0, 0, 0, 0, 0, 0},   {0x4E00, 0, 0, 0, 0, 1, 0, 0},
+      {' ', 1, 0, 0, 0, 0, 1, 1},    {'\v', 1, 0, 0, 0, 0, 0, 0},   {0xA0, 0, 0, 0, 0, 0, 1, 0},
+      {0x202F, 0, 0, 0, 0, 0, 1, 0}, {0x3000, 0, 0, 0, 0, 0, 1, 1}, {'Q', 0, 1, 0, 0, 1, 0, 0},
+      {0xDF, 0, 1, 0, 0, 1, 0, 0},   {0xD7, 0, 0, 0, 0, 0, 0, 0},   {0xFF, 0, 0, 1, 0, 1, 0, 0},
+      {0x0130, 0, 0, 0, 0, 1, 0, 0}, {'7', 0, 0, 0, 1, 0, 0, 0},    {0x0663, 0, 0, 0, 1, 0, 0, 0},
+      {0x2163, 0, 0, 0, 0, 0, 0, 0}, {0x4E00, 0, 0, 0, 0, 1, 0, 0},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(C::IsSpace(c.c), c.space) << std::hex << c.c;
@@ -182,7 +180,8 @@ TEST(zuCharConverterTest, CharacterClassesKeepTheNarrowRules) {
   EXPECT_TRUE(C::IsXMLLetter(0x2163) && !C::IsXMLLetter('1'));
   EXPECT_TRUE(C::IsIdeo(0x6F22) && !C::IsIdeo('a'));
   EXPECT_TRUE(C::IsLatin(0x1E9E) && !C::IsLatin(0x0410));
-  EXPECT_TRUE(C::IsMandatoryBreak('\n') && C::IsMandatoryBreak(0x2028) && !C::IsMandatoryBreak(' '));
+  EXPECT_TRUE(C::IsMandatoryBreak('\n') && C::IsMandatoryBreak(0x2028) &&
+              !C::IsMandatoryBreak(' '));
   EXPECT_TRUE(C::IsOpenPunct('(') && C::IsClosePunct(')') && C::IsClosePunct(0x3001));
   EXPECT_TRUE(C::IsExclamation('!') && C::IsGlue(0xA0) && C::IsNonStarter(0x3005));
   EXPECT_TRUE(C::IsNumericInfix(',') && C::IsAmbiguousQuote('"'));
@@ -247,8 +246,8 @@ TEST(zuCharConverterTest, IcuPathSubstitutesAndFailsOnSmallBuffers) {
 
 TEST(zuCharConverterTest, CacheKeepsEightConvertersMostRecentFirst) {
   zuThreadLocalStorage::resetThreadStorage(zuThreadLocalStorage::eCharConverterCache);
-  const char* names[] = {"SJIS", "GBK", "Big5", "latin1", "latin2", "latin3",
-                         "latin4", "greek", "hebrew"};
+  const char* names[] = {"SJIS",   "GBK",    "Big5",  "latin1", "latin2",
+                         "latin3", "latin4", "greek", "hebrew"};
   for (const char* name : names) convert(zuGxCharConverter(name), zuGxCharConverter("latin5"), "a");
   zuConverterCache& cache = zuConverterCache::current();
   ASSERT_EQ(cache.size(), zuConverterCache::kCapacity);
@@ -268,7 +267,10 @@ TEST(zuCharConverterTest, WalksStepOverWholeCharacters) {
     std::vector<int> starts;
   };
   const Case cases[] = {
-      {"SJIS", "a\x93\xFA\x5C" "b", {0, 1, 3, 4}},  // 0x5C after a lead byte is no lead
+      {"SJIS",
+       "a\x93\xFA\x5C"
+       "b",
+       {0, 1, 3, 4}},  // 0x5C after a lead byte is no lead
       {"SJIS", "\x82\xA0\x82\xA0", {0, 2}},
       {"GB18030", "\x81\x30\x81\x30\xB0\xA1z", {0, 4, 6}},
       {"UTF-8", "a\xC3\xA9\xF0\x9F\x98\x80", {0, 1, 3}},

@@ -18,9 +18,9 @@ TEST(zuCharConverterThreadedTest, ThreadsConvertConcurrentlyWithOwnCaches) {
   // Shared, read-only converters; each thread cycles through more encodings
   // than a cache holds so that it keeps opening and closing.
   const zuGxCharConverter encodings[] = {
-      zuGxCharConverter("SJIS"),   zuGxCharConverter("GBK"),    zuGxCharConverter("Big5"),
-      zuGxCharConverter("KSC_5601"), zuGxCharConverter("GB18030"), zuGxCharConverter("latin2"),
-      zuGxCharConverter("greek"),  zuGxCharConverter("windows-1251"), zuGxCharConverter("UTF-7"),
+      zuGxCharConverter("SJIS"),     zuGxCharConverter("GBK"),          zuGxCharConverter("Big5"),
+      zuGxCharConverter("KSC_5601"), zuGxCharConverter("GB18030"),      zuGxCharConverter("latin2"),
+      zuGxCharConverter("greek"),    zuGxCharConverter("windows-1251"), zuGxCharConverter("UTF-7"),
       zuGxCharConverter("UTF-16BE")};
   const std::string text = "abc \xE6\x97\xA5 123";  // ASCII and one kanji
   // What one thread alone gets, both ways ("?" where the kanji is missing).
@@ -28,8 +28,9 @@ TEST(zuCharConverterThreadedTest, ThreadsConvertConcurrentlyWithOwnCaches) {
   std::vector<std::string> expectedBack;
   for (const auto& encoding : encodings) {
     char out[64];
-    const unsigned int bytes = encoding.Convert(out, sizeof out, zuCharConverter::UTF8(),
-                                                text.data(), static_cast<unsigned int>(text.size()));
+    const unsigned int bytes =
+        encoding.Convert(out, sizeof out, zuCharConverter::UTF8(), text.data(),
+                         static_cast<unsigned int>(text.size()));
     expected.emplace_back(out, bytes);
     char back[64];
     const unsigned int backBytes =
@@ -45,13 +46,14 @@ TEST(zuCharConverterThreadedTest, ThreadsConvertConcurrentlyWithOwnCaches) {
         const std::size_t index = static_cast<std::size_t>(t + round) % std::size(encodings);
         const zuCharConverter& encoding = encodings[index];
         char out[64];
-        const unsigned int bytes = encoding.Convert(out, sizeof out, zuCharConverter::UTF8(),
-                                                    text.data(),
-                                                    static_cast<unsigned int>(text.size()));
+        const unsigned int bytes =
+            encoding.Convert(out, sizeof out, zuCharConverter::UTF8(), text.data(),
+                             static_cast<unsigned int>(text.size()));
         char back[64];
-        const unsigned int backBytes = zuCharConverter::UTF8()->Convert(back, sizeof back,
-                                                                        &encoding, out, bytes);
-        if (std::string(out, bytes) != expected[index] || std::string(back, backBytes) != expectedBack[index]) {
+        const unsigned int backBytes =
+            zuCharConverter::UTF8()->Convert(back, sizeof back, &encoding, out, bytes);
+        if (std::string(out, bytes) != expected[index] ||
+            std::string(back, backBytes) != expectedBack[index]) {
           ++failures;
         }
       }

@@ -88,8 +88,8 @@ char* zuGxCharConverter::NextChar(char* p) const {
   if (IsUTF16CodePage()) {
     const unsigned int unit = zuUTF16Char(p, orderOf(*this));
     if (unit == 0) return p;
-    const bool pair = unit >= 0xD800 && unit <= 0xDBFF &&
-                      (zuUTF16Char(p + 2, orderOf(*this)) & 0xFC00) == 0xDC00;
+    const bool pair =
+        unit >= 0xD800 && unit <= 0xDBFF && (zuUTF16Char(p + 2, orderOf(*this)) & 0xFC00) == 0xDC00;
     return p + (pair ? 4 : 2);
   }
   if (*p == '\0') return p;
@@ -99,8 +99,8 @@ char* zuGxCharConverter::NextChar(char* p) const {
     return p;
   }
   if (!IsMBLeadByte(*p) || p[1] == '\0') return p + 1;
-  const bool fourByteForm = IsQBCSCodePage() && p[1] >= '0' && p[1] <= '9' && p[2] != '\0' &&
-                            p[3] != '\0';
+  const bool fourByteForm =
+      IsQBCSCodePage() && p[1] >= '0' && p[1] <= '9' && p[2] != '\0' && p[3] != '\0';
   return p + (fourByteForm ? 4 : 2);
 }
 

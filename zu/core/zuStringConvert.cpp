@@ -20,9 +20,7 @@ const zuCharConverter& orDefault(const zuCharConverter* converter) {
 
 // Bytes before the encoding's terminator: a 0 unit of the encoding's width.
 unsigned int terminatedLength(const char* text, const zuCharConverter& converter) {
-  const unsigned int width = converter.IsUTF32CodePage()   ? 4
-                             : converter.IsUTF16CodePage() ? 2
-                                                           : 1;
+  const unsigned int width = converter.IsUTF32CodePage() ? 4 : converter.IsUTF16CodePage() ? 2 : 1;
   static const char kZeros[4] = {};
   unsigned int length = 0;
   while (std::memcmp(text + length, kZeros, width) != 0 && length <= zuString::kMaxLength) {

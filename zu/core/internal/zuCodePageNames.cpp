@@ -36,16 +36,16 @@ struct NamedPage {
 
 // Sorted by name for the binary search.
 constexpr NamedPage kNamedPages[] = {
-    {"2022JP", 50220},       {"2022JP2", 50222},    {"2022KR", 50225},     {"ARABIC", 1089},
-    {"BIG5", 1373},          {"BIGFIVE", 1373},     {"CYRILLIC", 915},     {"FONTSPECIFIC", 101},
-    {"GB18030", 1392},       {"GB2312", 1383},      {"GBK", 1386},         {"GREEK", 813},
-    {"HEBREW", 916},         {"HKSCSBIG5", 2566},   {"KOREAN", 1363},      {"KSC5601", 1363},
-    {"LATIN1", 819},         {"LATIN2", 912},       {"LATIN3", 913},       {"LATIN4", 914},
-    {"LATIN5", 920},         {"LATINARABIC", 1089}, {"LATINCYRILLIC", 915}, {"LATINGREEK", 813},
-    {"LATINHEBREW", 916},    {"MAC", 10000},        {"PCK", 943},          {"SHIFTJIS", 943},
-    {"SJIS", 943},           {"USASCII", 367},      {"UTF16", 65002},      {"UTF16BE", 65003},
-    {"UTF16LE", 65004},      {"UTF32", 65005},      {"UTF32BE", 65006},    {"UTF32LE", 65007},
-    {"UTF7", 65000},         {"UTF8", 65001},
+    {"2022JP", 50220},    {"2022JP2", 50222},    {"2022KR", 50225},      {"ARABIC", 1089},
+    {"BIG5", 1373},       {"BIGFIVE", 1373},     {"CYRILLIC", 915},      {"FONTSPECIFIC", 101},
+    {"GB18030", 1392},    {"GB2312", 1383},      {"GBK", 1386},          {"GREEK", 813},
+    {"HEBREW", 916},      {"HKSCSBIG5", 2566},   {"KOREAN", 1363},       {"KSC5601", 1363},
+    {"LATIN1", 819},      {"LATIN2", 912},       {"LATIN3", 913},        {"LATIN4", 914},
+    {"LATIN5", 920},      {"LATINARABIC", 1089}, {"LATINCYRILLIC", 915}, {"LATINGREEK", 813},
+    {"LATINHEBREW", 916}, {"MAC", 10000},        {"PCK", 943},           {"SHIFTJIS", 943},
+    {"SJIS", 943},        {"USASCII", 367},      {"UTF16", 65002},       {"UTF16BE", 65003},
+    {"UTF16LE", 65004},   {"UTF32", 65005},      {"UTF32BE", 65006},     {"UTF32LE", 65007},
+    {"UTF7", 65000},      {"UTF8", 65001},
 };
 static_assert(std::size(kNamedPages) == 38);
 
@@ -93,20 +93,20 @@ constexpr PageName kPlatformNames[] = {
 
 // ISO/IANA-style names; pages missing here use their platform name.
 constexpr PageName kIsoNames[] = {
-    {101, "font-specific"},     {1392, "GB18030"},      {1386, "GBK"},
-    {936, "GBK"},               {1383, "GB2312"},       {1373, "Big5"},
-    {950, "Big5"},              {1363, "KSC_5601"},     {949, "KSC_5601"},
-    {874, "windows-874"},       {1258, "windows-1258"}, {5354, "windows-1258"},
-    {1257, "windows-1257"},     {5353, "windows-1257"}, {1256, "windows-1256"},
-    {5352, "windows-1256"},     {1255, "windows-1255"}, {5351, "windows-1255"},
-    {9447, "windows-1255"},     {1254, "windows-1254"}, {5350, "windows-1254"},
-    {1253, "windows-1253"},     {5349, "windows-1253"}, {1252, "windows-1252"},
-    {5348, "windows-1252"},     {1251, "windows-1251"}, {5347, "windows-1251"},
-    {1250, "windows-1250"},     {5346, "windows-1250"}, {1124, "cyrillic ukraine"},
-    {1089, "arabic"},           {943, "Shift_JIS"},     {932, "Shift_JIS"},
-    {920, "latin5"},            {916, "hebrew"},        {915, "cyrillic"},
-    {914, "latin4"},            {913, "latin3"},        {912, "latin2"},
-    {850, "IBM-850"},           {819, "latin1"},        {813, "greek"},
+    {101, "font-specific"}, {1392, "GB18030"},      {1386, "GBK"},
+    {936, "GBK"},           {1383, "GB2312"},       {1373, "Big5"},
+    {950, "Big5"},          {1363, "KSC_5601"},     {949, "KSC_5601"},
+    {874, "windows-874"},   {1258, "windows-1258"}, {5354, "windows-1258"},
+    {1257, "windows-1257"}, {5353, "windows-1257"}, {1256, "windows-1256"},
+    {5352, "windows-1256"}, {1255, "windows-1255"}, {5351, "windows-1255"},
+    {9447, "windows-1255"}, {1254, "windows-1254"}, {5350, "windows-1254"},
+    {1253, "windows-1253"}, {5349, "windows-1253"}, {1252, "windows-1252"},
+    {5348, "windows-1252"}, {1251, "windows-1251"}, {5347, "windows-1251"},
+    {1250, "windows-1250"}, {5346, "windows-1250"}, {1124, "cyrillic ukraine"},
+    {1089, "arabic"},       {943, "Shift_JIS"},     {932, "Shift_JIS"},
+    {920, "latin5"},        {916, "hebrew"},        {915, "cyrillic"},
+    {914, "latin4"},        {913, "latin3"},        {912, "latin2"},
+    {850, "IBM-850"},       {819, "latin1"},        {813, "greek"},
     {10000, "mac"},
 };
 
@@ -208,12 +208,18 @@ int processCodePage() {
 
 int defaultTableFor(int codePage) {
   switch (codePage) {
-    case 1252: return 88591;
-    case 950: return 1373;
-    case 949: return 1363;
-    case 936: return 1386;
-    case 932: return 943;
-    default: return codePage;
+    case 1252:
+      return 88591;
+    case 950:
+      return 1373;
+    case 949:
+      return 1363;
+    case 936:
+      return 1386;
+    case 932:
+      return 943;
+    default:
+      return codePage;
   }
 }
 
