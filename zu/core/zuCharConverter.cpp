@@ -73,19 +73,12 @@ const char* zuCharConverter::ISOCodePage() const {
 
 zuString zuCharConverter::Canonicalize(const char* name) {
   const unsigned int length = zuString::StringLength(name);
-  char* canonical = new (std::nothrow) char[length + 1];
-  if (canonical == nullptr) throw zuExMemory();
-  const unsigned int canonicalLength =
-      length == 0 ? 0 : zu::internal::canonicalizeName(name, length, canonical);
-  canonical[canonicalLength] = '\0';
-  try {
-    zuString result(canonical, canonicalLength);
-    delete[] canonical;
-    return result;
-  } catch (...) {
-    delete[] canonical;
-    throw;
-  }
+  zuString result;
+  // Written into the block directly: the bytes are a name, so a leading
+  // FF FE must not be taken for a UTF-16 byte-order mark.
+  char* canonical = result.ReAlloc(length + 1, 0);
+  result.SetLength(length == 0 ? 0 : zu::internal::canonicalizeName(name, length, canonical));
+  return result;
 }
 
 int zuCharConverter::ExtractCodePageNum(const char* name) {

@@ -56,6 +56,7 @@ TEST(zuCharConverterTest, NamesReduceToOneCodePage) {
       {"Latin Cyrillic", "LATINCYRILLIC", 915},
       {"caf\xC3\xA9", "CAF\xC3\xA9", 0},  // bytes above 127 are kept
       {"EUC-KR", "EUCKR", 0},
+      {"\xFF\xFEx-1", "\xFF\xFEX1", 0},  // no byte-order mark in a name
       {"", "", 0},
       {"abcdefghijklmnopqrstuvwxyzabcd", "ABCDEFGHIJKLMNOPQRSTUVWXYZABCD", 0},
       {"000000000000000000000000001252", "000000000000000000000000001252", 1252},
