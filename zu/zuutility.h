@@ -57,6 +57,8 @@
 
 
 // Character-set converters
+#include "zu/core/zuCharConverter.h"
+#include "zu/core/zuGxCharConverter.h"
 
 
 // Message catalogues and start-up

@@ -11,6 +11,7 @@
 #include "zu/core/internal/zuStringBlock.h"
 #include "zu/core/internal/zuStringMutex.h"
 #include "zu/core/zuAtomStore.h"
+#include "zu/core/zuCharConverter.h"
 #include "zu/core/zuException.h"
 #include "zu/core/zuUnicode.h"
 #include "zu/runtime/internal/zuThreadId.h"
@@ -22,6 +23,8 @@ namespace {
 constexpr unsigned short kInvalidArgument = 16479;
 // Room for one code point in the widest (6-byte) UTF-8 form and a NUL.
 constexpr unsigned int kCodePointBytes = 7;
+// The widest UTF-8 form a UTF-16 unit can need, counted generously.
+constexpr unsigned int kUTF8BytesPerUTF16Unit = 6;
 
 zuStringData* blockOf(char* chars) {
   return zuStringData::fromChars(chars);
@@ -309,23 +312,8 @@ void zuString::Assign(const char* text, unsigned int length, int literal, unsign
 
 void zuString::AssignMarkedUTF16(const char* bytes, unsigned int units, int bigEndian,
                                  unsigned int threadId) {
-  char16_t* host = new char16_t[units + 1];
-  unsigned int count = 0;
-  for (; count < units; ++count) {
-    const unsigned char first = static_cast<unsigned char>(bytes[2 * count]);
-    const unsigned char second = static_cast<unsigned char>(bytes[2 * count + 1]);
-    const char16_t unit = bigEndian ? static_cast<char16_t>(first << 8 | second)
-                                    : static_cast<char16_t>(second << 8 | first);
-    if (unit == 0) break;
-    host[count] = unit;
-  }
-  try {
-    AssignUTF16(host, count, threadId);
-  } catch (...) {
-    delete[] host;
-    throw;
-  }
-  delete[] host;
+  const zuCharConverter* from = bigEndian ? zuCharConverter::UTF16BE() : zuCharConverter::UTF16LE();
+  AssignConverted(bytes, 2 * units, *from, kUTF8BytesPerUTF16Unit * units, threadId);
 }
 
 void zuString::AssignUTF16(const char16_t* utf16, unsigned int units, unsigned int threadId) {

@@ -28,6 +28,7 @@ namespace zu::internal {
 struct zuStringData;
 }
 struct zuAtomStore;
+class zuCharConverter;
 
 // The context toXML escapes for.
 enum zuToXMLType {
@@ -80,6 +81,15 @@ class ZU_EXPORT zuString {
   zuString(const unsigned int* ucs4, unsigned int count);
   // The UTF-8 form of NUL-terminated UTF-16 text in host byte order.
   zuString(const char16_t* utf16);
+  // Text in `converter`'s encoding (null: zuCharConverter::Default())
+  // converted to UTF-8, in a block of thread `threadId` (0: the calling
+  // thread). The first form reads up to the encoding's terminator (a 0 unit
+  // of 2 bytes for UTF-16, of 4 for UTF-32, else a NUL byte); the second
+  // converts `length` bytes. UTF-8 text is taken as the byte constructors
+  // take it. Text the converter cannot read gives the empty text.
+  zuString(const char* text, const zuCharConverter* converter, unsigned int threadId = 0);
+  zuString(const char* text, unsigned int length, const zuCharConverter* converter,
+           unsigned int threadId = 0);
 
   // Releases the block.
   ~zuString();
@@ -302,6 +312,21 @@ class ZU_EXPORT zuString {
   // A new NUL-terminated UTF-16 array in host (little-endian) order; the
   // caller frees it with delete[].
   char16_t* GetAllocdZuChar() const;
+  // A new array holding the text in the encoding `encoding` names (any
+  // spelling) or in `converter`'s (null: zuCharConverter::Default()),
+  // followed by four 0 bytes; `bytes` receives the byte count without them.
+  // Characters the encoding lacks become "?". The caller frees the array
+  // with delete[]. Throws zuExMemory.
+  char* GetAllocdChar(const char* encoding) const;
+  char* GetAllocdChar(const char* encoding, unsigned int& bytes) const;
+  char* GetAllocdChar(const zuCharConverter* converter) const;
+  char* GetAllocdChar(const zuCharConverter* converter, unsigned int& bytes) const;
+  // Converts the text into the caller's array `buffer` of `capacity` bytes,
+  // as GetAllocdChar does. When the array is null or smaller than the worst
+  // case it is freed with delete[] and replaced by a new one, and `capacity`
+  // becomes the new size. Returns the byte count. Throws zuExMemory.
+  unsigned int CopyToChar(char*& buffer, unsigned int& capacity,
+                          const zuCharConverter* converter) const;
 
   // --- Escaping -------------------------------------------------------------
 
@@ -374,6 +399,8 @@ class ZU_EXPORT zuString {
   void AssignMarkedUTF16(const char* bytes, unsigned int units, int bigEndian,
                          unsigned int threadId);
   void AssignUTF16(const char16_t* utf16, unsigned int units, unsigned int threadId);
+  void AssignConverted(const char* text, unsigned int length, const zuCharConverter& from,
+                       unsigned int blockBytes, unsigned int threadId);
   void AssignFormatted(const char* format, ...);
   void Append(const char* text, unsigned int length);
   unsigned int UniAdvance(unsigned int pos, unsigned int count) const;

@@ -1,0 +1,101 @@
+#include "zu/core/internal/zuConverterCache.h"
+
+#include <algorithm>
+#include <new>
+
+#include "zu/core/internal/zuCodePageNames.h"
+#include "zu/core/zuException.h"
+
+namespace zu::internal {
+
+namespace {
+
+constexpr uint64_t kScratchStep = 32;
+
+}  // namespace
+
+zuConverterCache& zuConverterCache::current() {
+  auto* cache = static_cast<zuConverterCache*>(
+      zuThreadLocalStorage::getThreadStorage(zuThreadLocalStorage::eCharConverterCache));
+  if (cache != nullptr) return *cache;
+  cache = new (std::nothrow) zuConverterCache;
+  if (cache == nullptr) throw zuExMemory();
+  zuThreadLocalStorage::setThreadStorage(zuThreadLocalStorage::eCharConverterCache, cache);
+  return *cache;
+}
+
+zuConverterCache::~zuConverterCache() {
+  for (unsigned int i = 0; i < size_; ++i) ucnv_close(entries_[i].converter);
+  ::operator delete(codePoints_);
+}
+
+UConverter* zuConverterCache::converter(int codePage) {
+  Entry* entry = find(codePage);
+  return entry != nullptr ? entry->converter : nullptr;
+}
+
+const bool* zuConverterCache::leadBytes(int codePage) {
+  static const bool kNone[256] = {};
+  Entry* entry = find(codePage);
+  if (entry == nullptr) return kNone;
+  if (!entry->leadBytesKnown) {
+    UBool starters[256] = {};
+    UErrorCode status = U_ZERO_ERROR;
+    // Only table-driven multi-byte converters answer; the others keep none.
+    ucnv_getStarters(entry->converter, starters, &status);
+    for (int byte = 0; byte < 256; ++byte) {
+      entry->leadBytes[byte] = U_SUCCESS(status) && starters[byte] != 0;
+    }
+    entry->leadBytesKnown = true;
+  }
+  return entry->leadBytes;
+}
+
+unsigned int* zuConverterCache::codePoints(unsigned int count) {
+  const uint64_t bytes = uint64_t{count} * sizeof(unsigned int);
+  if (bytes > codePointBytes_ || codePoints_ == nullptr) {
+    const uint64_t grown = (bytes / kScratchStep + 1) * kScratchStep;
+    void* block = ::operator new(grown, std::nothrow);
+    if (block == nullptr) throw zuExMemory();
+    ::operator delete(codePoints_);
+    codePoints_ = static_cast<unsigned int*>(block);
+    codePointBytes_ = grown;
+  }
+  return codePoints_;
+}
+
+zuConverterCache::Entry* zuConverterCache::find(int codePage) {
+  for (unsigned int i = 0; i < size_; ++i) {
+    if (entries_[i].codePage != codePage) continue;
+    std::rotate(entries_, entries_ + i, entries_ + i + 1);
+    return &entries_[0];
+  }
+  return open(codePage);
+}
+
+zuConverterCache::Entry* zuConverterCache::open(int codePage) {
+  char name[kCodePageNameSize];
+  icuNameOf(codePage, name);
+  if (name[0] == '\0') return nullptr;
+  UErrorCode status = U_ZERO_ERROR;
+  UConverter* opened = ucnv_open(name, &status);
+  if (U_FAILURE(status)) return nullptr;
+  // Encodings whose characters are wider than one byte refuse a one-byte
+  // substitute and keep their own.
+  UErrorCode substStatus = U_ZERO_ERROR;
+  ucnv_setSubstChars(opened, "?", 1, &substStatus);
+
+  if (size_ == kCapacity) {
+    ucnv_close(entries_[kCapacity - 1].converter);
+    entries_[kCapacity - 1] = Entry{};
+  } else {
+    ++size_;
+  }
+  std::rotate(entries_, entries_ + size_ - 1, entries_ + size_);
+  entries_[0] = Entry{};
+  entries_[0].codePage = codePage;
+  entries_[0].converter = opened;
+  return &entries_[0];
+}
+
+}  // namespace zu::internal

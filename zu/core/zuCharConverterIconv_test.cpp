@@ -1,0 +1,222 @@
+// Differential tests: our converters against the C library's iconv.
+//
+// For each encoding, the repertoire is every sampled code point that iconv
+// encodes and decodes back unchanged. Each character alone, then random and
+// edge-case texts, must give the same bytes both ways. Where the tables of
+// the two implementations legitimately differ (ICU's tables follow IBM's and
+// Microsoft's mappings, glibc's follow the national standards), the
+// characters are listed below with the reason and left out of the texts.
+#include <gtest/gtest.h>
+#include <iconv.h>
+#include <unicode/uchar.h>
+
+#include <cerrno>
+#include <map>
+#include <random>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "zu/core/zuGxCharConverter.h"
+
+namespace {
+
+struct Encoding {
+  const char* ours;
+  const char* iconvName;
+  // Code points whose mapping differs between the two table versions.
+  std::set<unsigned int> tableDifferences;
+  // Stateful encoders may pick other (equally valid) escapes or base64
+  // runs: then only decoding must agree, and our bytes must decode to the
+  // same text.
+  bool encoderMayDiffer = false;
+  // glibc writes precomposed letters of these pages as base letter plus
+  // combining mark, and composes such pairs when reading; the ICU tables
+  // hold only the single-byte characters. Such letters are differences,
+  // and combining marks stay out of the texts.
+  bool glibcComposes = false;
+};
+
+// IBM's tables swap the controls 1A, 1C and 7F (the PC's display codes).
+const std::set<unsigned int> kIbmControls = {0x1A, 0x1C, 0x7F};
+
+std::set<unsigned int> withIbmControls(std::set<unsigned int> codePoints) {
+  codePoints.insert(kIbmControls.begin(), kIbmControls.end());
+  return codePoints;
+}
+
+std::vector<Encoding> encodings() {
+  // JIS X 0208 rows where Microsoft's mapping (ICU) and the standard's
+  // (glibc) differ: cent, pound, not, double vertical line, minus.
+  const std::set<unsigned int> jisVendorRows = {0xA2, 0xA3, 0xAC, 0x2016, 0x2212};
+  std::set<unsigned int> shiftJis = withIbmControls(jisVendorRows);
+  shiftJis.insert({0xA5, 0x203E});  // glibc reads 5C and 7E as yen and overline
+  std::set<unsigned int> iso2022jp = jisVendorRows;
+  iso2022jp.insert({0x0E, 0x0F});  // ICU refuses the shift controls SO and SI as text
+  std::set<unsigned int> korean =
+      withIbmControls({0xAD, 0xB7, 0x2015, 0x223C, 0x2299, 0xFF5E});  // KS X 1001 revisions
+  for (unsigned int c1 = 0x80; c1 < 0xA0; ++c1) korean.insert(c1);    // glibc passes C1 controls
+  return {
+      {"Shift_JIS", "SHIFT_JIS", shiftJis},
+      {"KSC_5601", "EUC-KR", korean},
+      {"Big5", "BIG5", withIbmControls({0x80})},  // glibc passes byte 80 through
+      {"GBK", "GBK", withIbmControls({0x20AC})},  // the euro at 80 is newer than IBM's table
+      // GB18030-2005 mapped these to private use; glibc follows the 2022 edition.
+      {"GB18030", "GB18030", {0x9FB4, 0x9FB7, 0x9FBA, 0xFE10, 0xFE12, 0xFE14, 0xFE16, 0xFE18}},
+      {"windows-1250", "CP1250", {}},
+      {"windows-1251", "CP1251", {}},
+      {"windows-1252", "CP1252", {}},
+      {"windows-1253", "CP1253", {}},
+      {"windows-1254", "CP1254", {}},
+      {"windows-1255", "CP1255", {}, false, true},
+      // Arabic letters Microsoft added to 1256 after IBM's table was made.
+      {"windows-1256", "CP1256", {0x679, 0x688, 0x691, 0x6A9, 0x6BA, 0x6BE, 0x6C1, 0x6D2}},
+      // Spacing accents and the Latin-1 signs of Microsoft's later 1257.
+      {"windows-1257", "CP1257", {0xA8, 0xAF, 0xB4, 0xB8, 0x2C7, 0x2D9, 0x2DB}},
+      {"windows-1258", "CP1258", {}, false, true},
+      {"ISO-8859-1", "ISO-8859-1", {}},
+      {"ISO-8859-2", "ISO-8859-2", {}},
+      {"ISO-8859-3", "ISO-8859-3", {}},
+      {"ISO-8859-4", "ISO-8859-4", {}},
+      {"ISO-8859-5", "ISO-8859-5", {}},
+      {"ISO-8859-6", "ISO-8859-6", {}},
+      {"ISO-8859-7", "ISO-8859-7", {}},
+      {"ISO-8859-8", "ISO-8859-8", {}},
+      {"ISO-8859-9", "ISO-8859-9", {}},
+      {"ISO-8859-13", "ISO-8859-13", {}},
+      {"ISO-8859-15", "ISO-8859-15", {}},
+      {"ISO-2022-JP", "ISO-2022-JP", iso2022jp, true},
+      {"UTF-7", "UTF-7", {}, true},
+  };
+}
+
+// One iconv direction; an empty optional-like flag reports failure.
+class Iconv {
+ public:
+  Iconv(const char* to, const char* from) : handle_(iconv_open(to, from)) {}
+  ~Iconv() {
+    if (ok()) iconv_close(handle_);
+  }
+  Iconv(const Iconv&) = delete;
+  Iconv& operator=(const Iconv&) = delete;
+  bool ok() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
+
+  bool run(const std::string& in, std::string& out) {
+    iconv(handle_, nullptr, nullptr, nullptr, nullptr);
+    out.assign(in.size() * 8 + 16, '\0');
+    char* inPtr = const_cast<char*>(in.data());
+    size_t inLeft = in.size();
+    char* outPtr = out.data();
+    size_t outLeft = out.size();
+    if (iconv(handle_, &inPtr, &inLeft, &outPtr, &outLeft) == static_cast<size_t>(-1)) return false;
+    if (iconv(handle_, nullptr, nullptr, &outPtr, &outLeft) == static_cast<size_t>(-1))
+      return false;
+    out.resize(out.size() - outLeft);
+    return true;
+  }
+
+ private:
+  iconv_t handle_;
+};
+
+std::string utf8Of(const std::vector<unsigned int>& codePoints) {
+  std::string text;
+  for (unsigned int cp : codePoints) {
+    char bytes[4];
+    text.append(bytes, static_cast<size_t>(zuUCStoUTF8(bytes, cp)));
+  }
+  return text;
+}
+
+std::string ours(const zuCharConverter& to, const zuCharConverter& from, const std::string& in) {
+  std::string out(in.size() * 6 + 8, '\0');
+  const unsigned int written = to.Convert(out.data(), static_cast<unsigned int>(out.size()), &from,
+                                          in.data(), static_cast<unsigned int>(in.size()));
+  out.resize(written);
+  return out;
+}
+
+std::vector<unsigned int> candidates() {
+  std::vector<unsigned int> codePoints;
+  for (unsigned int cp = 1; cp < 0x3000; ++cp) codePoints.push_back(cp);
+  for (unsigned int cp = 0x3000; cp < 0xD800; cp += 3) codePoints.push_back(cp);
+  for (unsigned int cp = 0xE000; cp < 0x10000; cp += 2) codePoints.push_back(cp);
+  for (unsigned int cp = 0x10000; cp < 0x30000; cp += 0x35) codePoints.push_back(cp);
+  return codePoints;
+}
+
+class IconvDifferentialTest : public ::testing::TestWithParam<Encoding> {};
+
+TEST_P(IconvDifferentialTest, SameBytesBothWays) {
+  const Encoding& encoding = GetParam();
+  Iconv encode(encoding.iconvName, "UTF-8");
+  Iconv decode("UTF-8", encoding.iconvName);
+  if (!encode.ok() || !decode.ok()) {
+    GTEST_SKIP() << "iconv has no " << encoding.iconvName;
+  }
+  const zuGxCharConverter legacy(encoding.ours);
+  const zuCharConverter& utf8 = *zuCharConverter::UTF8();
+  ASSERT_NE(legacy.CodePageNum(), 0) << encoding.ours;
+
+  // Each character alone: the repertoire, and every disagreement.
+  std::vector<unsigned int> repertoire;
+  std::map<unsigned int, std::string> differences;
+  std::string theirs;
+  std::string back;
+  for (unsigned int cp : candidates()) {
+    const std::string text = utf8Of({cp});
+    if (!encode.run(text, theirs) || !decode.run(theirs, back) || back != text) continue;
+    if (encoding.glibcComposes && u_charType(static_cast<UChar32>(cp)) == U_NON_SPACING_MARK) {
+      continue;
+    }
+    const std::string mine = ours(legacy, utf8, text);
+    const std::string mineBack = ours(utf8, legacy, theirs);
+    const bool same =
+        encoding.encoderMayDiffer ? mineBack == text : mine == theirs && mineBack == text;
+    if (same) {
+      repertoire.push_back(cp);
+    } else if (!encoding.tableDifferences.contains(cp) &&
+               !(encoding.glibcComposes && theirs.size() > 1)) {
+      differences[cp] = mine;
+    }
+  }
+  EXPECT_GT(repertoire.size(), 90u);
+  std::string listed;
+  for (const auto& [cp, bytes] : differences) listed += " " + std::to_string(cp);
+  EXPECT_TRUE(differences.empty()) << encoding.ours << " differs at" << listed;
+
+  // Texts: empty, the repertoire's ends, and random mixes.
+  std::vector<std::vector<unsigned int>> texts = {{}};
+  texts.emplace_back(repertoire.begin(), repertoire.begin() + 40);
+  texts.emplace_back(repertoire.end() - 40, repertoire.end());
+  std::mt19937 random(20261122);
+  std::uniform_int_distribution<size_t> pick(0, repertoire.size() - 1);
+  std::uniform_int_distribution<int> length(1, 60);
+  for (int i = 0; i < 200; ++i) {
+    std::vector<unsigned int> text(static_cast<size_t>(length(random)));
+    for (unsigned int& cp : text) cp = repertoire[pick(random)];
+    texts.push_back(text);
+  }
+  for (const auto& codePoints : texts) {
+    const std::string text = utf8Of(codePoints);
+    ASSERT_TRUE(encode.run(text, theirs));
+    const std::string mine = ours(legacy, utf8, text);
+    if (!encoding.encoderMayDiffer) {
+      EXPECT_EQ(mine, theirs) << encoding.ours << " encoding " << text;
+    }
+    ASSERT_TRUE(decode.run(mine, back));
+    EXPECT_EQ(back, text) << encoding.ours;
+    EXPECT_EQ(ours(utf8, legacy, theirs), text) << encoding.ours << " decoding";
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Encodings, IconvDifferentialTest, ::testing::ValuesIn(encodings()),
+                         [](const ::testing::TestParamInfo<Encoding>& param) {
+                           std::string name;
+                           for (const char* c = param.param.ours; *c != '\0'; ++c) {
+                             if (std::isalnum(static_cast<unsigned char>(*c))) name += *c;
+                           }
+                           return name;
+                         });
+
+}  // namespace

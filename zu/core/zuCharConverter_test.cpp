@@ -1,0 +1,315 @@
+#include "zu/core/zuCharConverter.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <memory>
+#include <string>
+
+#include "zu/core/internal/zuCodePageNames.h"
+#include "zu/core/internal/zuConverterCache.h"
+#include "zu/core/zuGxCharConverter.h"
+#include "zu/core/zuString.h"
+
+namespace {
+
+using zu::internal::zuConverterCache;
+
+std::string convert(const zuCharConverter& to, const zuCharConverter& from, const std::string& in,
+                    unsigned int outBytes = 256) {
+  std::string out(outBytes, '\x7F');
+  const unsigned int written =
+      to.Convert(out.data(), outBytes, &from, in.data(), static_cast<unsigned int>(in.size()));
+  out.resize(written);
+  return out;
+}
+
+TEST(zuCharConverterTest, NamesReduceToOneCodePage) {
+  struct Case {
+    const char* name;
+    const char* canonical;
+    int codePage;
+  };
+  const Case cases[] = {
+      {"Shift_JIS", "SHIFTJIS", 943},
+      {"SJIS", "SJIS", 943},
+      {"pck", "PCK", 943},
+      {"10", "10", 943},
+      {"windows-1252", "1252", 1252},
+      {"CP1252", "1252", 1252},
+      {"1252", "1252", 1252},
+      {"5", "5", 1252},
+      {"ISO-8859-1", "88591", 88591},
+      {"ISO-8859-15", "885915", 885915},
+      {"iso_8859-2", "88592", 88592},
+      {"ISO-2022-JP", "2022JP", 50220},
+      {"KSC_5601", "KSC5601", 1363},
+      {"CSKSC 5601", "KSC5601", 1363},
+      {"IBM-850", "850", 850},
+      {"2", "2", 850},
+      {"37", "37", 1373},
+      {"67", "67", 1257},
+      {"66", "66", 66},  // not a legacy number: kept
+      {"utf-16le", "UTF16LE", 65004},
+      {"UTF8", "UTF8", 65001},
+      {"Big-Five", "BIGFIVE", 1373},
+      {"Latin Cyrillic", "LATINCYRILLIC", 915},
+      {"caf\xC3\xA9", "CAF\xC3\xA9", 0},  // bytes above 127 are kept
+      {"EUC-KR", "EUCKR", 0},
+      {"\xFF\xFEx-1", "\xFF\xFEX1", 0},  // no byte-order mark in a name
+      {"", "", 0},
+      {"abcdefghijklmnopqrstuvwxyzabcd", "ABCDEFGHIJKLMNOPQRSTUVWXYZABCD", 0},
+      {"000000000000000000000000001252", "000000000000000000000000001252", 1252},
+  };
+  for (const Case& c : cases) {
+    EXPECT_STREQ(zuCharConverter::Canonicalize(c.name), c.canonical) << c.name;
+    EXPECT_EQ(zuCharConverter::ExtractCodePageNum(c.name), c.codePage) << c.name;
+  }
+  EXPECT_EQ(zuCharConverter::ExtractCodePageNum(nullptr), 0);
+}
+
+TEST(zuCharConverterTest, EachCodePageHasItsNames) {
+  struct Case {
+    int codePage;
+    const char* iso;
+    const char* legacyIso;
+    const char* platform;
+    const char* icu;
+  };
+  const Case cases[] = {
+      {943, "Shift_JIS", "Shift-JIS", "IBM-943", "IBM-943_P15A-2003"},
+      {932, "Shift_JIS", "Shift-JIS", "IBM-943", "IBM-943_P15A-2003"},
+      {1363, "KSC_5601", "KSC5601", "IBM-1363", "IBM-1363_P11B-1998"},
+      {949, "KSC_5601", "KSC5601", "IBM-1363", "IBM-1363_P11B-1998"},
+      {1252, "windows-1252", "windows-1252", "IBM-5348", "IBM-5348"},
+      {1255, "windows-1255", "windows-1255", "IBM-9447", "IBM-9447"},
+      {885915, "ISO-8859-15", "ISO-8859-15", "ISO-8859-15", "ISO-8859-15"},
+      {88591, "ISO-8859-1", "ISO-8859-1", "ISO-8859-1", "ISO-8859-1"},
+      {950, "Big5", "Big5", "IBM-1373", "IBM-1373"},
+      {936, "GBK", "GBK", "IBM-1386", "IBM-1386"},
+      {1392, "GB18030", "GB18030", "IBM-1392", "IBM-1392"},
+      {819, "latin1", "latin1", "IBM-819", "IBM-819"},
+      {1124, "cyrillic ukraine", "cyrillic ukraine", "IBM-1124", "IBM-1124"},
+      {101, "font-specific", "font-specific", "FONT-SPECIFIC", "FONT-SPECIFIC"},
+      {65004, "UTF-16LE", "UTF-16LE", "UTF-16LE", "UTF-16LE"},
+      {50222, "ISO-2022-JP-2", "ISO-2022-JP-2", "ISO-2022-JP-2", "ISO-2022-JP-2"},
+      {0, "", "", "", ""},
+      {12345, "", "", "", ""},
+  };
+  for (const Case& c : cases) {
+    zuGxCharConverter converter(c.codePage);
+    EXPECT_STREQ(converter.ISOCodePage(), c.iso) << c.codePage;
+    EXPECT_STREQ(converter.CodePage(), c.platform) << c.codePage;
+    EXPECT_STREQ(converter.PlatformName(c.codePage), c.platform) << c.codePage;
+    converter.LegacyISONames(1);
+    EXPECT_STREQ(converter.ISOCodePage(), c.legacyIso) << c.codePage;
+    char icu[zu::internal::kCodePageNameSize];
+    zu::internal::icuNameOf(c.codePage, icu);
+    EXPECT_STREQ(icu, c.icu) << c.codePage;
+  }
+  zuGxCharConverter renamed("UTF-16BE");
+  EXPECT_EQ(renamed.ByteOrder(), eEndianBig);
+  renamed.CodePageName("SJIS");
+  EXPECT_EQ(renamed.CodePageNum(), 943);
+  EXPECT_EQ(renamed.ByteOrder(), eEndianUnknown);
+  std::unique_ptr<zuCharConverter> clone(renamed.Clone("latin2"));
+  EXPECT_EQ(clone->CodePageNum(), 912);
+}
+
+TEST(zuCharConverterTest, ClassTestsFollowTheCodePage) {
+  struct Case {
+    int codePage;
+    int utf8, utf16, utf32, font, dbcs, qbcs, ansi, oem;
+  };
+  const Case cases[] = {
+      {65001, 1, 0, 0, 0, 0, 0, 0, 0}, {65002, 0, 1, 0, 0, 0, 0, 0, 0},
+      {65006, 0, 0, 1, 0, 0, 0, 0, 0}, {101, 0, 0, 0, 1, 0, 0, 0, 0},
+      {943, 0, 0, 0, 0, 1, 0, 1, 0},   {50220, 0, 0, 0, 0, 1, 0, 0, 0},
+      {1392, 0, 0, 0, 0, 0, 1, 0, 0},  {1252, 0, 0, 0, 0, 0, 0, 1, 0},
+      {5354, 0, 0, 0, 0, 0, 0, 1, 0},  {850, 0, 0, 0, 0, 0, 0, 0, 1},
+      {866, 0, 0, 0, 0, 0, 0, 0, 1},   {88591, 0, 0, 0, 0, 0, 0, 0, 0},
+  };
+  for (const Case& c : cases) {
+    const zuGxCharConverter converter(c.codePage);
+    EXPECT_EQ(converter.IsUTF8CodePage(), c.utf8) << c.codePage;
+    EXPECT_EQ(converter.IsUTF16CodePage(), c.utf16) << c.codePage;
+    EXPECT_EQ(converter.IsUTF32CodePage(), c.utf32) << c.codePage;
+    EXPECT_EQ(converter.IsFontCodePage(), c.font) << c.codePage;
+    EXPECT_EQ(converter.IsDBCSCodePage(), c.dbcs) << c.codePage;
+    EXPECT_EQ(converter.IsQBCSCodePage(), c.qbcs) << c.codePage;
+    EXPECT_EQ(zuCharConverter::IsAnsiCodePage(c.codePage), c.ansi) << c.codePage;
+    EXPECT_EQ(zuCharConverter::IsOEMCodePage(c.codePage), c.oem) << c.codePage;
+  }
+  eEndianType order = eEndianUnknown;
+  EXPECT_EQ(zuCharConverter::IsUTF16CodePage(65004, &order), 1);
+  EXPECT_EQ(order, eEndianLittle);
+  EXPECT_STREQ(zuCharConverter::IsUTFData("\xEF\xBB\xBFx"), "UTF-8");
+  EXPECT_STREQ(zuCharConverter::IsUTFData("\xFF\xFE"), "UTF-16LE");
+  EXPECT_STREQ(zuCharConverter::IsUTFData("\xFE\xFF"), "UTF-16BE");
+  EXPECT_STREQ(zuCharConverter::IsUTFData("\xFE"), "");
+}
+
+TEST(zuCharConverterTest, CharacterClassesKeepTheNarrowRules) {
+  using C = zuCharConverter;
+  struct Case {
+    unsigned int c;
+    int space, upper, lower, digit, alpha, uniSpace, brkSpace;
+  };
+  const Case cases[] = {
+      {' ', 1, 0, 0, 0, 0, 1, 1},    {'\v', 1, 0, 0, 0, 0, 0, 0},   {0xA0, 0, 0, 0, 0, 0, 1, 0},
+      {0x202F, 0, 0, 0, 0, 0, 1, 0}, {0x3000, 0, 0, 0, 0, 0, 1, 1}, {'Q', 0, 1, 0, 0, 1, 0, 0},
+      {0xDF, 0, 1, 0, 0, 1, 0, 0},   {0xD7, 0, 0, 0, 0, 0, 0, 0},   {0xFF, 0, 0, 1, 0, 1, 0, 0},
+      {0x0130, 0, 0, 0, 0, 1, 0, 0}, {'7', 0, 0, 0, 1, 0, 0, 0},    {0x0663, 0, 0, 0, 1, 0, 0, 0},
+      {0x2163, 0, 0, 0, 0, 0, 0, 0}, {0x4E00, 0, 0, 0, 0, 1, 0, 0},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(C::IsSpace(c.c), c.space) << std::hex << c.c;
+    EXPECT_EQ(C::IsUpper(c.c), c.upper) << std::hex << c.c;
+    EXPECT_EQ(C::IsLower(c.c), c.lower) << std::hex << c.c;
+    EXPECT_EQ(C::IsDigit(c.c), c.digit) << std::hex << c.c;
+    EXPECT_EQ(C::IsAlpha(c.c), c.alpha) << std::hex << c.c;
+    EXPECT_EQ(C::IsUniSpace(c.c), c.uniSpace) << std::hex << c.c;
+    EXPECT_EQ(C::IsUniBrkSpace(c.c), c.brkSpace) << std::hex << c.c;
+  }
+  EXPECT_EQ(C::ToUpper('a'), 'A');
+  EXPECT_EQ(C::ToUpper(0xE9), 0xC9u);
+  EXPECT_EQ(C::ToUpper(0xFF), 0xFFu);
+  EXPECT_EQ(C::ToUpper(0xF7), 0xF7u);
+  EXPECT_EQ(C::ToLower(0xDF), 0xDFu);
+  EXPECT_EQ(C::ToLower(0xC0), 0xE0u);
+
+  EXPECT_TRUE(C::IsXMLLetter(0x2163) && !C::IsXMLLetter('1'));
+  EXPECT_TRUE(C::IsIdeo(0x6F22) && !C::IsIdeo('a'));
+  EXPECT_TRUE(C::IsLatin(0x1E9E) && !C::IsLatin(0x0410));
+  EXPECT_TRUE(C::IsMandatoryBreak('\n') && C::IsMandatoryBreak(0x2028) &&
+              !C::IsMandatoryBreak(' '));
+  EXPECT_TRUE(C::IsOpenPunct('(') && C::IsClosePunct(')') && C::IsClosePunct(0x3001));
+  EXPECT_TRUE(C::IsExclamation('!') && C::IsGlue(0xA0) && C::IsNonStarter(0x3005));
+  EXPECT_TRUE(C::IsNumericInfix(',') && C::IsAmbiguousQuote('"'));
+  EXPECT_TRUE(C::IsNumericPrefix('$') && C::IsNumericPostfix('%'));
+  EXPECT_TRUE(C::IsOkBreakAfter(' ') && C::IsOkBreakAfter('-') && !C::IsOkBreakAfter('a'));
+  EXPECT_TRUE(C::IsOkBreakBefore(0x4E00) && !C::IsOkBreakBefore('a'));
+}
+
+TEST(zuCharConverterTest, LibraryPathsConvertAmongUnicodeForms) {
+  const zuCharConverter& utf8 = *zuCharConverter::UTF8();
+  const zuCharConverter& le = *zuCharConverter::UTF16LE();
+  const zuCharConverter& be = *zuCharConverter::UTF16BE();
+  const zuGxCharConverter font(101);
+  const std::string text = "A\xC3\xA9\xF0\x9F\x98\x80";  // A, e-acute, U+1F600
+  const std::string leBytes("A\0\xE9\0\x3D\xD8\x00\xDE", 8);
+  const std::string beBytes("\0A\0\xE9\xD8\x3D\xDE\x00", 8);
+
+  EXPECT_EQ(convert(le, utf8, text), leBytes);
+  EXPECT_EQ(convert(be, utf8, text), beBytes);
+  EXPECT_EQ(convert(utf8, be, beBytes), text);
+  EXPECT_EQ(convert(le, be, beBytes), leBytes);
+  EXPECT_EQ(convert(font, utf8, "A\xC3\xA9\xC4\x80"), std::string("A\xE9\0", 3));  // U+0100
+  EXPECT_EQ(convert(utf8, font, "A\xE9"), "A\xC3\xA9");
+  EXPECT_EQ(convert(font, *zuCharConverter::UTF32BE(), std::string("\0\0\0A\0\0\x01\xE9", 8)),
+            "A\xE9");
+  EXPECT_EQ(convert(utf8, utf8, "abcdef", 4), "abcd");
+
+  // A NUL follows when it fits, two for UTF-16.
+  char out[8];
+  std::memset(out, 'x', sizeof out);
+  EXPECT_EQ(le.Convert(out, 4, &utf8, "ab", 2), 4u);
+  EXPECT_EQ(out[4], 'x');
+  EXPECT_EQ(le.Convert(out, 6, &utf8, "ab", 2), 4u);
+  EXPECT_TRUE(out[4] == 0 && out[5] == 0);
+  EXPECT_EQ(utf8.Convert(nullptr, 0, &le, "ab", 2), 12u);
+  EXPECT_EQ(utf8.Convert(out, sizeof out, nullptr, "ab", 2), 0u);
+}
+
+TEST(zuCharConverterTest, IcuPathSubstitutesAndFailsOnSmallBuffers) {
+  const zuCharConverter& utf8 = *zuCharConverter::UTF8();
+  const zuGxCharConverter sjis("SJIS");
+  const zuGxCharConverter latin2("ISO-8859-2");
+  EXPECT_EQ(convert(sjis, utf8, "\xE6\x97\xA5\xE6\x9C\xAC"), "\x93\xFA\x96\x7B");
+  EXPECT_EQ(convert(utf8, sjis, "\x93\xFA\x96\x7B"), "\xE6\x97\xA5\xE6\x9C\xAC");
+  EXPECT_EQ(convert(sjis, sjis, "a\x93\xFA"), "a\x93\xFA");
+  EXPECT_EQ(convert(latin2, utf8, "\xC4\x85\xE2\x82\xAC"), "\xB1?");  // no euro in latin2
+  EXPECT_EQ(convert(sjis, latin2, "\xB1"), "?");
+  EXPECT_EQ(convert(sjis, utf8, "\xE6\x97\xA5\xE6\x9C\xAC", 3), "");
+  EXPECT_EQ(convert(zuGxCharConverter("no such encoding"), utf8, "abc"), "");
+
+  unsigned int codePoints[4] = {};
+  EXPECT_EQ(latin2.ConvertFromMB(codePoints, 4, "a\xB1", 2), 2u);
+  EXPECT_EQ(codePoints[1], 0x105u);
+  char bytes[8] = {};
+  EXPECT_EQ(sjis.ConvertToMB(bytes, sizeof bytes, codePoints, 2), 2u);  // no U+0105 in SJIS
+  EXPECT_STREQ(bytes, "a?");
+
+  unsigned int length = 0;
+  std::unique_ptr<char[]> one(sjis.GetAllocdChar(0x65E5, length));
+  EXPECT_EQ(std::string(one.get(), length), "\x93\xFA");
+}
+
+TEST(zuCharConverterTest, CacheKeepsEightConvertersMostRecentFirst) {
+  zuThreadLocalStorage::resetThreadStorage(zuThreadLocalStorage::eCharConverterCache);
+  const char* names[] = {"SJIS",   "GBK",    "Big5",  "latin1", "latin2",
+                         "latin3", "latin4", "greek", "hebrew"};
+  for (const char* name : names) convert(zuGxCharConverter(name), zuGxCharConverter("latin5"), "a");
+  zuConverterCache& cache = zuConverterCache::current();
+  ASSERT_EQ(cache.size(), zuConverterCache::kCapacity);
+  EXPECT_EQ(cache.codePageAt(0), 920);  // the source is taken last
+  EXPECT_EQ(cache.codePageAt(1), 916);
+  convert(zuGxCharConverter("latin2"), zuGxCharConverter("latin5"), "a");
+  EXPECT_EQ(cache.codePageAt(0), 920);
+  EXPECT_EQ(cache.codePageAt(1), 912);
+  EXPECT_EQ(cache.codePageAt(2), 916);
+  for (unsigned int i = 0; i < cache.size(); ++i) EXPECT_NE(cache.codePageAt(i), 943);
+}
+
+TEST(zuCharConverterTest, WalksStepOverWholeCharacters) {
+  struct Case {
+    const char* encoding;
+    std::string text;
+    std::vector<int> starts;
+  };
+  const Case cases[] = {
+      {"SJIS",
+       "a\x93\xFA\x5C"
+       "b",
+       {0, 1, 3, 4}},  // 0x5C after a lead byte is no lead
+      {"SJIS", "\x82\xA0\x82\xA0", {0, 2}},
+      {"GB18030", "\x81\x30\x81\x30\xB0\xA1z", {0, 4, 6}},
+      {"UTF-8", "a\xC3\xA9\xF0\x9F\x98\x80", {0, 1, 3}},
+      {"UTF-16LE", std::string("a\0\x3D\xD8\x00\xDE", 6), {0, 2}},
+      {"UTF-32BE", std::string("\0\0\0a\0\0\0b", 8), {0, 4}},
+      {"latin1", "ab", {0, 1}},
+  };
+  for (const Case& c : cases) {
+    const zuGxCharConverter converter(c.encoding);
+    std::string text = c.text + std::string(4, '\0');
+    char* start = text.data();
+    std::vector<int> forward;
+    for (char* p = start; p != converter.NextChar(p); p = converter.NextChar(p)) {
+      forward.push_back(static_cast<int>(p - start));
+    }
+    EXPECT_EQ(forward, c.starts) << c.encoding;
+    std::vector<int> backward;
+    for (char* p = start + c.text.size(); p != start; p = converter.PrevChar(start, p)) {
+      backward.insert(backward.begin(), static_cast<int>(converter.PrevChar(start, p) - start));
+    }
+    EXPECT_EQ(backward, c.starts) << c.encoding;
+  }
+  const zuGxCharConverter sjis("SJIS");
+  EXPECT_TRUE(sjis.IsMBLeadByte('\x93') && !sjis.IsMBLeadByte('a') && !sjis.IsMBLeadByte('\xA1'));
+  EXPECT_FALSE(zuGxCharConverter("ISO-2022-JP").IsMBLeadByte('\x1B'));
+  EXPECT_TRUE(zuCharConverter::UTF8()->IsMBLeadByte('\xC3'));
+}
+
+TEST(zuCharConverterTest, DefaultFollowsTheCharacterSetUntilReplaced) {
+  EXPECT_NE(zuCharConverter::Default()->CodePageNum(), 0);
+  const zuGxCharConverter latin1("latin1");
+  zuCharConverter::Default(&latin1);
+  EXPECT_EQ(zuCharConverter::Default(), &latin1);
+  zuCharConverter::Default(nullptr);
+  EXPECT_NE(zuCharConverter::Default(), &latin1);
+  EXPECT_EQ(zu::internal::defaultTableFor(1252), 88591);
+  EXPECT_EQ(zu::internal::defaultTableFor(932), 943);
+  EXPECT_EQ(zu::internal::defaultTableFor(65001), 65001);
+}
+
+}  // namespace

@@ -1,0 +1,112 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "zu/core/zuCharConverter.h"
+#include "zu/core/zuException.h"
+#include "zu/core/zuGxCharConverter.h"
+#include "zu/core/zuString.h"
+
+namespace {
+
+const char kNihonUtf8[] = "\xE6\x97\xA5\xE6\x9C\xAC";  // two kanji
+const char kNihonSjis[] = "\x93\xFA\x96\x7B";
+
+TEST(zuStringConvertTest, ConstructsFromAnyEncoding) {
+  const zuGxCharConverter sjis("Shift_JIS");
+  struct Case {
+    std::string bytes;
+    const zuCharConverter* converter;
+    const char* expected;
+  };
+  const Case cases[] = {
+      {kNihonSjis, &sjis, kNihonUtf8},
+      {std::string("A\0\xE9\0\0\0", 6), zuCharConverter::UTF16LE(), "A\xC3\xA9"},
+      {std::string("\0\0\0A\0\0\0\xE9\0\0\0\0", 12), zuCharConverter::UTF32BE(), "A\xC3\xA9"},
+      {"plain", zuCharConverter::UTF8(), "plain"},
+      {"a\x93", &sjis, "a\xEF\xBF\xBD"},  // a cut character becomes U+FFFD
+  };
+  for (const Case& c : cases) {
+    EXPECT_STREQ(zuString(c.bytes.data(), c.converter), c.expected);
+    EXPECT_STREQ(zuString(c.bytes.data(), static_cast<unsigned int>(c.bytes.size()), c.converter),
+                 c.expected);
+  }
+  // An embedded NUL ends the text, as in a byte copy.
+  EXPECT_EQ(zuString("ab\0cd", 5, &sjis).Length(), 2u);
+  EXPECT_TRUE(zuString(static_cast<const char*>(nullptr), &sjis).IsNull());
+  EXPECT_STREQ(zuString("", 0, &sjis), "");
+}
+
+TEST(zuStringConvertTest, GetAllocdCharInEveryForm) {
+  const zuString text(kNihonUtf8);
+  const zuGxCharConverter sjis("SJIS");
+  unsigned int bytes = 0;
+  std::unique_ptr<char[]> byName(text.GetAllocdChar("sjis", bytes));
+  EXPECT_EQ(std::string(byName.get(), bytes), kNihonSjis);
+  std::unique_ptr<char[]> byConverter(text.GetAllocdChar(&sjis, bytes));
+  EXPECT_EQ(bytes, 4u);
+  EXPECT_STREQ(std::unique_ptr<char[]>(text.GetAllocdChar(&sjis)).get(), kNihonSjis);
+  EXPECT_STREQ(std::unique_ptr<char[]>(text.GetAllocdChar("windows-1252")).get(), "??");
+
+  std::unique_ptr<char[]> wide(zuString("ab").GetAllocdChar(zuCharConverter::UTF32LE(), bytes));
+  EXPECT_EQ(bytes, 8u);
+  EXPECT_EQ(std::string(wide.get(), 12), std::string("a\0\0\0b\0\0\0\0\0\0\0", 12));
+  EXPECT_STREQ(std::unique_ptr<char[]>(zuString().GetAllocdChar(&sjis)).get(), "");
+}
+
+TEST(zuStringConvertTest, CopyToCharGrowsTheCallersArrayOnlyWhenNeeded) {
+  const zuGxCharConverter sjis("SJIS");
+  char* buffer = nullptr;
+  unsigned int capacity = 0;
+  EXPECT_EQ(zuString(kNihonUtf8).CopyToChar(buffer, capacity, &sjis), 4u);
+  EXPECT_STREQ(buffer, kNihonSjis);
+  const char* first = buffer;
+  const unsigned int firstCapacity = capacity;
+  EXPECT_EQ(zuString("x").CopyToChar(buffer, capacity, &sjis), 1u);
+  EXPECT_EQ(buffer, first);
+  EXPECT_EQ(capacity, firstCapacity);
+  EXPECT_STREQ(buffer, "x");
+  const zuString longer(std::string(200, 'y').c_str());
+  EXPECT_EQ(longer.CopyToChar(buffer, capacity, &sjis), 200u);
+  EXPECT_GT(capacity, firstCapacity);
+  delete[] buffer;
+}
+
+TEST(zuStringConvertTest, ByteOrderMarksConvertThroughUTF16Converters) {
+  struct Case {
+    std::string bytes;
+    const char* expected;
+  };
+  const Case cases[] = {
+      {std::string("\xFF\xFE"
+                   "A\0",
+                   4),
+       "A"},
+      {std::string("\xFE\xFF\0A\0\xE9", 6), "A\xC3\xA9"},
+      {std::string("\xFF\xFE\x3D\xD8\x00\xDE", 6), "\xF0\x9F\x98\x80"},
+      {std::string("\xFF\xFE"
+                   "a\0\0\0b\0",
+                   8),
+       "a"},  // a 0 unit ends the text
+      {std::string("\xFF\xFE"
+                   "a\0\x00\xDC"
+                   "b\0",
+                   8),
+       "a"},  // so does a lone surrogate
+      {std::string("\xEF\xBB\xBF"
+                   "abc",
+                   6),
+       "abc"},
+  };
+  for (const Case& c : cases) {
+    EXPECT_STREQ(zuString(c.bytes.data(), static_cast<unsigned int>(c.bytes.size())), c.expected);
+  }
+  zuString strict;
+  EXPECT_THROW(strict =
+                   "\xFF\xFE"
+                   "A",
+               zuExFull);
+}
+
+}  // namespace
