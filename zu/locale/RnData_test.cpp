@@ -121,7 +121,9 @@ TEST(RnDataTest, LocaleNamesAndTypefacesComeFromTheTable) {
   bool hasRoot = false;
   for (unsigned int i = 0; i < names.GetSize(); ++i) {
     hasRoot = hasRoot || str(names[i]) == "root";
-    if (i > 0) EXPECT_LT(str(names[i - 1]), str(names[i]));
+    if (i > 0) {
+      EXPECT_LT(str(names[i - 1]), str(names[i]));
+    }
   }
   EXPECT_TRUE(hasRoot);
   const zuStorage<zuString> faces = RnData("xx").getTypefaces();
