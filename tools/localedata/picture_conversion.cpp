@@ -15,9 +15,15 @@ bool isAsciiLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 
 // Appends literal text: characters in `plain` stay unquoted, runs of any
 // other characters are quoted (a quote inside doubled).
 void appendLiteral(std::string& out, std::string_view text, std::string_view plain) {
-  std::string spaced(text);
-  for (std::string_view wide : {kNoBreakSpace, kNarrowNoBreakSpace}) {
-    for (size_t at; (at = spaced.find(wide)) != std::string::npos;) spaced.replace(at, wide.size(), " ");
+  std::string spaced;
+  for (size_t i = 0; i < text.size(); ++i) {
+    const std::string_view rest = text.substr(i);
+    if (rest.starts_with(kNoBreakSpace) || rest.starts_with(kNarrowNoBreakSpace)) {
+      spaced += ' ';
+      i += (rest.starts_with(kNoBreakSpace) ? kNoBreakSpace : kNarrowNoBreakSpace).size() - 1;
+    } else {
+      spaced += text[i];
+    }
   }
   bool quoted = false;
   for (char c : spaced) {
@@ -206,8 +212,11 @@ std::string numericPicture(const std::string& cldr) {
     const std::string negative = numericSubpattern(std::string_view(cldr).substr(split + 1));
     return negative.find('s') != std::string::npos ? negative : positive + "|" + negative;
   }
-  const size_t firstDigit = positive.find_first_of("z9");
-  return firstDigit == 0 || positive.find('s') != std::string::npos ? positive : "s" + positive;
+  std::string picture = positive;
+  if (picture.find_first_of("z9") != 0 && picture.find('s') == std::string::npos) {
+    picture.insert(picture.begin(), 's');
+  }
+  return picture;
 }
 
 }  // namespace zu::tools

@@ -1,5 +1,6 @@
 #include "zu/locale/RnData.h"
 
+#include <cstring>
 #include <string_view>
 
 #include "zu/locale/internal/RnDataName.h"
@@ -14,9 +15,6 @@ const char gpTimeMask[] = "    KHMSF     AhkZz";
 
 namespace {
 
-// Longer names than this cannot name any record; they are cut.
-constexpr size_t kMaxNameLength = 128;
-
 // Position of a style inside a group of four patterns (full first).
 int stylePosition(int style) {
   switch (style) {
@@ -30,33 +28,36 @@ int stylePosition(int style) {
 }  // namespace
 
 RnData::RnData(const char* locale) {
-  char name[kMaxNameLength];
-  size_t length = normaliseDataName(locale != nullptr ? locale : gpRoot, name, sizeof name);
-  if (length == 0) length = normaliseDataName(gpRoot, name, sizeof name);
-  locale_ = zuString(name, static_cast<unsigned int>(length));
+  size_t length = normaliseDataName(locale != nullptr ? locale : gpRoot, locale_, sizeof locale_);
+  if (length == 0) length = normaliseDataName(gpRoot, locale_, sizeof locale_);
+  localeLength_ = static_cast<unsigned char>(length);
 
+  // The candidate names are cut from a copy, ended by a NUL at each cut.
+  char name[kMaxNameLength];
+  std::memcpy(name, locale_, length + 1);
   const RnRunTimeStore* store = RnRunTimeStore::current(false);
-  const std::string_view root(gpRoot);
   for (;;) {
-    const std::string_view current(name, length);
     if (store != nullptr) {
-      if (const RnRunTimeData_s* data = store->find(current)) {
+      if (const RnRunTimeData_s* data = store->find(std::string_view(name, length))) {
         candidates_[candidateCount_++] = {kRunTime, data};
       }
     }
-    if (const RnDataRecord* record = findRnDataRecord(name, length)) {
+    if (const RnDataRecord* record = findRnDataRecord(name)) {
       candidates_[candidateCount_++] = {kStatic, record};
     }
-    if (current == root) break;
-    const size_t cut = current.rfind('_');
+    if (std::strcmp(name, gpRoot) == 0) break;
+    const size_t cut = std::string_view(name, length).rfind('_');
     // Two slots stay free for the root candidates however long the name is.
     if (cut == std::string_view::npos || candidateCount_ + 4 > kMaxCandidates) {
-      length = root.copy(name, root.size());
+      length = normaliseDataName(gpRoot, name, sizeof name);
     } else {
       length = cut;
+      name[length] = '\0';
     }
   }
 }
+
+zuString RnData::getLocale() const { return zuString(locale_, localeLength_); }
 
 const char* RnData::field(int index, bool& builtIn) const {
   for (int i = 0; i < candidateCount_; ++i) {

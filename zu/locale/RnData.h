@@ -75,9 +75,9 @@ class ZU_EXPORT RnData {
   static constexpr int WITH_PREC(int digits) { return ((digits & 0x7F) + 1) << 4; }
   static constexpr int WITH_WIDTH(int digits) { return ((digits & 0x7F) + 1) << 12; }
 
-  // Resolves `locale` (null: "root"): the name is normalised (cut at ".",
+  // Resolves `locale` (null or empty: "root"): the name is normalised (cut at ".",
   // "-" becomes "_", a four-letter script re-cased, the country and variant
-  // upper-cased) and the candidates are found once, here: for the name and
+  // upper-cased, cut to 63 bytes) and the candidates are found once, here: for the name and
   // each shorter name cut at its last "_", then "root", the thread's
   // run-time data and the built-in record of exactly that name.
   explicit RnData(const char* locale);
@@ -86,7 +86,7 @@ class ZU_EXPORT RnData {
   ~RnData() = default;
 
   // The normalised name.
-  zuString getLocale() const { return locale_; }
+  zuString getLocale() const;
 
   // Names; an index out of range gives the empty text.
   zuString getMonthName(int month) const;         // JAN..DEC
@@ -196,6 +196,8 @@ class ZU_EXPORT RnData {
   };
   // Enough for every level of a name with seven parts, run-time and built-in.
   static constexpr int kMaxCandidates = 16;
+  // Longer names cannot name any record; they are cut.
+  static constexpr unsigned int kMaxNameLength = 64;
 
   // The first text of field `field` along the candidates, or null.
   // `builtIn` tells whether it belongs to a built-in record (which lives
@@ -205,7 +207,9 @@ class ZU_EXPORT RnData {
   zuString indexed(int firstField, int count, int index) const;
   zuString localPattern(int firstField, int style, const char* mask) const;
 
-  zuString locale_;
+  // The normalised name, kept inline so that making an RnData allocates nothing.
+  char locale_[kMaxNameLength];
+  unsigned char localeLength_ = 0;
   int candidateCount_ = 0;
   Candidate candidates_[kMaxCandidates];
 };

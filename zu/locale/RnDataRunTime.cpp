@@ -12,7 +12,7 @@ using namespace zu::internal;
 
 namespace {
 
-constexpr size_t kMaxNameLength = 128;
+constexpr size_t kMaxNameLength = 64;
 
 struct Name {
   char text[kMaxNameLength];
@@ -109,14 +109,13 @@ zuString RnData::findMatchingLocale(const zuString& language, const zuString& co
   }
   Name name(joined);
   const RnRunTimeStore* store = RnRunTimeStore::current(false);
-  std::string_view current = name.view();
-  while (!current.empty()) {
-    if (findRnDataRecord(current.data(), current.size()) != nullptr ||
-        (store != nullptr && store->find(current) != nullptr)) {
-      return zuString(current.data(), static_cast<unsigned int>(current.size()));
+  while (name.length > 0) {
+    if (findRnDataRecord(name.text) != nullptr || (store != nullptr && store->find(name.view()) != nullptr)) {
+      return zuString(name.text, static_cast<unsigned int>(name.length));
     }
-    const size_t cut = current.rfind('_');
-    current = cut == std::string_view::npos ? std::string_view() : current.substr(0, cut);
+    const size_t cut = name.view().rfind('_');
+    name.length = cut == std::string_view::npos ? 0 : cut;
+    name.text[name.length] = '\0';
   }
   return zuString(1, gpRoot);
 }

@@ -2,18 +2,16 @@
 
 #include <algorithm>
 #include <cstring>
-#include <string_view>
 
 namespace zu::internal {
 
-const RnDataRecord* findRnDataRecord(const char* name, size_t length) {
-  const std::string_view wanted(name, length);
+const RnDataRecord* findRnDataRecord(const char* name) {
   const RnDataRecord* end = kRnDataRecords + kRnDataRecordCount;
-  const RnDataRecord* found =
-      std::lower_bound(kRnDataRecords, end, wanted, [](const RnDataRecord& record, std::string_view key) {
-        return std::string_view(record.fields[kFieldName]) < key;
-      });
-  if (found == end || std::string_view(found->fields[kFieldName]) != wanted) return nullptr;
+  // strcmp compares as unsigned bytes, the order of the table.
+  const RnDataRecord* found = std::lower_bound(
+      kRnDataRecords, end, name,
+      [](const RnDataRecord& record, const char* key) { return std::strcmp(record.fields[kFieldName], key) < 0; });
+  if (found == end || std::strcmp(found->fields[kFieldName], name) != 0) return nullptr;
   return found;
 }
 

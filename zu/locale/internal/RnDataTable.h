@@ -36,7 +36,7 @@ struct RnDataRecord {
 extern const RnDataRecord kRnDataRecords[];
 extern const unsigned int kRnDataRecordCount;
 
-// The record named exactly `name` (`length` bytes), or null.
-const RnDataRecord* findRnDataRecord(const char* name, size_t length);
+// The record named exactly `name` (NUL-terminated), or null.
+const RnDataRecord* findRnDataRecord(const char* name);
 
 }  // namespace zu::internal
