@@ -72,3 +72,8 @@
 
 
 // Locale data
+#include "zu/locale/RnData.h"
+
+
+// Containers
+#include "zu/core/zuStorage.h"
