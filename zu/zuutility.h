@@ -63,6 +63,7 @@
 
 
 // Locale identity and resolution
+#include "zu/locale/RnLocale.h"
 
 
 // Locale data
