@@ -67,3 +67,8 @@
 
 
 // Locale data
+#include "zu/locale/RnData.h"
+
+
+// Containers
+#include "zu/core/zuStorage.h"

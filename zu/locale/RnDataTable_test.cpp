@@ -1,0 +1,226 @@
+// The generated table: every record resolves to complete, valid data, and
+// the names and symbols of a spread of locales equal what ICU reports.
+#include <gtest/gtest.h>
+#include <unicode/dcfmtsym.h>
+#include <unicode/dtfmtsym.h>
+#include <unicode/locid.h>
+
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "zu/locale/RnData.h"
+
+namespace {
+
+std::string str(const zuString& text) { return std::string(text, text.Length()); }
+
+constexpr std::string_view kLiteralPunctuation = " ,-./:?+*$()\"";
+
+// Allowed run lengths of each picture symbol, as a set of counts ("0": any).
+struct SymbolRule {
+  char symbol;
+  std::string_view counts;
+};
+constexpr SymbolRule kDateRules[] = {{'D', "12"}, {'J', "13"}, {'M', "1234"}, {'E', "134"},
+                                     {'e', "1"},  {'Y', "24"}, {'w', "1"},    {'W', "2"},
+                                     {'G', "1"},  {'g', "123"}, {'t', "0"}};
+constexpr SymbolRule kTimeRules[] = {{'h', "12"}, {'k', "12"}, {'H', "12"}, {'K', "12"},
+                                     {'M', "12"}, {'S', "12"}, {'F', "3"},  {'A', "12"},
+                                     {'z', "12"}, {'Z', "123"}, {'t', "0"}};
+
+// Empty when `picture` is a valid date or time picture, else the reason.
+template <size_t N>
+std::string checkDateTimePicture(std::string_view picture, const SymbolRule (&rules)[N]) {
+  for (size_t i = 0; i < picture.size();) {
+    const char c = picture[i];
+    if (c == '\'') {
+      size_t end = i + 1;
+      while (end < picture.size() && !(picture[end] == '\'' && (end + 1 == picture.size() || picture[end + 1] != '\''))) {
+        end += picture[end] == '\'' ? 2 : 1;
+      }
+      if (end >= picture.size()) return "unterminated quote";
+      i = end + 1;
+      continue;
+    }
+    const SymbolRule* rule = nullptr;
+    for (const SymbolRule& r : rules) rule = r.symbol == c ? &r : rule;
+    if (rule == nullptr) {
+      if (kLiteralPunctuation.find(c) == std::string_view::npos) return std::string("stray '") + c + "'";
+      ++i;
+      continue;
+    }
+    size_t end = i;
+    while (end < picture.size() && picture[end] == c) ++end;
+    const char count = static_cast<char>('0' + (end - i));
+    if (rule->counts != "0" && (end - i > 9 || rule->counts.find(count) == std::string_view::npos)) {
+      return std::string("bad run of ") + c;
+    }
+    i = end;
+  }
+  return "";
+}
+
+// Empty when every alternative of `picture` is a numeric picture with digits
+// and at most one radix.
+std::string checkNumericPicture(std::string_view picture) {
+  constexpr std::string_view kSymbols = "(%$,.)89BCDERSVZbcdrsvzt";
+  int digits = 0;
+  int radixes = 0;
+  for (size_t i = 0; i <= picture.size(); ++i) {
+    const char c = i < picture.size() ? picture[i] : '|';
+    if (c == '|') {
+      if (digits == 0 || radixes > 1) return "alternative without digits or with two radixes";
+      digits = radixes = 0;
+    } else if (c == '\'') {
+      const size_t end = picture.find('\'', i + 1);
+      if (end == std::string_view::npos) return "unterminated quote";
+      i = end;
+    } else if (std::string_view("CcDd").find(c) != std::string_view::npos) {
+      const char second = c == 'C' ? 'R' : c == 'c' ? 'r' : c == 'D' ? 'B' : 'b';
+      if (i + 1 >= picture.size() || picture[i + 1] != second) return "unpaired sign symbol";
+      ++i;
+    } else if (std::string_view("RrBb").find(c) != std::string_view::npos) {
+      return "unpaired sign symbol";
+    } else if (kSymbols.find(c) != std::string_view::npos) {
+      digits += std::string_view("89zZ").find(c) != std::string_view::npos;
+      radixes += c == '.' || c == 'V' || c == 'v';
+    } else if (kLiteralPunctuation.find(c) == std::string_view::npos) {
+      return std::string("stray '") + c + "'";
+    }
+  }
+  return "";
+}
+
+void expectDistinctNames(const std::string& locale, const char* what, int count,
+                         zuString (RnData::*getter)(int) const, const RnData& data) {
+  std::set<std::string> names;
+  for (int i = 0; i < count; ++i) {
+    const std::string name = str((data.*getter)(i));
+    EXPECT_FALSE(name.empty()) << locale << " " << what << " " << i;
+    names.insert(name);
+  }
+  EXPECT_EQ(names.size(), static_cast<size_t>(count)) << locale << " " << what << " not distinct";
+}
+
+TEST(RnDataTableTest, EveryRecordResolvesToCompleteValidData) {
+  zuStorage<zuString> names;
+  RnData::getLocaleNames(names);
+  ASSERT_EQ(names.GetSize(), 190u);
+  for (unsigned int n = 0; n < names.GetSize(); ++n) {
+    const std::string locale = str(names[n]);
+    const RnData data(locale.c_str());
+    EXPECT_EQ(str(data.getLocale()), locale);
+    expectDistinctNames(locale, "month", 12, &RnData::getMonthName, data);
+    expectDistinctNames(locale, "abbreviated month", 12, &RnData::getAbbrMonthName, data);
+    expectDistinctNames(locale, "weekday", 7, &RnData::getWeekDayName, data);
+    expectDistinctNames(locale, "abbreviated weekday", 7, &RnData::getAbbrWeekDayName, data);
+    for (int i = 0; i < 2; ++i) {
+      EXPECT_FALSE(data.getEraName(i).IsEmpty()) << locale;
+      EXPECT_FALSE(data.getMeridiemName(i).IsEmpty()) << locale;
+    }
+    for (int style = RnData::SHORT_FMT; style <= RnData::FULL_FMT; ++style) {
+      const std::string date = str(data.getDateFormat(style));
+      const std::string time = str(data.getTimeFormat(style));
+      EXPECT_FALSE(date.empty() || time.empty()) << locale << " style " << style;
+      EXPECT_EQ(checkDateTimePicture(date, kDateRules), "") << locale << " " << date;
+      EXPECT_EQ(checkDateTimePicture(time, kTimeRules), "") << locale << " " << time;
+    }
+    const std::string combining = str(data.getDateTimePattern());
+    EXPECT_NE(combining.find("date{}"), std::string::npos) << locale;
+    EXPECT_NE(combining.find("time{}"), std::string::npos) << locale;
+    for (int category = RnData::NUMERIC; category <= RnData::PERCENT; ++category) {
+      const std::string picture = str(data.getNumericFormat(category));
+      EXPECT_EQ(checkNumericPicture(picture), "") << locale << " " << picture;
+    }
+    for (const zuString& symbol : {data.getRadixSymbol(), data.getGroupingSymbol(), data.getPercentSymbol(),
+                                   data.getNegativeSymbol(), data.getZeroSymbol(), data.getCurrencySymbol(),
+                                   data.getCurrencyName(), data.getCurrencyRadix()}) {
+      EXPECT_FALSE(symbol.IsEmpty()) << locale;
+    }
+    EXPECT_EQ(data.getCurrencyName().Length(), 3u) << locale;
+    EXPECT_GT(data.getTypefaces().GetSize(), 0u) << locale;
+  }
+}
+
+TEST(RnDataTableTest, NamesAndSymbolsEqualIcu) {
+  const char* const locales[] = {"de_CH", "fr_CA", "ja_JP", "zh_TW", "ar_EG", "ru_RU",
+                                 "pl_PL", "th_TH", "he_IL", "hi_IN", "ko_KR", "sv_FI"};
+  for (const char* name : locales) {
+    icu::Locale locale(name);
+    UErrorCode status = U_ZERO_ERROR;
+    locale.setKeywordValue("calendar", "gregorian", status);
+    icu::DateFormatSymbols dates(locale, status);
+    icu::DecimalFormatSymbols numbers(locale, status);
+    ASSERT_TRUE(U_SUCCESS(status)) << name;
+    auto utf8 = [](const icu::UnicodeString& text) {
+      std::string out;
+      return text.toUTF8String(out);
+    };
+    const RnData data(name);
+    int32_t count = 0;
+    const icu::UnicodeString* months =
+        dates.getMonths(count, icu::DateFormatSymbols::FORMAT, icu::DateFormatSymbols::WIDE);
+    const icu::UnicodeString* abbrMonths =
+        dates.getMonths(count, icu::DateFormatSymbols::FORMAT, icu::DateFormatSymbols::ABBREVIATED);
+    for (int m = 0; m < 12; ++m) {
+      EXPECT_EQ(str(data.getMonthName(m)), utf8(months[m])) << name;
+      EXPECT_EQ(str(data.getAbbrMonthName(m)), utf8(abbrMonths[m])) << name;
+    }
+    const icu::UnicodeString* days =
+        dates.getWeekdays(count, icu::DateFormatSymbols::FORMAT, icu::DateFormatSymbols::WIDE);
+    const icu::UnicodeString* abbrDays =
+        dates.getWeekdays(count, icu::DateFormatSymbols::FORMAT, icu::DateFormatSymbols::ABBREVIATED);
+    for (int d = 0; d < 7; ++d) {
+      EXPECT_EQ(str(data.getWeekDayName(d)), utf8(days[d + 1])) << name;
+      EXPECT_EQ(str(data.getAbbrWeekDayName(d)), utf8(abbrDays[d + 1])) << name;
+    }
+    const icu::UnicodeString* eras = dates.getEras(count);
+    const icu::UnicodeString* meridiems = dates.getAmPmStrings(count);
+    for (int i = 0; i < 2; ++i) {
+      EXPECT_EQ(str(data.getEraName(i)), utf8(eras[i])) << name;
+      EXPECT_EQ(str(data.getMeridiemName(i)), utf8(meridiems[i])) << name;
+    }
+    using Symbol = icu::DecimalFormatSymbols::ENumberFormatSymbol;
+    const std::pair<zuString, Symbol> symbols[] = {
+        {data.getRadixSymbol(), icu::DecimalFormatSymbols::kDecimalSeparatorSymbol},
+        {data.getGroupingSymbol(), icu::DecimalFormatSymbols::kGroupingSeparatorSymbol},
+        {data.getPercentSymbol(), icu::DecimalFormatSymbols::kPercentSymbol},
+        {data.getNegativeSymbol(), icu::DecimalFormatSymbols::kMinusSignSymbol},
+        {data.getZeroSymbol(), icu::DecimalFormatSymbols::kZeroDigitSymbol},
+        {data.getCurrencyRadix(), icu::DecimalFormatSymbols::kMonetarySeparatorSymbol},
+    };
+    for (const auto& [ours, which] : symbols) EXPECT_EQ(str(ours), utf8(numbers.getSymbol(which))) << name;
+  }
+}
+
+TEST(RnDataTableTest, NamesFallBackThroughTheirParents) {
+  for (const char* spelling : {"de-ch", "de_CH.iso88591"}) {
+    const RnData data(spelling);
+    EXPECT_EQ(str(data.getCurrencyName()), "CHF") << spelling;
+    EXPECT_EQ(str(data.getMonthName(RnData::JAN)), "Januar") << spelling;
+  }
+  const RnData moldova("ro_MD");
+  const RnData romanian("ro");
+  EXPECT_EQ(str(moldova.getLocale()), "ro_MD");
+  EXPECT_EQ(str(moldova.getMonthName(RnData::DEC)), str(romanian.getMonthName(RnData::DEC)));
+  EXPECT_EQ(str(moldova.getCurrencyName()), str(romanian.getCurrencyName()));
+  EXPECT_EQ(str(moldova.getDateFormat(RnData::LONG_FMT)), str(romanian.getDateFormat(RnData::LONG_FMT)));
+  // Names that CLDR lacks take their nearest equivalent.
+  EXPECT_EQ(str(RnData("no_NO_NY").getWeekDayName(RnData::MON)), "måndag");
+  EXPECT_EQ(str(RnData("no_NO").getWeekDayName(RnData::MON)), "mandag");
+  EXPECT_EQ(str(RnData("th_TH_TH").getZeroSymbol()), "\u0e50");
+  EXPECT_EQ(str(RnData("th_TH").getZeroSymbol()), "0");
+  EXPECT_EQ(str(RnData("en_GB_EURO").getCurrencyName()), "EUR");
+  EXPECT_EQ(str(RnData("en_GB").getCurrencyName()), "GBP");
+  EXPECT_EQ(str(RnData("sh").getMonthName(RnData::JAN)), "januar");
+  EXPECT_EQ(str(RnData("sr").getMonthName(RnData::JAN)), "јануар");
+  EXPECT_EQ(str(RnData("tl").getMonthName(RnData::JAN)), "Enero");
+  EXPECT_EQ(str(RnData("ar").getZeroSymbol()), "\u0660");
+  EXPECT_EQ(str(RnData("ar").getNumericFormat(RnData::CURRENCY)), "$ z,zz9.99s");
+  EXPECT_EQ(str(RnData("ja_JP").getDateFormat(RnData::LONG_FMT)), "YYYY'年'M'月'D'日'");
+  EXPECT_EQ(str(RnData("en_US").getTimeFormat(RnData::SHORT_FMT)), "h:MM A");
+  EXPECT_EQ(str(RnData("de").getTimeFormat(RnData::MED_FMT)), "HH:MM:SS");
+}
+
+}  // namespace

@@ -1,0 +1,39 @@
+// The calling thread's run-time locale data, kept in its storage slot 4.
+#pragma once
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "zu/core/zuString.h"
+#include "zu/locale/RnData.h"
+#include "zu/runtime/zuThreadLocalStorage.h"
+
+namespace zu::internal {
+
+class RnRunTimeStore : public zuThreadStorage {
+ public:
+  // The calling thread's store; null when it has none and `create` is false.
+  static RnRunTimeStore* current(bool create);
+
+  // The record of exactly `name`, or null.
+  RnRunTimeData_s* find(std::string_view name) const;
+  // The record of `name`, made empty when missing.
+  RnRunTimeData_s* findOrAdd(std::string_view name);
+  // Destroys the record of `name`; false when there was none.
+  bool remove(std::string_view name);
+
+ private:
+  struct Entry {
+    zuString name;
+    std::unique_ptr<RnRunTimeData_s> data;  // stable address for RnData objects
+  };
+  std::vector<Entry> entries_;
+};
+
+// The run-time entry standing for record field `field`, or null for fields
+// that run-time data does not hold (name, combining pattern, alphabet,
+// typefaces).
+const zuString* runTimeField(const RnRunTimeData_s& data, int field);
+
+}  // namespace zu::internal
