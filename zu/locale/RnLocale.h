@@ -141,6 +141,15 @@ class ZU_EXPORT RnLocale {
 
   // --- System numeric conventions -------------------------------------------
 
+  // The symbols of the system locale (getLocale(), "en_US" when that does not
+  // resolve), from its RnData: currency symbol, minus, plus, decimal point,
+  // grouping separator.
+  static zuString CurrencySymbol();
+  static zuString NegativeSign();
+  static zuString PositiveSign();
+  static zuString DecimalPoint();
+  static zuString ThousandsSep();
+
   // The C library's current decimal separator: the second character of 1.0
   // printed with "%2.1f". Read on every call, so it follows setlocale; code
   // that reformats printf output (zuString::Number) finds the point with it.

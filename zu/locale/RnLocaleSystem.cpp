@@ -10,6 +10,7 @@
 #include <string>
 
 #include "zu/locale/RnLocale.h"
+#include "zu/locale/RnData.h"
 #include "zu/locale/internal/RnLocaleMap.h"
 #include "zu/locale/internal/RnLocaleName.h"
 
@@ -93,6 +94,23 @@ zuString RnLocale::getDescName() const {
 }
 
 // --- Numeric conventions -----------------------------------------------------------
+
+namespace {
+
+RnData systemLocaleData() {
+  const RnLocale system(RnLocale::getLocale());
+  const char* name = system.isValid() ? system.getName() 
+                                       : static_cast<const char*>(RnLocale::getDEFAULT_LOCALE());
+  return RnData(name);
+}
+
+}  // namespace
+
+zuString RnLocale::CurrencySymbol() { return systemLocaleData().getCurrencySymbol(); }
+zuString RnLocale::NegativeSign() { return systemLocaleData().getNegativeSymbol(); }
+zuString RnLocale::PositiveSign() { return systemLocaleData().getPositiveSymbol(); }
+zuString RnLocale::DecimalPoint() { return systemLocaleData().getRadixSymbol(); }
+zuString RnLocale::ThousandsSep() { return systemLocaleData().getGroupingSymbol(); }
 
 char RnLocale::SystemDecimalPointAsChar() {
   char text[16];

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "zu/locale/RnData.h"
 #include "zu/locale/RnLocale.h"
 
 namespace {
@@ -77,6 +78,19 @@ TEST_F(RnLocaleSystemTest, WithoutARecordedLocaleTheEnvironmentDecides) {
     environment(c.all, c.messages, c.lang);
     EXPECT_STREQ(RnLocale::getLocale(), c.expected) << c.all << "|" << c.messages << "|" << c.lang;
   }
+}
+
+TEST_F(RnLocaleSystemTest, SystemSymbolsComeFromTheSystemLocaleOrEnUs) {
+  environment("", "", "");
+  RnLocale::setLocale("de_CH");
+  EXPECT_STREQ(RnLocale::CurrencySymbol(), RnData("de_CH").getCurrencySymbol());
+  EXPECT_STREQ(RnLocale::DecimalPoint(), RnData("de_CH").getRadixSymbol());
+  EXPECT_STREQ(RnLocale::ThousandsSep(), RnData("de_CH").getGroupingSymbol());
+  RnLocale::setLocale("de_XX");
+  EXPECT_STREQ(RnLocale::CurrencySymbol(), "$");
+  EXPECT_STREQ(RnLocale::NegativeSign(), "-");
+  EXPECT_STREQ(RnLocale::DecimalPoint(), ".");
+  EXPECT_STREQ(RnLocale::ThousandsSep(), ",");
 }
 
 }  // namespace
