@@ -69,6 +69,7 @@
 
 
 // Locale identity and resolution
+#include "zu/locale/RnLocale.h"
 
 
 // Locale data

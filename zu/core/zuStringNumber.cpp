@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "zu/core/internal/zuDecimalPoint.h"
+#include "zu/locale/RnLocale.h"
 
 namespace {
 
@@ -89,7 +89,7 @@ int zuString::Number(double value, unsigned int decimals, int trimZeros) {
   // The largest double prints with 309 integer digits.
   char printed[400];
   std::snprintf(printed, sizeof printed, "%#.*f", static_cast<int>(decimals), value);
-  const char* point = std::strchr(printed, zu::internal::systemDecimalPoint());
+  const char* point = std::strchr(printed, RnLocale::SystemDecimalPointAsChar());
   const unsigned int integerLength =
       static_cast<unsigned int>(point != nullptr ? point - printed : std::strlen(printed));
   const char* fraction = point != nullptr ? point + 1 : "0";

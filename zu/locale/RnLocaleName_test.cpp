@@ -1,0 +1,61 @@
+#include <gtest/gtest.h>
+
+#include "zu/locale/RnLocale.h"
+
+namespace {
+
+TEST(RnLocaleNameTest, NormalizeRecasesScriptAndCountryOnly) {
+  struct Case {
+    const char* name;
+    const char* expected;
+  };
+  const Case cases[] = {
+      {"en-us", "en_US"},
+      {"EN_us", "EN_US"},  // the language keeps its case
+      {"EN", "EN"},
+      {"en", "en"},
+      {"az_cyrl_az", "az_Cyrl_AZ"},
+      {"sr_latn_cs", "sr_Latn_CS"},
+      {"az_cyrl", "az_Cyrl"},
+      {"AZ_CYRL", "AZ_Cyrl"},
+      {"en_gb_euro", "en_GB_EURO"},
+      {"en_us_posix", "en_US_POSIX"},
+      {"th_th_th", "th_TH_TH"},
+      {"zh-Hant-TW", "zh_Hant-TW"},  // only the first "-"
+      {"de-ch-x", "de_Ch-x"},    // four letters after the language read as a script
+      {"fr_FR.iso88591@euro", "fr_FR.iso88591@euro"},
+      {"fr_fr.ISO88591@Euro", "fr_FR.ISO88591@Euro"},
+      {"de_ch@euro", "de_CH@euro"},
+      {"x_abc_de", "x_ABC_DE"},  // a second "_" not five places on: no script
+      {"_", "_"},
+      {"", ""},
+  };
+  for (const Case& c : cases) {
+    EXPECT_STREQ(RnLocale::normalize(c.name), c.expected) << c.name;
+  }
+  EXPECT_TRUE(RnLocale::normalize(nullptr).IsEmpty());
+}
+
+TEST(RnLocaleNameTest, DequalifyCutsAtFirstDotOrAt) {
+  struct Case {
+    const char* name;
+    const char* expected;
+    bool qualified;
+  };
+  const Case cases[] = {
+      {"fr_FR.iso88591@euro", "fr_FR", true},
+      {"de_DE@euro", "de_DE", true},
+      {"de_DE@euro.utf8", "de_DE", true},
+      {"en_US.UTF-8", "en_US", true},
+      {".utf8", "", true},
+      {"en_US", "", false},
+      {"", "", false},
+  };
+  for (const Case& c : cases) {
+    bool qualified = !c.qualified;
+    EXPECT_STREQ(RnLocale::dequalify(c.name, qualified), c.expected) << c.name;
+    EXPECT_EQ(qualified, c.qualified) << c.name;
+  }
+}
+
+}  // namespace

@@ -1,0 +1,211 @@
+#include <gtest/gtest.h>
+#include <unicode/uloc.h>
+
+#include <strings.h>
+
+#include <cctype>
+#include <cstring>
+
+#include "zu/locale/RnLocale.h"
+#include "zu/locale/internal/RnLocaleMap.h"
+
+namespace {
+
+using zu::internal::kLocaleMap;
+using zu::internal::kLocaleMapRows;
+
+TEST(RnLocaleResolveTest, EveryMapNameResolvesToItsOwnRowInAnyCase) {
+  for (int row = 1; row < kLocaleMapRows; ++row) {
+    const char* name = kLocaleMap[row].name;
+    if (row > 1) {
+      EXPECT_LT(strcasecmp(kLocaleMap[row - 1].name, name), 0) << name;
+    }
+    EXPECT_EQ(RnLocale(name).getHandle(), row) << name;
+    EXPECT_STREQ(RnLocale(RnLocale::normalize(name)).getName(), name);
+    char lower[32];
+    std::size_t i = 0;
+    for (; name[i] != '\0'; ++i) lower[i] = static_cast<char>(std::tolower(name[i]));
+    lower[i] = '\0';
+    EXPECT_EQ(RnLocale(lower).getHandle(), row) << lower;
+  }
+}
+
+TEST(RnLocaleResolveTest, UserSpellingsFindTheirRowAndUnknownNamesStayInvalid) {
+  struct Case {
+    const char* name;
+    const char* expected;  // null: invalid
+  };
+  const Case cases[] = {
+      {"en-us", "en_US"},
+      {"EN_us", "en_US"},
+      {"en_US", "en_US"},
+      {"en", "en"},
+      {"EN", "en"},
+      {"az_cyrl_az", "az_Cyrl_AZ"},
+      {"sr_latn_cs", "sr_Latn_CS"},
+      {"en_gb_euro", "en_GB_EURO"},
+      {"fr_FR.iso88591@euro", "fr_FR"},
+      {"de_CH@euro", "de_CH"},
+      {"de_XX", nullptr},  // no fallback to "de"
+      {"de_XX.utf8", nullptr},
+      {"x", nullptr},  // the placeholder row never matches
+      {"XXX", nullptr},
+      {"en_US_POSIX", nullptr},
+      {"hebrew", nullptr},
+      {"", nullptr},
+      {nullptr, nullptr},
+  };
+  for (const Case& c : cases) {
+    const RnLocale locale(c.name);
+    EXPECT_EQ(locale.isValid(), c.expected != nullptr) << (c.name ? c.name : "null");
+    EXPECT_STREQ(locale.getName(), c.expected != nullptr ? c.expected : "x");
+  }
+  const RnLocale invalid("de_XX");
+  EXPECT_STREQ(invalid.getWinName(), "XXX");
+  EXPECT_STREQ(invalid.getCharSet(), "ibm367");
+  EXPECT_EQ(invalid.getWinLCID(), 512u);
+  EXPECT_TRUE(RnLocale("en-us") == RnLocale(RnLocale::English_US));
+  EXPECT_TRUE(RnLocale("de_XX") == RnLocale());
+  EXPECT_TRUE(RnLocale("de") != RnLocale("de_DE"));
+}
+
+TEST(RnLocaleResolveTest, RowsCarryTheirPlatformIdentity) {
+  struct Case {
+    const char* name;
+    const char* winName;
+    const char* codeSet;
+    unsigned long lcid;
+  };
+  const Case cases[] = {
+      {"ar", "Arabic", "iso88596", 1},
+      {"ar_AE", "Arabic_U.A.E.", "iso88596", 14337},
+      {"ar_IQ", "Arabic_Iraq", "iso88596", 2049},
+      {"en", "English", "iso88591", 9},
+      {"en_US", "English_US", "iso88591", 1033},
+      {"de_DE", "German_Germany", "iso88591", 1031},
+      {"ja_JP", "Japanese_Japan", "shift-jis", 1041},
+      {"zh_TW", "Chinese_Taiwan", "big5", 1028},
+      {"zh_HK", "Chinese_Hong Kong", "hkscs-big5", 3076},
+      {"nb", "Norwegian_Bokmål", "iso88591", 20},
+      {"no", "Norwegian", "iso88591", 20},
+      {"c", "C", "ibm367", 64000},
+  };
+  for (const Case& c : cases) {
+    const RnLocale locale(c.name);
+    EXPECT_STREQ(locale.getWinName(), c.winName) << c.name;
+    EXPECT_STREQ(locale.getCharSet(), c.codeSet) << c.name;
+    EXPECT_EQ(locale.getWinLCID(), c.lcid) << c.name;
+  }
+}
+
+TEST(RnLocaleResolveTest, LocaleIdsAgreeWithIcu) {
+  for (const char* name : {"ar_EG", "de_CH", "fr_CA", "ja_JP", "zh_CN", "ru_RU", "pl_PL", "th_TH",
+                           "he_IL", "hi_IN", "ko_KR", "sv_FI", "pt_BR", "es_MX", "en_GB",
+                           "sr_Latn_CS", "az_Cyrl_AZ", "nn_NO", "km_KH"}) {
+    EXPECT_EQ(RnLocale(name).getWinLCID(), uloc_getLCID(name)) << name;
+  }
+}
+
+TEST(RnLocaleResolveTest, NamedConstantsNameTheirRows) {
+  struct Case {
+    const char* constant;
+    const char* name;
+  };
+  const Case cases[] = {
+      {RnLocale::English_US, "en_US"},
+      {RnLocale::German_Switzerland, "de_CH"},
+      {RnLocale::Norwegian_Bokmal_Norway, "nb_NO"},
+      {RnLocale::Serbo_Croatian_SerbiaMontenegro, "sh_CS"},
+      {RnLocale::English_India_Rupee, "en_IN_RUPEE"},
+      {RnLocale::Thai_Thailand_Traditional, "th_TH_TH"},
+      {RnLocale::Korean_Korea_Hani, "ko_KR_HANI"},
+      {RnLocale::Azerbaijani_Cyrillic_Azerbaijan, "az_Cyrl_AZ"},
+      {RnLocale::Byelorussian_Belarus, "be_BY"},
+      {RnLocale::Tagalog_Philippines, "tl_PH"},
+      {RnLocale::C, "c"},
+  };
+  for (const Case& c : cases) EXPECT_STREQ(RnLocale(c.constant).getName(), c.name);
+  EXPECT_STREQ(RnLocale::English_US_Posix, "en_US_POSIX");
+  EXPECT_STREQ(RnLocale::getDEFAULT_LOCALE(), "en_US");
+}
+
+TEST(RnLocaleResolveTest, FamilyTests) {
+  constexpr unsigned kArabic = 1 << 0, kChinese = 1 << 1, kSimplified = 1 << 2,
+                     kTraditional = 1 << 3, kJapanese = 1 << 4, kKorean = 1 << 5,
+                     kHani = 1 << 6, kThai = 1 << 7, kBidi = 1 << 8, kIdeographic = 1 << 9,
+                     kDictionary = 1 << 10;
+  struct Case {
+    const char* name;
+    unsigned families;
+  };
+  const Case cases[] = {
+      {"ar", kArabic | kBidi},
+      {"ar_EG", kArabic | kBidi},
+      {"he", kBidi},
+      {"he_IL", kBidi},
+      {"fa_IR", kBidi},
+      {"zh", kChinese | kIdeographic},
+      {"zh_CN", kChinese | kSimplified | kIdeographic},
+      {"zh_HK", kChinese | kSimplified | kIdeographic},
+      {"zh_SG", kChinese | kIdeographic},
+      {"zh_TW", kChinese | kTraditional | kIdeographic},
+      {"ja_JP", kJapanese | kIdeographic},
+      {"ko_KR", kKorean | kIdeographic},
+      {"ko_KR_HANI", kKorean | kHani | kIdeographic},
+      {"th", kThai | kDictionary},
+      {"th_TH_TH", kThai | kDictionary},
+      {"en_US", 0},
+      {"hebrew", 0},  // invalid
+      {"de_XX", 0},
+  };
+  for (const Case& c : cases) {
+    const RnLocale l(c.name);
+    const unsigned families =
+        (l.isArabic() ? kArabic : 0u) | (l.isChinese() ? kChinese : 0u) |
+        (l.isSimplifiedChinese() ? kSimplified : 0u) |
+        (l.isTraditionalChinese() ? kTraditional : 0u) | (l.isJapanese() ? kJapanese : 0u) |
+        (l.isKorean() ? kKorean : 0u) | (l.isKoreanHani() ? kHani : 0u) | (l.isThai() ? kThai : 0u) |
+        (l.isBIDI() ? kBidi : 0u) | (l.isIdeographic() ? kIdeographic : 0u) |
+        (l.needsDictionaryBreaking() ? kDictionary : 0u);
+    EXPECT_EQ(families, c.families) << c.name;
+  }
+}
+
+TEST(RnLocaleResolveTest, RegistryComesBeforeTheMap) {
+  RnLocale::update("de-ch.utf8", "fr_FR");
+  const unsigned int position = RnLocale::get("de_CH");
+  ASSERT_NE(position, 0u);
+  const RnLocale registered("de_CH");
+  EXPECT_EQ(registered.getHandle(), -static_cast<int>(position));
+  EXPECT_EQ(RnLocale::searchMap("de_CH"), registered.getHandle());
+  EXPECT_STREQ(registered.getWinName(), "French_France");
+  EXPECT_STREQ(registered.getCharSet(), "utf8");
+  EXPECT_STREQ(registered.getDescName(), "French_France");
+  // The registry is searched by exact name; the map case-insensitively.
+  EXPECT_EQ(RnLocale("DE_ch").getHandle(), RnLocale::searchMap("de_ch"));
+  EXPECT_GT(RnLocale::searchMap("de_ch"), 0);
+
+  RnLocale::update("my-loc", "A description");
+  EXPECT_STREQ(RnLocale("my_LOC").getWinName(), "A description");
+  EXPECT_STREQ(RnLocale("my_LOC").getCharSet(), "");
+  RnLocale::update("x", "XXX");
+  RnLocale::reset();
+  EXPECT_EQ(RnLocale::get("de_CH"), 0u);
+  EXPECT_EQ(RnLocale::get("my_LOC"), 0u);
+  EXPECT_GT(RnLocale("de_CH").getHandle(), 0);
+  const unsigned int placeholder = RnLocale::get("x");
+  ASSERT_EQ(placeholder, 1u);
+  RnLocale::release(RnLocale::get(placeholder));
+  EXPECT_EQ(RnLocale::get("x"), 0u);
+  EXPECT_EQ(RnLocale::get(1u), nullptr);
+}
+
+TEST(RnLocaleResolveTest, DescNameIsTheLanguagesOwnName) {
+  EXPECT_STREQ(RnLocale("de_CH").getDescName(), "Deutsch");
+  EXPECT_STREQ(RnLocale("fr").getDescName(), "français");
+  // ICU's names of fewer than four characters give way to the descriptive name.
+  EXPECT_STREQ(RnLocale("ja_JP").getDescName(), "Japanese_Japan");
+  EXPECT_STREQ(RnLocale("de_XX").getDescName(), "XXX");
+}
+
+}  // namespace

@@ -1,0 +1,127 @@
+// RnLocale's links to the platform: the thread's recorded locale, the C
+// library's locale and numeric conventions, and ICU's language names.
+#include <unicode/uloc.h>
+#include <unicode/ustring.h>
+
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "zu/locale/RnLocale.h"
+#include "zu/locale/RnData.h"
+#include "zu/locale/internal/RnLocaleMap.h"
+#include "zu/locale/internal/RnLocaleName.h"
+
+using zu::internal::findLocaleMapRow;
+using zu::internal::kLocaleMap;
+using zu::internal::kLocaleMapRows;
+
+namespace {
+
+// The locale id setLocale recorded for this thread; 0 when none was.
+thread_local uint32_t tRecordedLcid = 0;
+
+// The row for a platform locale id. Norwegian ids name their rows directly,
+// since "no" and "nb" share id 20; any other id takes the last row that
+// carries it. 0 when no row does.
+int rowForLcid(uint32_t lcid) {
+  switch (lcid) {
+    case 20:
+      return findLocaleMapRow("nb");
+    case 1044:
+      return findLocaleMapRow("nb_NO");
+    case 2068:
+      return findLocaleMapRow("nn_NO");
+    default:
+      for (int row = kLocaleMapRows - 1; row >= 1; --row) {
+        if (kLocaleMap[row].lcid == lcid) return row;
+      }
+      return 0;
+  }
+}
+
+// The user's default locale from the environment, without its code set and
+// modifier; empty when unset or the POSIX locale.
+std::string userDefaultLocale() {
+  for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+    const char* value = std::getenv(variable);
+    if (value == nullptr || *value == '\0') continue;
+    std::string name(value, zu::internal::unqualifiedLength(value, std::strlen(value)));
+    if (name == "C" || name == "POSIX") name.clear();
+    return name;
+  }
+  return {};
+}
+
+// The fewest characters ICU's name of a language must have to be used.
+constexpr int32_t kShortestLanguageName = 4;
+
+}  // namespace
+
+zuString RnLocale::getLocale(unsigned int) {
+  if (tRecordedLcid != 0) return zuString(kLocaleMap[rowForLcid(tRecordedLcid)].name);
+  const RnLocale userDefault(userDefaultLocale().c_str());
+  return zuString(userDefault.getName());
+}
+
+void RnLocale::setLocale(const zuString& name) {
+  const RnLocale locale(name);
+  tRecordedLcid = locale.isValid() ? static_cast<uint32_t>(locale.getWinLCID()) : 0;
+  if (!locale.isValid()) {
+    std::setlocale(LC_ALL, "");
+  } else if (std::strcmp(locale.getName(), C) == 0) {
+    std::setlocale(LC_ALL, "C");
+  } else {
+    const std::string platformName = std::string(locale.getName()) + ".UTF-8";
+    std::setlocale(LC_ALL, platformName.c_str());
+  }
+}
+
+zuString RnLocale::getDescName() const {
+  if (handle_ < 0) return zuString(getWinName());
+  const char* name = getName();
+  UChar language[64];
+  UErrorCode status = U_ZERO_ERROR;
+  const int32_t length =
+      uloc_getDisplayLanguage(name, name, language, sizeof language / sizeof language[0], &status);
+  if (U_FAILURE(status) || status == U_STRING_NOT_TERMINATED_WARNING ||
+      u_countChar32(language, length) < kShortestLanguageName) {
+    return zuString(getWinName());
+  }
+  return zuString(language);
+}
+
+// --- Numeric conventions -----------------------------------------------------------
+
+namespace {
+
+RnData systemLocaleData() {
+  const RnLocale system(RnLocale::getLocale());
+  const char* name = system.isValid() ? system.getName() 
+                                       : static_cast<const char*>(RnLocale::getDEFAULT_LOCALE());
+  return RnData(name);
+}
+
+}  // namespace
+
+zuString RnLocale::CurrencySymbol() { return systemLocaleData().getCurrencySymbol(); }
+zuString RnLocale::NegativeSign() { return systemLocaleData().getNegativeSymbol(); }
+zuString RnLocale::PositiveSign() { return systemLocaleData().getPositiveSymbol(); }
+zuString RnLocale::DecimalPoint() { return systemLocaleData().getRadixSymbol(); }
+zuString RnLocale::ThousandsSep() { return systemLocaleData().getGroupingSymbol(); }
+
+char RnLocale::SystemDecimalPointAsChar() {
+  char text[16];
+  std::snprintf(text, sizeof text, "%2.1f", 1.0);
+  return text[1];
+}
+
+zuString RnLocale::SystemDecimalPoint() {
+  zuString point;
+  point = SystemDecimalPointAsChar();
+  return point;
+}
+
+void RnLocale::resetLocaleConv() {}
