@@ -182,7 +182,10 @@ TEST_P(IconvDifferentialTest, SameBytesBothWays) {
   }
   EXPECT_GT(repertoire.size(), 90u);
   std::string listed;
-  for (const auto& [cp, bytes] : differences) listed += " " + std::to_string(cp);
+  for (const auto& [cp, bytes] : differences) {
+    listed += ' ';
+    listed += std::to_string(cp);
+  }
   EXPECT_TRUE(differences.empty()) << encoding.ours << " differs at" << listed;
 
   // Texts: empty, the repertoire's ends, and random mixes.

@@ -76,9 +76,9 @@ TEST(zuFormatPosTest, CopiesAndIdsAndAllocatedText) {
   const std::unique_ptr<char[]> allocated(copy.GetAllocdChar());
   EXPECT_STREQ(allocated.get(), "x-y");
 
-  // Without a catalogue the template is empty: nothing is placed.
-  const zuFormatPos byId(17234, zuString("arg"));
-  EXPECT_EQ(byId.ResId(), 17234);
+  // Without a message text the template is empty: nothing is placed.
+  const zuFormatPos byId(5, zuString("arg"));
+  EXPECT_EQ(byId.ResId(), 5);
   EXPECT_EQ(text(byId), "");
   EXPECT_EQ(byId.GetParmCount(), 0u);
 }

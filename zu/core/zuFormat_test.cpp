@@ -77,9 +77,9 @@ TEST(zuFormatTest, ParametersIdsAndCopies) {
   EXPECT_EQ(text(format.GetParm(2)), "");
   EXPECT_EQ(text(format.SourceString()), "%s=%5.1f (%c)");
 
-  zuFormat byId(17185, 2024);  // no catalogue: the arguments only
+  zuFormat byId(5, 2024);  // no message text: the arguments only
   byId << "y";
-  EXPECT_EQ(byId.ResId(), 17185);
+  EXPECT_EQ(byId.ResId(), 5);
   EXPECT_EQ(text(byId), "2024y");
 
   zuFormat original(zuString("%d-%d"));
