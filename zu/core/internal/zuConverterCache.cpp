@@ -43,12 +43,11 @@ const bool* zuConverterCache::leadBytes(int codePage) {
     UErrorCode status = U_ZERO_ERROR;
     // Only table-driven multi-byte converters answer; the others keep none.
     ucnv_getStarters(entry->converter, starters, &status);
-    for (int byte = 0; byte < 256; ++byte) {
-      entry->leadBytes[byte] = U_SUCCESS(status) && starters[byte] != 0;
-    }
+    bool* table = leadByteTables_[entry->table];
+    for (int byte = 0; byte < 256; ++byte) table[byte] = U_SUCCESS(status) && starters[byte] != 0;
     entry->leadBytesKnown = true;
   }
-  return entry->leadBytes;
+  return leadByteTables_[entry->table];
 }
 
 unsigned int* zuConverterCache::codePoints(unsigned int count) {
@@ -85,16 +84,16 @@ zuConverterCache::Entry* zuConverterCache::open(int codePage) {
   UErrorCode substStatus = U_ZERO_ERROR;
   ucnv_setSubstChars(opened, "?", 1, &substStatus);
 
+  unsigned int table = size_;
   if (size_ == kCapacity) {
+    // The least recently used entry goes; its lead byte table is reused.
     ucnv_close(entries_[kCapacity - 1].converter);
-    entries_[kCapacity - 1] = Entry{};
+    table = entries_[kCapacity - 1].table;
   } else {
     ++size_;
   }
   std::rotate(entries_, entries_ + size_ - 1, entries_ + size_);
-  entries_[0] = Entry{};
-  entries_[0].codePage = codePage;
-  entries_[0].converter = opened;
+  entries_[0] = Entry{codePage, opened, table, false};
   return &entries_[0];
 }
 

@@ -45,17 +45,20 @@ class zuConverterCache : public zuThreadStorage {
   int codePageAt(unsigned int index) const { return entries_[index].codePage; }
 
  private:
+  // Entries are small, so that moving one to the front is cheap; the lead
+  // byte tables stay in place, each entry naming its own.
   struct Entry {
     int codePage = 0;
     UConverter* converter = nullptr;
+    unsigned int table = 0;  // index into leadByteTables_
     bool leadBytesKnown = false;
-    bool leadBytes[256] = {};
   };
 
   Entry* find(int codePage);
   Entry* open(int codePage);
 
   Entry entries_[kCapacity];
+  bool leadByteTables_[kCapacity][256] = {};
   unsigned int size_ = 0;
   unsigned int* codePoints_ = nullptr;
   uint64_t codePointBytes_ = 0;
