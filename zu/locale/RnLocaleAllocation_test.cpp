@@ -12,6 +12,10 @@ namespace {
 std::atomic<long> gAllocations{0};
 }  // namespace
 
+// new and delete here pair malloc with free; g++ cannot see that once it
+// inlines them into gtest's factories, and warns.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
 void* operator new(std::size_t size) {
   gAllocations.fetch_add(1, std::memory_order_relaxed);
   if (void* block = std::malloc(size != 0 ? size : 1)) return block;
@@ -19,6 +23,7 @@ void* operator new(std::size_t size) {
 }
 void operator delete(void* block) noexcept { std::free(block); }
 void operator delete(void* block, std::size_t) noexcept { std::free(block); }
+#pragma GCC diagnostic pop
 
 namespace {
 
