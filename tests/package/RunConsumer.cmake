@@ -12,7 +12,8 @@ endfunction()
 
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix})
 run(${CMAKE_COMMAND} -S ${SOURCE_DIR} -B ${WORK_DIR}/build -G Ninja
-    -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_PREFIX_PATH=${prefix})
+    -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_PREFIX_PATH=${prefix}
+    "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}" "-DCMAKE_EXE_LINKER_FLAGS=${LINK_FLAGS}")
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/build)
 run(${WORK_DIR}/build/consumer)
 
@@ -26,6 +27,8 @@ if(PKG_CONFIG)
     message(FATAL_ERROR "pkg-config does not know zuutility")
   endif()
   separate_arguments(flags UNIX_COMMAND "${flags}")
-  run(${CXX} ${SOURCE_DIR}/main.cpp ${flags} -Wl,-rpath,${prefix}/lib -o ${WORK_DIR}/pc_consumer)
+  separate_arguments(build_flags UNIX_COMMAND "${CXX_FLAGS} ${LINK_FLAGS}")
+  run(${CXX} ${build_flags} ${SOURCE_DIR}/main.cpp ${flags} -Wl,-rpath,${prefix}/lib
+      -o ${WORK_DIR}/pc_consumer)
   run(${WORK_DIR}/pc_consumer)
 endif()
