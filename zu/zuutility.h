@@ -76,5 +76,26 @@
 #include "zu/locale/RnData.h"
 
 
+// Numeric helpers and numeric pictures
+
+
+// Text pictures
+
+
+// Calendar converters
+
+
+// Date pictures
+
+
+// Time pictures
+
+
+// ISO 8601 values
+
+
+// Picture-clause dispatcher
+
+
 // Containers
 #include "zu/core/zuStorage.h"
