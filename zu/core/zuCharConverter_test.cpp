@@ -1,6 +1,7 @@
 #include "zu/core/zuCharConverter.h"
 
 #include <gtest/gtest.h>
+#include <unicode/ucnv.h>
 
 #include <cstring>
 #include <memory>
@@ -243,6 +244,42 @@ TEST(zuCharConverterTest, IcuPathSubstitutesAndFailsOnSmallBuffers) {
   unsigned int length = 0;
   std::unique_ptr<char[]> one(sjis.GetAllocdChar(0x65E5, length));
   EXPECT_EQ(std::string(one.get(), length), "\x93\xFA");
+}
+
+// Double-byte text turns into UTF-8 through a table built from ICU's own
+// answers; every byte pair, valid or not, must come out exactly as ICU
+// converts it.
+TEST(zuCharConverterTest, TableDecodingMatchesIcuForEveryBytePair) {
+  const zuCharConverter& utf8 = *zuCharConverter::UTF8();
+  for (const char* name : {"SJIS", "GBK", "Big5", "949", "windows-1251"}) {
+    SCOPED_TRACE(name);
+    const zuGxCharConverter from(name);
+    char icuName[zu::internal::kCodePageNameSize];
+    zu::internal::icuNameOf(from.CodePageNum(), icuName);
+    UErrorCode status = U_ZERO_ERROR;
+    UConverter* source = ucnv_open(icuName, &status);
+    UConverter* target = ucnv_open("UTF-8", &status);
+    ASSERT_TRUE(U_SUCCESS(status)) << icuName;
+    UErrorCode ignored = U_ZERO_ERROR;  // as the library opens its converters
+    ucnv_setSubstChars(source, "?", 1, &ignored);
+    int mismatches = 0;
+    for (int pair = 0; pair < 0x10000; ++pair) {
+      const std::string in = {'a', static_cast<char>(pair >> 8), static_cast<char>(pair), 'b'};
+      char expected[32];
+      char* cursor = expected;
+      const char* read = in.data();
+      status = U_ZERO_ERROR;
+      ucnv_convertEx(target, source, &cursor, expected + sizeof expected, &read,
+                     in.data() + in.size(), nullptr, nullptr, nullptr, nullptr, true, true,
+                     &status);
+      if (convert(utf8, from, in) != std::string(expected, cursor) && ++mismatches < 5) {
+        ADD_FAILURE() << "bytes " << std::hex << pair;
+      }
+    }
+    EXPECT_EQ(mismatches, 0);
+    ucnv_close(source);
+    ucnv_close(target);
+  }
 }
 
 TEST(zuCharConverterTest, CacheKeepsEightConvertersMostRecentFirst) {

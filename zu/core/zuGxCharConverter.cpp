@@ -207,6 +207,15 @@ unsigned int zuGxCharConverter::ConvertICU(char* out, unsigned int outBytes,
   UConverter* target = cache.converter(CodePageNum());
   UConverter* source = target != nullptr ? cache.converter(from.CodePageNum()) : nullptr;
   if (source == nullptr) return Terminate(out, outBytes, 0);
+  // Short texts in the common double-byte encodings skip ICU's machinery.
+  if (IsUTF8CodePage()) {
+    if (const zu::internal::zuDecodeTable* table = cache.decodeTable(from.CodePageNum())) {
+      unsigned int written = 0;
+      if (table->toUTF8(in, inBytes, out, std::min(outBytes, kIcuMaxBytes), written)) {
+        return Terminate(out, outBytes, written);
+      }
+    }
+  }
 
   char* cursor = out;
   const char* read = in;

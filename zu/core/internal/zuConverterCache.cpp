@@ -1,6 +1,7 @@
 #include "zu/core/internal/zuConverterCache.h"
 
 #include <algorithm>
+#include <cstring>
 #include <new>
 
 #include "zu/core/internal/zuCodePageNames.h"
@@ -50,6 +51,16 @@ const bool* zuConverterCache::leadBytes(int codePage) {
   return leadByteTables_[entry->table];
 }
 
+const zuDecodeTable* zuConverterCache::decodeTable(int codePage) {
+  Entry* entry = find(codePage);
+  if (entry == nullptr) return nullptr;
+  if (!entry->decodeTableKnown) {
+    entry->decodeTable = decodeTableFor(codePage);
+    entry->decodeTableKnown = true;
+  }
+  return entry->decodeTable;
+}
+
 unsigned int* zuConverterCache::codePoints(unsigned int count) {
   const uint64_t bytes = uint64_t{count} * sizeof(unsigned int);
   if (bytes > codePointBytes_ || codePoints_ == nullptr) {
@@ -66,7 +77,11 @@ unsigned int* zuConverterCache::codePoints(unsigned int count) {
 zuConverterCache::Entry* zuConverterCache::find(int codePage) {
   for (unsigned int i = 0; i < size_; ++i) {
     if (entries_[i].codePage != codePage) continue;
-    std::rotate(entries_, entries_ + i, entries_ + i + 1);
+    if (i != 0) {
+      const Entry found = entries_[i];
+      std::memmove(static_cast<void*>(entries_ + 1), entries_, i * sizeof(Entry));
+      entries_[0] = found;
+    }
     return &entries_[0];
   }
   return open(codePage);
@@ -93,7 +108,7 @@ zuConverterCache::Entry* zuConverterCache::open(int codePage) {
     ++size_;
   }
   std::rotate(entries_, entries_ + size_ - 1, entries_ + size_);
-  entries_[0] = Entry{codePage, opened, table, false};
+  entries_[0] = Entry{codePage, opened, table, false, false, nullptr};
   return &entries_[0];
 }
 

@@ -12,6 +12,7 @@
 
 #include <cstdint>
 
+#include "zu/core/internal/zuDecodeTable.h"
 #include "zu/runtime/zuThreadLocalStorage.h"
 
 namespace zu::internal {
@@ -36,6 +37,10 @@ class zuConverterCache : public zuThreadStorage {
   // reports them (all false for encodings without such a table).
   const bool* leadBytes(int codePage);
 
+  // The process-wide decoding table of `codePage` (see zuDecodeTable), null
+  // for encodings that have none; looked up once per open entry.
+  const zuDecodeTable* decodeTable(int codePage);
+
   // Room for `count` code points; the buffer stays valid until the next
   // call. Throws zuExMemory.
   unsigned int* codePoints(unsigned int count);
@@ -52,6 +57,8 @@ class zuConverterCache : public zuThreadStorage {
     UConverter* converter = nullptr;
     unsigned int table = 0;  // index into leadByteTables_
     bool leadBytesKnown = false;
+    bool decodeTableKnown = false;
+    const zuDecodeTable* decodeTable = nullptr;
   };
 
   Entry* find(int codePage);

@@ -1,0 +1,45 @@
+// Complete decoding tables for the stateless encodings of one- and two-byte
+// characters (Shift_JIS, GBK, Big5, EUC-KR, the single-byte pages ...).
+//
+// ICU is asked once per process how it decodes every byte and every pair
+// that starts with a lead byte; the answers are kept in a table, so that a
+// short text in such an encoding turns into UTF-8 with one lookup per
+// character instead of a pass through ICU's converter machinery. Only clean
+// answers are kept: a byte sequence that ICU reports as illegal, unmapped,
+// or decodes to something other than one BMP character is marked, and a
+// text that contains one is left to ICU as a whole, so the output is always
+// exactly ICU's.
+//
+//   if (const zuDecodeTable* table = decodeTableFor(932)) {
+//     unsigned int written = 0;
+//     if (table->toUTF8(in, inBytes, out, outBytes, written)) ... // done
+//   }
+//
+// Tables are immutable once built and shared by every thread.
+#pragma once
+
+namespace zu::internal {
+
+class zuDecodeTable {
+ public:
+  // Decodes `inBytes` bytes and writes their UTF-8 to `out` (at most
+  // `outBytes` bytes, no NUL). False when the text holds a sequence that
+  // only ICU can decide, or the output does not fit; `out` is then garbage.
+  bool toUTF8(const char* in, unsigned int inBytes, char* out, unsigned int outBytes,
+              unsigned int& written) const;
+
+  // Marks in `single_` and `pairs_`.
+  static constexpr char16_t kLead = 0xFFFF;  // starts a two-byte character
+  static constexpr char16_t kAskIcu = 0xFFFE;
+
+  char16_t single_[256];
+  // Per lead byte, the character of each trail byte; null for other bytes.
+  const char16_t* pairs_[256] = {};
+};
+
+// The table of `codePage`, built on first use; null when the encoding is not
+// a stateless encoding of one- and two-byte characters (or ICU cannot open
+// it). Thread-safe.
+const zuDecodeTable* decodeTableFor(int codePage);
+
+}  // namespace zu::internal
