@@ -80,6 +80,7 @@
 
 
 // Text pictures
+#include "zu/picture/RnText.h"
 
 
 // Calendar converters
