@@ -78,6 +78,7 @@
 
 // Numeric helpers and numeric pictures
 
+#include "zu/picture/zuNumeric.h"
 
 // Text pictures
 #include "zu/picture/RnText.h"
