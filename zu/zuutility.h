@@ -85,6 +85,10 @@
 
 
 // Calendar converters
+#include "zu/picture/GregorianCalendarConvertor.h"
+#include "zu/picture/HijriCalendarConvertor.h"
+#include "zu/picture/ICalendarConverter.h"
+#include "zu/picture/zuCalendarConverters.h"
 
 
 // Date pictures
