@@ -10,8 +10,6 @@ namespace {
 
 using Text = std::u32string;
 
-const zuLiteral kTextPictureSymbols("9AO0Xt");
-
 // Where a run ended: at a quote, at another character or literal, or at the
 // end of the picture. Formatting checks the value's length only at the first
 // and the last.
@@ -43,7 +41,8 @@ bool isRunChar(char32_t c, bool fullWidth) {
 // and reporting runs, unquoted literals and the characters of quoted
 // literals. Any callback returning false stops the walk with false. The
 // character after a closing quote starts a run whatever it is. `fullWidth`
-// lets full-width forms of symbols and letters make runs as well.
+// lets full-width forms of symbols and letters make runs as well; a picture
+// ending inside a quote gives `allowOpenQuote`.
 template <class OnRun, class OnLiteral, class OnQuoted>
 bool walkPicture(const Text& picture, bool fullWidth, bool allowOpenQuote, OnRun onRun,
                  OnLiteral onLiteral, OnQuoted onQuoted) {
@@ -162,7 +161,9 @@ void RnText::setTextSymbols(const char* locale) {
 }
 
 const zuLiteral& RnText::getTEXT_PICTURE_SYMBOLS() {
-  return kTextPictureSymbols;
+  // Built on first use, so that start-up code elsewhere may ask for it.
+  static const zuLiteral symbols("9AO0Xt");
+  return symbols;
 }
 
 zuString RnText::format(const zuString& picture) {
