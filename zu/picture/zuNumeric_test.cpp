@@ -204,6 +204,10 @@ TEST(zuNumericTest, CommaLocaleStillUsesDot) {
   EXPECT_STREQ(zuNumeric::strToDot(text), "1.5 2.5");
   std::string dotted = "1.25";
   EXPECT_DOUBLE_EQ(zuNumeric::strToDbl(dotted.data(), 0), 1.25);
+  double read = 0;
+  EXPECT_EQ(zuString("1.25").Number(&read), 1);  // the string type reads "." too
+  EXPECT_DOUBLE_EQ(read, 1.25);
+  EXPECT_EQ(zuString("1,25").Number(&read), 0);
 }
 
 }  // namespace
