@@ -24,13 +24,22 @@ char pairPartner(char first, bool reversed) {
 
 bool isPairLetter(char c) { return std::strchr("CRcrDBdb", c) != nullptr; }
 
+// Which ASCII characters are symbols, so that reading a picture costs one
+// table look-up per character.
+struct SymbolTable {
+  bool isSymbol[128] = {};
+  constexpr SymbolTable() {
+    for (const char* c = kSymbols; *c != '\0'; ++c) isSymbol[static_cast<int>(*c)] = true;
+  }
+};
+constexpr SymbolTable kSymbolTable;
+
 }  // namespace
 
 char numericSymbol(uint32_t codePoint) {
   if (codePoint >= 0xFF01 && codePoint <= 0xFF5E) codePoint = (codePoint + 32) & 0xFF;
-  if (codePoint == 0 || codePoint >= 0x80) return 0;
-  const char c = static_cast<char>(codePoint);
-  return std::strchr(kSymbols, c) != nullptr ? c : 0;
+  if (codePoint >= 0x80 || !kSymbolTable.isSymbol[codePoint]) return 0;
+  return static_cast<char>(codePoint);
 }
 
 uint32_t decodeUtf8(const char* text, size_t length, size_t pos, size_t& bytes) {
