@@ -3,6 +3,7 @@
 // and the exponent are met first, and optional leading digits, grouping and
 // signs are decided last, where the text tells how many there are.
 #include <algorithm>
+#include <cctype>
 #include <string>
 
 #include "zu/picture/RnNum.h"
