@@ -1,0 +1,167 @@
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+
+#include "zu/picture/RnNum.h"
+
+namespace {
+
+struct ParseCase {
+  const char* locale;
+  const char* text;
+  const char* picture;
+  const char* expected;  // null: the parse fails
+};
+
+TEST(RnNumParseTest, ReadsTextThroughPicture) {
+  static const ParseCase kCases[] = {
+      {"en_US", "1,234.50", "z,zz9.99", "1234.5"},
+      {"en_US", "1234.50", "z,zz9.99", "1234.5"},
+      {"en_US", "34.50", "z,zz9.99", "34.5"},
+      {"en_US", "-12.50", "zz9.99", "-12.5"},
+      {"en_US", "-012.50", "s999.99", "-12.5"},
+      {"en_US", "+012.50", "s999.99", "12.5"},
+      {"en_US", "12.5", "99.88", "12.5"},
+      {"en_US", "12", "99.88", "12"},
+      {"en_US", "12", "zz9.zz", "12"},
+      {"en_US", "  7", "ZZ9", "7"},
+      {"en_US", "50%", "99%", "0.5"},
+      {"en_US", "(5)", "(9)", "-5"},
+      {"en_US", " 5 ", "(9)", "5"},
+      {"en_US", "5CR", "9CR", "-5"},
+      {"en_US", "5  ", "9CR", "5"},
+      {"en_US", "5DB", "9db", "-5"},
+      {"en_US", "12.35E+2", "99.99E", "1235"},
+      {"en_US", "1.2E-4", "9.9E", "0.00012"},
+      {"en_US", "12345", "999v99", "123.45"},
+      {"en_US", "Total: 12\t", "'Total: '99t", "12"},
+      {"en_US", "", "zzz", "0"},
+      {"en_US", "$-7.00", "$zz9.99", "-7"},
+      {"de_DE", "1.234,50", "z,zz9.99", "1234.5"},
+      {"de_DE", "1.234,50 EUR", "z,zz9.99 $$", "1234.5"},
+      {"de_DE", "1.234,50 eur", "z,zz9.99 $$", "1234.5"},
+      {"fr_FR", "1 234 567,89", "z,zzz,zz9.99", "1234567.89"},
+      {"fr_FR", "1\u202f234,50", "z,zz9.99", "1234.5"},
+      {"ar", "\u061c-\u0661\u066c\u0662\u0663\u0664\u066b\u0665\u0660", "z,zz9.99", "-1234.5"},
+      {"ar", "-1234\u066b50", "z,zz9.99", "-1234.5"},
+      {"ja_JP", "\uffe51,234", "$z,zz9", "1234"},
+      {"en_US", "\uff11\uff12", "99", "12"},
+      // Failures: missing required digits, wrong literals, leftovers, two signs.
+      {"en_US", "1", "99", nullptr},
+      {"en_US", "1a", "99", nullptr},
+      {"en_US", "x12", "99", nullptr},
+      {"en_US", "12.5", "99", nullptr},
+      {"en_US", "-5CR", "s9CR", nullptr},
+      {"en_US", "50", "99%", nullptr},
+      {"en_US", "1234", "$z,zz9", nullptr},
+      {"en_US", "1.2.3", "9.9.9", nullptr},
+      {"de_DE", "1,234.50", "z,zz9.99", nullptr},
+  };
+  for (const ParseCase& c : kCases) {
+    RnNum number("99", c.locale);
+    const bool parsed = number.parse(c.text, c.picture);
+    EXPECT_EQ(parsed, c.expected != nullptr)
+        << c.locale << " \"" << c.text << "\" through \"" << c.picture << "\"";
+    EXPECT_STREQ(number.getText(), parsed ? c.expected : "99")
+        << c.locale << " \"" << c.text << "\" through \"" << c.picture << "\"";
+  }
+}
+
+// Every value comes back from its own formatting, to the picture's precision.
+TEST(RnNumParseTest, RoundTripsInManyLocales) {
+  static const char* const kLocales[] = {"en_US", "de_DE", "fr_FR", "ar",    "hi_IN",
+                                         "ja_JP", "fa",    "de_CH", "ru_RU", "th_TH_TH",
+                                         "ar_EG", "es_ES", "zh_CN"};
+  static const char* const kPictures[] = {
+      "z,zzz,zz9.99", "s999999.999", "zzzzz9.88", "(z,zzz,zz9.99)", "9.999E",
+      "zz,zzz,zz9.99CR", "zzz,zz9%",   "$z,zzz,zz9.99", "$$ zzzzzz9.zz", "ZZZZZZ9v99",
+  };
+  static const char* const kValues[] = {"0", "1", "-1", "12.5", "-1234.56", "999999.99",
+                                        "0.07", "-0.5", "100000", "31.4159"};
+  for (const char* locale : kLocales) {
+    for (const char* picture : kPictures) {
+      for (const char* value : kValues) {
+        RnNum source(value, locale);
+        const zuString text = source.format(picture);
+        if (text.IsEmpty()) continue;  // does not fit, or blanked
+        RnNum back("", locale);
+        ASSERT_TRUE(back.parse(text, picture))
+            << locale << " " << value << " \"" << picture << "\" gave \"" << text << "\"";
+        EXPECT_EQ(RnNum(back.getText(), locale).format(picture), text)
+            << locale << " " << value << " \"" << picture << "\" read back as " << back.getText();
+      }
+    }
+  }
+}
+
+// Pseudo-random pictures and texts: nothing throws, nothing crashes, and
+// a long picture is read in linear time.
+TEST(RnNumParseTest, BadInputNeverThrows) {
+  static const char kAlphabet[] = "(%$,.)89BCDERSVZbcdrsvzt'9z -";
+  uint32_t seed = 12345;
+  auto next = [&seed] {
+    seed = seed * 1103515245u + 12345u;
+    return (seed >> 16) & 0x7FFF;
+  };
+  for (int round = 0; round < 2000; ++round) {
+    std::string picture, text;
+    const unsigned length = next() % 12;
+    for (unsigned i = 0; i < length; ++i) picture += kAlphabet[next() % (sizeof kAlphabet - 1)];
+    for (unsigned i = 0; i < length; ++i) text += kAlphabet[next() % (sizeof kAlphabet - 1)];
+    RnNum number(round % 2 ? "-12.5" : "0", round % 3 ? "ar" : "de_DE");
+    EXPECT_NO_THROW(number.format(picture.c_str()));
+    EXPECT_NO_THROW(number.parse(text.c_str(), picture.c_str()));
+  }
+  const std::string huge(200000, 'z');
+  RnNum number("5", "en_US");
+  EXPECT_STREQ(number.format(huge.c_str()), "");
+  EXPECT_STREQ(number.format((std::string(200000, ',') + "9").c_str()), "5");
+  EXPECT_FALSE(number.parse(std::string(200000, '1').c_str(), "999"));
+  EXPECT_TRUE(number.parse((std::string(199999, '0') + "7").c_str(), huge.c_str()));
+}
+
+TEST(RnNumParseTest, ConversionHelpers) {
+  zuString out;
+  EXPECT_TRUE(RnNum::DblToStr(2.675, 0, 2, false, out));
+  EXPECT_STREQ(out, "2.68");
+  EXPECT_TRUE(RnNum::DblToStr(-1.5, 7, 2, false, out));
+  EXPECT_STREQ(out, "-001.50");
+  EXPECT_TRUE(RnNum::DblToStr(12.0, 0, 0, true, out));
+  EXPECT_STREQ(out, "12.");
+  EXPECT_TRUE(RnNum::DblToStr(0.1 + 0.2, 0, 17, false, out));
+  EXPECT_STREQ(out, "0.300000000000000");
+  EXPECT_FALSE(RnNum::DblToStr(1.0 / 0.0, 0, 2, false, out));
+  EXPECT_FALSE(RnNum::DblToStr(1.0, 326, 2, false, out));
+
+  double value = 7;
+  EXPECT_TRUE(RnNum::StrToDbl(" -1.25e2 ", value));
+  EXPECT_EQ(value, -125.0);
+  EXPECT_TRUE(RnNum::StrToDbl(".5", value));
+  EXPECT_EQ(value, 0.5);
+  for (const char* bad : {"", "1,5", "1.2.3", "inf", "0x10", "1e", "--1", "1e400"}) {
+    EXPECT_FALSE(RnNum::StrToDbl(bad, value)) << bad;
+  }
+  EXPECT_EQ(value, 0.5);
+
+  zuString text("a\u00e9\u20ac\U0001F600b");
+  RnNum::Reverse(text);
+  EXPECT_STREQ(text, "b\U0001F600\u20ac\u00e9a");
+
+  unsigned leading = 0, trailing = 0;
+  RnNum::getSymbolCount("$z,zz9.99'9'", leading, trailing);
+  EXPECT_EQ(leading, 4u);
+  EXPECT_EQ(trailing, 2u);
+  RnNum::getSymbolCount("9.9.9", leading, trailing);
+  EXPECT_EQ(leading + trailing, 0u);
+
+  RnNum number("1", "en_US");
+  number.format("99");
+  EXPECT_TRUE(number.IsNonIgnorable('S'));
+  EXPECT_FALSE(number.IsNonIgnorable('9'));
+  number.format("99.99");
+  EXPECT_TRUE(number.IsNonIgnorable(0xFF19));  // full-width 9
+  EXPECT_FALSE(number.IsNonIgnorable(','));
+}
+
+}  // namespace
