@@ -4,6 +4,7 @@
 
 #include "zu/locale/RnData.h"
 #include "zu/picture/RnEraTables.h"
+#include "zu/picture/zuCalendarConverters.h"
 #include "zu/picture/internal/RnCivilDays.h"
 #include "zu/picture/internal/RnDateTimeUtil.h"
 
@@ -234,7 +235,13 @@ zuString RnDate::toString() const { return format(getDEFAULT_DATE_FMT()); }
 zuString RnDate::format(const zuString& picture) const {
   if (!isValid()) return zuString();
   const CivilDate date = civilFromDays(days_);
-  return format(picture, date.day, date.month, static_cast<int>(date.year));
+  int day = date.day;
+  int month = date.month;
+  int year = static_cast<int>(date.year);
+  if (!getCalendarConverter(zuLiteral(locale_.getName()))->fromGregorian(day, month, year)) {
+    return zuString();
+  }
+  return format(picture, day, month, year);
 }
 
 zuString RnDate::format(const zuString& picture, int day, int month, int year) const {
@@ -543,9 +550,15 @@ int64_t RnDate::resolveDay(int64_t year) const {
     if (f.month < 0 || f.monthDay >= 0) return 0;
     return epochWeekMonth(yearSince1900, f.month, f.weekOfMonth, weekDay);
   }
-  const int day = f.monthDay >= 0 ? f.monthDay : 1;
-  const int month = f.month >= 0 ? f.month : 1;
-  const int64_t days = epoch(day, month, yearSince1900);
+  int day = f.monthDay >= 0 ? f.monthDay : 1;
+  int month = f.month >= 0 ? f.month : 1;
+  int calendarYear = static_cast<int>(year);
+  if (!getCalendarConverter(zuLiteral(locale_.getName()))
+           ->toGregorian(day, month, calendarYear)) {
+    return 0;
+  }
+  if (!yearInRange(calendarYear)) return 0;
+  const int64_t days = epoch(day, month, calendarYear - 1900);
   // A weekday read beside a day of the month must be that date's.
   if (days > 0 && f.monthDay >= 0 && f.weekDay >= 0 && weekDayIndex(days) + 1 != f.weekDay) {
     return 0;
