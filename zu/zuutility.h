@@ -89,6 +89,7 @@
 
 
 // Time pictures
+#include "zu/picture/RnTime.h"
 
 
 // ISO 8601 values
