@@ -3,6 +3,8 @@
 // pattern "h:mm:ss a". The ICU formatter is made once (its best case) and,
 // in a second pair, made for each call, which is what a caller without a
 // cache of formatters pays; RnTime reads its picture on every call anyway.
+// An ISO 8601 date-time is read against ICU parsing the same extended form
+// with a formatter made once.
 #include <benchmark/benchmark.h>
 #include <unicode/locid.h>
 #include <unicode/smpdtfmt.h>
@@ -11,6 +13,7 @@
 #include <memory>
 #include <vector>
 
+#include "zu/datetime/ISODateTime.h"
 #include "zu/picture/RnTime.h"
 
 namespace {
@@ -96,11 +99,34 @@ void icuParseCached(benchmark::State& state) {
   }
 }
 
+void ourIsoParse(benchmark::State& state) {
+  const zuString text("2024-03-05T10:20:30.500+05:30");
+  const zuString locale("en_US");
+  for (auto _ : state) {
+    ISODateTime value(text, locale, locale);
+    benchmark::DoNotOptimize(value);
+  }
+}
+
+void icuIsoParseCached(benchmark::State& state) {
+  UErrorCode status = U_ZERO_ERROR;
+  icu::SimpleDateFormat format(icu::UnicodeString("yyyy-MM-dd'T'HH:mm:ss.SSSXXX"),
+                               icu::Locale("en_US"), status);
+  const icu::UnicodeString text("2024-03-05T10:20:30.500+05:30");
+  for (auto _ : state) {
+    UErrorCode parseStatus = U_ZERO_ERROR;
+    UDate date = format.parse(text, parseStatus);
+    benchmark::DoNotOptimize(date);
+  }
+}
+
 BENCHMARK(ourFormat)->Name("TimeFormat/ours");
 BENCHMARK(icuFormatCached)->Name("TimeFormat/icu");
 BENCHMARK(ourFormatNew)->Name("TimeFormatNewFormatter/ours");
 BENCHMARK(icuFormatNew)->Name("TimeFormatNewFormatter/icu");
 BENCHMARK(ourParse)->Name("TimeParse/ours");
 BENCHMARK(icuParseCached)->Name("TimeParse/icu");
+BENCHMARK(ourIsoParse)->Name("IsoDateTimeParse/ours");
+BENCHMARK(icuIsoParseCached)->Name("IsoDateTimeParse/icu");
 
 }  // namespace
