@@ -95,6 +95,7 @@
 
 
 // Picture-clause dispatcher
+#include "zu/picture/zuPicture.h"
 
 
 // Containers
