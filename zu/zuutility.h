@@ -77,6 +77,7 @@
 
 
 // Numeric helpers and numeric pictures
+#include "zu/picture/RnNum.h"
 
 
 // Text pictures
