@@ -13,7 +13,7 @@
 //   zuString amount = zuPicture("de_DE").format("1234.5", "num{z,zz9.99}",
 //                                               &status, 0);  // "1.234,50"
 //   zuString value = zuPicture::parse("1.234,50", "num{z,zz9.99}", "de_DE",
-//                                     &status);             // "1234.50"
+//                                     &status);             // "1234.5"
 //
 // Canonical values: a date is read in an ISO 8601 form ("2024-03-05" or
 // "20240305", also "2024" and "2024-03") and parsed back as "YYYY-MM-DD"; a
@@ -31,9 +31,9 @@
 // "integer", "decimal", "currency", "percent") stands for the locale's own
 // pattern; the text between its braces is ignored. The locale is the
 // qualifier of the sub-picture, else the locale the caller passes in.
-// Numeric styles group digits, allow 15 integer digits and (decimal,
-// currency) up to 15 fraction digits, dropping trailing zeros except the
-// fixed cents of a currency. A style pattern may hold alternatives (the
+// Numeric styles group digits and allow 15 integer digits; a decimal shows
+// up to 15 fraction digits, dropping trailing zeros, and a currency its
+// fixed cents. A style pattern may hold alternatives (the
 // negative form of a currency); they are tried in turn.
 //
 // Status: `status`, when given, receives 1 when some alternative fitted and 0
@@ -138,6 +138,10 @@ class ZU_EXPORT zuPicture {
                                          const zuString& locale, zuString& out);
 
   // --- Category parsers (canonical values, see above) -------------------------
+  // A time is read as the wall-clock time the text shows (its zone, when the
+  // picture reads one, is not applied); `local` is accepted for symmetry
+  // with the formatters. A date-time text is split where its date and time
+  // parts and the literals between them fit.
 
   static int parseNumeric(const zuString& value, const zuString& picture, const zuString& locale,
                           zuString& out);

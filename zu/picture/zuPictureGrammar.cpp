@@ -8,8 +8,8 @@
 #include "zu/picture/zuPicture.h"
 
 using zu::internal::pictureCharAt;
-using zu::internal::PictureItem;
-using zu::internal::readPictureItem;
+using zu::internal::SubPicture;
+using zu::internal::readSubPicture;
 using zu::internal::skipQuotedLiteral;
 
 const zuLiteral& zuPicture::getNUM() { static const zuLiteral kWord("num"); return kWord; }
@@ -88,7 +88,7 @@ void qualifyPart(zuString& pattern, const char* word, const zuString& locale) {
 
 // The locale's pattern for the style of a date, time, date-time or numeric
 // item; false for a style word the category does not know.
-bool stylePattern(const PictureItem& item, const zuString& locale, bool qualifyDateTime,
+bool stylePattern(const SubPicture& item, const zuString& locale, bool qualifyDateTime,
                   zuString& pattern) {
   static const zuLiteral* const kDateStyles[] = {&zuPicture::getDEFAULT(), &zuPicture::getSHORT(),
                                                  &zuPicture::getMEDIUM(), &zuPicture::getLONG(),
@@ -101,12 +101,11 @@ bool stylePattern(const PictureItem& item, const zuString& locale, bool qualifyD
   if (item.word.Equals(zuPicture::getNUM())) {
     const int kind = styleIndex(item.style, kNumStyles, 4);
     if (kind < 0) return false;
-    // Wide enough for any double; decimal and currency show up to 15
-    // fraction digits but drop trailing zeros, except the currency's cents.
+    // Wide enough for any double. A decimal shows up to 15 fraction digits
+    // and drops trailing zeros; a currency keeps its own fixed cents.
     int options = RnData::WITH_GROUPINGS | RnData::WITH_WIDTH(15);
-    if (kind == RnData::DECIMAL_FMT || kind == RnData::CURRENCY_FMT) {
-      options |= RnData::WITH_PREC(255) | RnData::KEEP_NINES;
-    }
+    if (kind == RnData::DECIMAL_FMT) options |= RnData::WITH_PREC(255);
+    if (kind == RnData::CURRENCY_FMT) options |= RnData::KEEP_NINES;
     pattern = data.getNumberFormat(kind, options);
     return true;
   }
@@ -144,7 +143,7 @@ bool takesStyle(const zuString& word) {
 
 // Gives a read item its meaning: category, locale and body (step 5 of the
 // grammar). `locale` comes in as the locale in force.
-int resolvePictureItem(const PictureItem& item, zuString& category, zuString& locale,
+int resolveSubPicture(const SubPicture& item, zuString& category, zuString& locale,
                         zuString& body, bool qualifyDateTime) {
   if (!isCategoryWord(item.word)) return 0;
   if (item.hasLocale) locale = item.locale;
@@ -160,6 +159,26 @@ int resolvePictureItem(const PictureItem& item, zuString& category, zuString& lo
   return 1;
 }
 
+namespace {
+
+// "word(locale){pattern}"; a pattern with alternatives (a currency's
+// negative form) becomes one such item per alternative, joined by "|".
+void appendStyledItem(const SubPicture& item, const zuString& pattern, zuString& out) {
+  zuStorage<zuString> alternates;
+  if (!zuPicture::getAlternates(pattern, alternates) || alternates.GetSize() == 0) {
+    alternates.RemoveAll();
+    alternates.Add(pattern);
+  }
+  for (unsigned int i = 0; i < alternates.GetSize(); ++i) {
+    if (i > 0) out += "|";
+    out += item.word;
+    if (item.hasLocale) out += "(" + item.locale + ")";
+    out += "{" + alternates[i] + "}";
+  }
+}
+
+}  // namespace
+
 zuString expandPictureStyles(const zuString& alternative, const zuString& locale) {
   unsigned int dot = 0;
   if (!alternative.CharInString('.', dot)) return alternative;
@@ -169,23 +188,21 @@ zuString expandPictureStyles(const zuString& alternative, const zuString& locale
   for (unsigned int pos = 0; pos < length;) {
     unsigned int next = pos;
     const unsigned int character = pictureCharAt(alternative, pos, next);
-    PictureItem item;
+    SubPicture item;
     if (character == '\'') {
       if (!skipQuotedLiteral(alternative, pos, next)) break;
-    } else if (zuCharConverter::IsAlpha(character) && readPictureItem(alternative, pos, item)) {
+    } else if (zuCharConverter::IsAlpha(character) && readSubPicture(alternative, pos, item)) {
       next = item.end;
       zuString category;
       zuString itemLocale = locale;
       zuString body;
       if (item.hasStyle && takesStyle(item.word) &&
-          resolvePictureItem(item, category, itemLocale, body, true)) {
+          resolveSubPicture(item, category, itemLocale, body, true)) {
         out += alternative.Substring(copied, pos - copied);
         if (item.word.Equals(zuPicture::getDATETIME())) {
           out += body;
         } else {
-          out += item.word;
-          if (item.hasLocale) out += "(" + item.locale + ")";
-          out += "{" + body + "}";
+          appendStyledItem(item, body, out);
         }
         copied = next;
       }
@@ -205,12 +222,12 @@ zuString peelSubPicture(const zuString& picture, const zuString& word, zuString&
     if (character == '\'') {
       if (!skipQuotedLiteral(picture, pos, next)) return picture;
     } else if (!zuPicture::isCharLiteral(character) && !zuPicture::isCharNumeric(character)) {
-      PictureItem item;
+      SubPicture item;
       zuString category;
       zuString itemLocale = locale;
       zuString body;
-      if (!readPictureItem(picture, pos, item) || item.word.CompareNoCase(word) != 0 ||
-          !resolvePictureItem(item, category, itemLocale, body, false)) {
+      if (!readSubPicture(picture, pos, item) || item.word.CompareNoCase(word) != 0 ||
+          !resolveSubPicture(item, category, itemLocale, body, false)) {
         return picture;
       }
       locale = itemLocale;
@@ -226,13 +243,13 @@ zuString peelSubPicture(const zuString& picture, const zuString& word, zuString&
 
 namespace {
 
-using zu::internal::resolvePictureItem;
+using zu::internal::resolveSubPicture;
 
-int readSubPicture(const zuString& picture, unsigned int pos, zuString& category,
+int readCategoryAt(const zuString& picture, unsigned int pos, zuString& category,
                    zuString& locale, zuString& body, bool qualifyDateTime) {
-  PictureItem item;
-  if (!readPictureItem(picture, pos, item)) return 0;
-  return resolvePictureItem(item, category, locale, body, qualifyDateTime);
+  SubPicture item;
+  if (!readSubPicture(picture, pos, item)) return 0;
+  return resolveSubPicture(item, category, locale, body, qualifyDateTime);
 }
 
 }  // namespace
@@ -241,7 +258,7 @@ int zuPicture::isSubPicture(const zuString& picture, unsigned int pos, zuString&
                             zuString& locale, zuString& body) {
   category.Empty();
   body.Empty();
-  return readSubPicture(picture, pos, category, locale, body, true);
+  return readCategoryAt(picture, pos, category, locale, body, true);
 }
 
 int zuPicture::hasSubPicture(const zuString& picture, unsigned int pos, zuString& category,
@@ -258,7 +275,7 @@ int zuPicture::hasSubPicture(const zuString& picture, unsigned int pos, zuString
     } else if (!isCharLiteral(character) && !isCharNumeric(character)) {
       if (!isCharAlphabetic(character)) return 0;
       zuString inner;
-      if (!readSubPicture(picture, pos, category, locale, inner, false)) return 0;
+      if (!readCategoryAt(picture, pos, category, locale, inner, false)) return 0;
       body = filler + inner;
       return 1;
     }
@@ -348,8 +365,8 @@ int zuPicture::getLocaleFromPicture(const zuString& picture, const zuString& /*l
     if (isCharQuote(character)) {
       if (!skipQuotedLiteral(picture, pos, next)) return 0;
     } else if (isCharAlphabetic(character)) {
-      PictureItem item;
-      if (!readPictureItem(picture, pos, item)) return 0;
+      SubPicture item;
+      if (!readSubPicture(picture, pos, item)) return 0;
       if (item.hasLocale && out.IsEmpty()) out = item.locale;
       next = item.end;
     } else if (!isCharLiteral(character) && !isCharNumeric(character)) {

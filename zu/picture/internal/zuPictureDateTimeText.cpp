@@ -30,12 +30,12 @@ void collectSegments(const zuString& picture, const zuString& locale,
       pos = next;
       continue;
     }
-    PictureItem item;
+    SubPicture item;
     zuString category;
     zuString itemLocale = locale;
     zuString body;
-    if (zuPicture::isCharAlphabetic(character) && readPictureItem(picture, pos, item) &&
-        resolvePictureItem(item, category, itemLocale, body, true)) {
+    if (zuPicture::isCharAlphabetic(character) && readSubPicture(picture, pos, item) &&
+        resolveSubPicture(item, category, itemLocale, body, true)) {
       if (item.word.CompareNoCase(zuPicture::getDATE()) == 0) {
         segments.push_back({DateTimeSegment::kDate, zuString()});
       } else if (item.word.CompareNoCase(zuPicture::getTIME()) == 0) {

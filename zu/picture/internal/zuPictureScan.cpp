@@ -13,11 +13,6 @@ unsigned int pictureCharAt(const zuString& picture, unsigned int pos, unsigned i
   return character;
 }
 
-unsigned int fullWidthToAscii(unsigned int codePoint) {
-  if (codePoint >= 0xFF01 && codePoint <= 0xFF5E) return (codePoint + 32) & 0xFF;
-  return codePoint;
-}
-
 bool skipQuotedLiteral(const zuString& picture, unsigned int quotePos, unsigned int& end) {
   const unsigned int length = picture.Length();
   for (unsigned int pos = quotePos + 1; pos < length; ++pos) {
@@ -44,7 +39,7 @@ unsigned int findByte(const zuString& picture, unsigned int pos, char stop, char
 
 }  // namespace
 
-bool readPictureItem(const zuString& picture, unsigned int pos, PictureItem& item) {
+bool readSubPicture(const zuString& picture, unsigned int pos, SubPicture& item) {
   const unsigned int length = picture.Length();
   unsigned int next = pos;
   if (pos >= length || !zuCharConverter::IsAlpha(pictureCharAt(picture, pos, next))) return false;

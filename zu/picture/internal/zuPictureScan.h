@@ -9,7 +9,7 @@
 namespace zu::internal {
 
 // One sub-picture as written. Positions are byte offsets.
-struct PictureItem {
+struct SubPicture {
   zuString word;
   zuString style;  // empty when no "." followed the word
   zuString locale;
@@ -22,10 +22,6 @@ struct PictureItem {
 // The code point at `pos` and, in `next`, the position after it.
 unsigned int pictureCharAt(const zuString& picture, unsigned int pos, unsigned int& next);
 
-// The ASCII letter or sign a full-width form (U+FF01..U+FF5E) stands for;
-// any other code point unchanged.
-unsigned int fullWidthToAscii(unsigned int codePoint);
-
 // Steps over the quoted literal opening at `quotePos`: `end` goes past its
 // closing quote (two quotes in a row stay inside). False when it never closes.
 bool skipQuotedLiteral(const zuString& picture, unsigned int quotePos, unsigned int& end);
@@ -33,7 +29,7 @@ bool skipQuotedLiteral(const zuString& picture, unsigned int quotePos, unsigned 
 // Reads a sub-picture at `pos` (steps 1 to 4 of the grammar: alphabetic
 // word, optional ".style" up to "(" or "{", optional "(locale)", "{", body
 // up to the first "}" outside quotes). False when none stands there.
-bool readPictureItem(const zuString& picture, unsigned int pos, PictureItem& item);
+bool readSubPicture(const zuString& picture, unsigned int pos, SubPicture& item);
 
 // True for the seven category words; `takesStyle` for the four that take a
 // style (num, date, time, datetime).
@@ -45,12 +41,14 @@ bool takesStyle(const zuString& word);
 // patterns of a style) and its body (the raw body, or the style's pattern;
 // date-time patterns get "(locale)" on their parts when `qualifyDateTime`
 // and a locale is known). 0 for an unknown word or style.
-int resolvePictureItem(const PictureItem& item, zuString& category, zuString& locale,
+int resolveSubPicture(const SubPicture& item, zuString& category, zuString& locale,
                        zuString& body, bool qualifyDateTime);
 
 // `alternative` with every styled sub-picture replaced by the locale's
 // pattern: "date.short{}" becomes "date{M/D/YY}" (keeping a qualifier), and
-// "datetime.S{}" becomes its qualified date and time parts.
+// "datetime.S{}" becomes its qualified date and time parts. A pattern with
+// alternatives gives "num{A}|num{B}": the result may hold several
+// alternatives (text around such an item stays with its first or last one).
 zuString expandPictureStyles(const zuString& alternative, const zuString& locale);
 
 // Peels one level of "word{...}" off an alternative: the filler before it
