@@ -79,11 +79,17 @@
 // Numeric helpers and numeric pictures
 #include "zu/picture/RnNum.h"
 
+#include "zu/picture/zuNumeric.h"
 
 // Text pictures
+#include "zu/picture/RnText.h"
 
 
 // Calendar converters
+#include "zu/picture/GregorianCalendarConvertor.h"
+#include "zu/picture/HijriCalendarConvertor.h"
+#include "zu/picture/ICalendarConverter.h"
+#include "zu/picture/zuCalendarConverters.h"
 
 
 // Date pictures

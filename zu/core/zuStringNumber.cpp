@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <string>
 
 #include "zu/locale/RnLocale.h"
 
@@ -20,8 +21,23 @@ int zuString::Number(double* value) const {
   *value = 0;
   if (Length() == 0) return 0;
   char* end = nullptr;
-  *value = std::strtod(chars_, &end);
-  return end == chars_ + Length();
+  const char point = RnLocale::SystemDecimalPointAsChar();
+  if (point == '.') {
+    *value = std::strtod(chars_, &end);
+    return end == chars_ + Length();
+  }
+  // strtod reads the C library's decimal point, but the text has "."; the C
+  // library's own point is no point here and ends the number.
+  std::string copy(chars_, Length());
+  for (char& byte : copy) {
+    if (byte == point) {
+      byte = ' ';
+    } else if (byte == '.') {
+      byte = point;
+    }
+  }
+  *value = std::strtod(copy.c_str(), &end);
+  return end == copy.c_str() + copy.size();
 }
 
 int zuString::Number(int* value, int base) const {

@@ -1,0 +1,136 @@
+#include "zu/picture/RnText.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+std::string str(const zuString& text) {
+  return std::string(text, text.Length());
+}
+
+TEST(RnTextTest, FormatsThroughPictures) {
+  struct Case {
+    const char* value;
+    const char* picture;
+    const char* expected;
+  } cases[] = {
+      {"AB12", "AA-99", "AB-12"},
+      {"AB12", "AAA9", ""},  // the third character is a digit
+      {"ABC", "AA", ""},     // a character is left over
+      {"AB", "AAA", ""},     // too few characters for the last run
+      {"AB", "'x'AA", "xAB"},
+      {"AB", "AA''", "AB"},  // an empty quoted literal writes nothing
+      {"AB", "'it''s 'AA", "it's AB"},
+      {"ab", "X?X", "a b"},
+      {"ab", "X*X+", "a b "},
+      {"AB", "AbA", "AbB"},  // other letters are copied
+      {"AB", "A1A", "A1B"},  // only 0 and 9 are digit symbols
+      {"A1", "tA9", "\tA1"},
+      {"A1", "A9t", ""},         // the tab run comes after the value is used up
+      {"AB", "A'x'-A", "Ax-B"},  // the literal after a quote goes through a run
+      {"AB", "A'x'?A", "Ax?B"},  // ... and is written as it stands
+      {"AB", "AA'x'-", ""},      // ... which writes nothing once the value is used
+      {"A", "AA'x'", ""},        // a run short of characters before a quote
+      {"", "'abc'", "abc"},      // nothing consumed keeps the literals
+      {"", "A-", ""},            // a run that writes nothing
+      {"1a", "0O", "1a"},
+      {"-a", "0X", ""},
+      {"\xC3\xA9\xD9\xA3", "A9", "\xC3\xA9\xD9\xA3"},  // letters and digits of any script
+      {"AB", "\xEF\xBC\xA1", "\xEF\xBC\xA1"},          // a full-width letter is a literal here
+  };
+  for (const Case& c : cases) {
+    RnText text(c.value, "en_US");
+    EXPECT_EQ(str(text.format(c.picture)), c.expected) << c.value << " / " << c.picture;
+  }
+}
+
+TEST(RnTextTest, ParsesThroughPictures) {
+  struct Case {
+    const char* text;
+    const char* picture;
+    bool ok;
+    const char* value;
+  } cases[] = {
+      {"ab  cd", "XX*XX", true, "abcd"},
+      {"ab  cd", "XX+XX", true, "abcd"},
+      {"abcd", "XX+XX", false, ""},
+      {"abcd", "XX*XX", true, "abcd"},
+      {"ab\xE3\x80\x80"
+       "cd",
+       "XX+XX", true, "abcd"},  // ideographic space
+      {"AB-12", "AA-99", true, "AB12"},
+      {"AB_12", "AA-99", false, ""},
+      {"AB-12", "AA?99", true, "AB12"},
+      {"xAB", "'x'AA", true, "AB"},
+      {"yAB", "'x'AA", false, ""},
+      {"it's AB", "'it''s 'AA", true, "AB"},
+      {"AB", "AA'x", false, ""},    // picture ends inside a quote
+      {"A\t1", "At9", true, "A1"},  // tabs are checked, not kept
+      {"AbB", "AbA", true, "AB"},
+      {"AcB", "AbA", false, ""},
+      {"ABC", "AA", false, ""},
+      {"A", "AA", false, ""},
+      {"A1", "AA", false, ""},
+      {"q-A", "'q'-A", true, "A"},
+      {"\xC3\xA9\xD9\xA3", "A9", true, "\xC3\xA9\xD9\xA3"},
+      {"", "", true, ""},
+  };
+  for (const Case& c : cases) {
+    RnText text("before", "en_US");
+    EXPECT_EQ(text.parse(c.text, c.picture), c.ok) << c.text << " / " << c.picture;
+    EXPECT_EQ(str(text.getText()), c.ok ? c.value : "before") << c.text << " / " << c.picture;
+    EXPECT_TRUE(text.isValid());
+  }
+}
+
+TEST(RnTextTest, CountsValueSymbols) {
+  struct Case {
+    const char* picture;
+    unsigned expected;
+  } cases[] = {
+      {"999-AAAt", 6}, {"", 0},
+      {"'9A'X", 1},    {"0O0", 3},
+      {"tbc", 0},      {"\xEF\xBC\x99\xEF\xBC\x99-\xEF\xBC\xA1", 3},  // full-width 9, 9 and A
+      {"'x'9", 1},  // the run after a closing quote
+  };
+  for (const Case& c : cases) {
+    unsigned count = 99;
+    RnText::getSymbolCount(c.picture, count);
+    EXPECT_EQ(count, c.expected) << c.picture;
+  }
+  EXPECT_EQ(str(RnText::getTEXT_PICTURE_SYMBOLS()), "9AO0Xt");
+}
+
+TEST(RnTextTest, ConstructorsChooseLocaleAndValidity) {
+  EXPECT_STREQ(RnText("x", "de_DE").getLocale().getName(), "de_DE");
+  EXPECT_STREQ(RnText("x", "xx_QQ").getLocale().getName(), "en_US");
+  EXPECT_EQ(RnText("x", "ar_SA").getZeroSymbol(), 0x660u);
+  EXPECT_EQ(RnText("x", "en_US").getZeroSymbol(), static_cast<unsigned>('0'));
+
+  RnText parsed("AB-12", "AA-99", "en_US");
+  EXPECT_TRUE(parsed.isValid());
+  EXPECT_EQ(str(parsed.getText()), "AB12");
+
+  RnText failed("AB-12", "99-99", "en_US");
+  EXPECT_FALSE(failed.isValid());
+  EXPECT_TRUE(failed.getText().IsNull());
+  EXPECT_EQ(str(failed.format("XXXX")), "");
+
+  RnText none(zuString(), "en_US");
+  EXPECT_FALSE(none.isValid());
+  EXPECT_EQ(str(none.format("'x'")), "");
+}
+
+TEST(RnTextTest, MillionSymbolPictureRoundTrips) {
+  const std::string value(1000000, 'a');
+  const std::string picture(1000000, 'X');
+  RnText text(value.c_str(), "en_US");
+  const zuString formatted = text.format(picture.c_str());
+  EXPECT_EQ(formatted.Length(), value.size());
+  EXPECT_TRUE(text.parse(formatted, std::string(1000000, 'A').c_str()));
+  EXPECT_EQ(text.getText().Length(), value.size());
+}
+
+}  // namespace

@@ -1,0 +1,83 @@
+#include "zu/picture/zuCalendarConverters.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "zu/picture/GregorianCalendarConvertor.h"
+#include "zu/picture/HijriCalendarConvertor.h"
+#include "zu/picture/internal/CalendarConverterTable.h"
+
+namespace {
+
+struct Ymd {
+  int day, month, year;
+  bool operator==(const Ymd&) const = default;
+};
+
+// Umm al-Qura dates as ICU gives them: Gregorian, then Hijri.
+const struct {
+  Ymd gregorian;
+  Ymd hijri;
+} kKnownDates[] = {
+    {{11, 3, 2024}, {1, 9, 1445}},  // 1 Ramadan 1445
+    {{7, 7, 2024}, {1, 1, 1446}},   // 1 Muharram 1446
+    {{19, 7, 2023}, {1, 1, 1445}},  // 1 Muharram 1445
+    {{1, 3, 2025}, {1, 9, 1446}},   // 1 Ramadan 1446
+    {{14, 3, 1937}, {1, 1, 1356}},  // start of the Umm al-Qura tables
+    {{16, 11, 2077}, {30, 12, 1500}},
+};
+
+TEST(CalendarConverterTest, TableGivesGregorianWhileAlternatesAreOff) {
+  EXPECT_FALSE(isAltCalendarEnabled());
+  const std::shared_ptr<ICalendarConverter> gregorian = getCalendarConverter("en_US");
+  ASSERT_NE(gregorian, nullptr);
+  for (const char* locale : {"ar_SA", "de_DE", "", "xx"}) {
+    EXPECT_EQ(getCalendarConverter(locale), gregorian) << locale;
+  }
+  EXPECT_EQ(getCalendarConverter(zuString()), gregorian);
+  EXPECT_NE(dynamic_cast<GregorianCalendarConvertor*>(gregorian.get()), nullptr);
+
+  using zu::internal::lookupCalendarConverter;
+  EXPECT_NE(dynamic_cast<HijriCalendarConvertor*>(lookupCalendarConverter("ar_SA", true).get()),
+            nullptr);
+  EXPECT_EQ(lookupCalendarConverter("ar_sa", true), gregorian);  // exact names only
+  EXPECT_EQ(lookupCalendarConverter("ar_SA", false), gregorian);
+
+  for (Ymd date : {Ymd{31, 2, 2024}, Ymd{0, 0, 0}, Ymd{1, 9, 1445}}) {
+    const Ymd before = date;
+    EXPECT_TRUE(gregorian->fromGregorian(date.day, date.month, date.year));
+    EXPECT_TRUE(gregorian->toGregorian(date.day, date.month, date.year));
+    EXPECT_EQ(date, before);
+  }
+}
+
+TEST(CalendarConverterTest, HijriMatchesUmmAlQura) {
+  HijriCalendarConvertor hijri;
+  for (const auto& known : kKnownDates) {
+    Ymd date = known.gregorian;
+    EXPECT_TRUE(hijri.fromGregorian(date.day, date.month, date.year));
+    EXPECT_EQ(date, known.hijri) << known.gregorian.year << "-" << known.gregorian.month;
+    date = known.hijri;
+    EXPECT_TRUE(hijri.toGregorian(date.day, date.month, date.year));
+    EXPECT_EQ(date, known.gregorian) << known.hijri.year << "-" << known.hijri.month;
+  }
+}
+
+TEST(CalendarConverterTest, HijriRejectsWhatItCannotReach) {
+  HijriCalendarConvertor hijri;
+  const Ymd badGregorian[] = {{30, 2, 2024}, {1, 13, 2024}, {1, 1, 0}, {1, 1, 10000}};
+  for (Ymd date : badGregorian) {
+    const Ymd before = date;
+    EXPECT_FALSE(hijri.fromGregorian(date.day, date.month, date.year));
+    EXPECT_EQ(date, before);
+  }
+  const Ymd badHijri[] = {{31, 1, 1446}, {1, 13, 1446}, {1, 1, 2147483647}, {1, 1, -2147483647}};
+  for (Ymd date : badHijri) {
+    const Ymd before = date;
+    EXPECT_FALSE(hijri.toGregorian(date.day, date.month, date.year)) << date.year;
+    EXPECT_EQ(date, before);
+  }
+}
+
+}  // namespace

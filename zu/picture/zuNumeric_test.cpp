@@ -1,0 +1,213 @@
+#include "zu/picture/zuNumeric.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <limits>
+#include <string>
+
+#include "zu/core/zuException.h"
+
+namespace {
+
+std::string str(const zuString& text) {
+  return std::string(text, text.Length());
+}
+
+struct TextCase {
+  double value;
+  int digits;
+  int trim;
+  const char* expected;
+};
+
+const TextCase kDblToStrCases[] = {
+    {0.125, 2, 0, "0.13"},
+    {-0.125, 2, 0, "-0.13"},
+    {2.0, 2, 1, "2"},
+    {2.50, 2, 1, "2.5"},
+    {2.5, 0, 0, "3"},
+    {-2.5, 0, 0, "-3"},
+    {1234.5, -1, 0, "1234"},
+    {0.5, 2, 0, "0.50"},
+    {1e20, 1, 1, "100000000000000000000"},
+    {0.1, 20, 0, "0.100000000000000"},
+    {-0.0001, 3, 1, "-0"},
+    {std::numeric_limits<double>::infinity(), 2, 0, ""},
+    {std::nan(""), 2, 0, ""},
+};
+
+const TextCase kDoubleToCharsCases[] = {
+    {1.05, 3, 0, "1.050"},   {2.0, 3, 0, "2"},      {0.9996, 3, 0, "1"}, {-1.25, 1, 0, "-1.3"},
+    {12.007, 2, 0, "12.01"}, {0.01, 3, 0, "0.010"}, {7.6, 0, 0, "8"},    {std::nan(""), 2, 0, ""},
+};
+
+// Every text the helpers produce, checked against its table.
+void expectOutputsUseDot() {
+  for (const TextCase& c : kDblToStrCases) {
+    EXPECT_EQ(str(zuNumeric::doubleToString(c.value, c.digits, c.trim)), c.expected)
+        << c.value << " " << c.digits;
+    char* text = zuNumeric::dblToStr(c.value, c.digits, c.trim);
+    EXPECT_STREQ(text, c.expected);
+    delete[] text;
+  }
+  for (const TextCase& c : kDoubleToCharsCases) {
+    char out[zuNumeric::kBufferSize];
+    const unsigned length = zuNumeric::doubleToChars(c.value, c.digits, out);
+    EXPECT_EQ(std::string(out, length), c.expected) << c.value << " " << c.digits;
+  }
+  // The integer part is exact however long; printf agrees when no point shows.
+  char printed[zuNumeric::kBufferSize];
+  std::snprintf(printed, sizeof printed, "%.0f", -1e300);
+  char out[zuNumeric::kBufferSize];
+  EXPECT_EQ(std::string(out, zuNumeric::doubleToChars(-1e300, 2, out)), printed);
+  EXPECT_EQ(str(ZuDoubleToString(1.999, 2, 0)), "1.99");
+  EXPECT_EQ(str(ZuDoubleToString(1.999, 2, 1)), "2");
+  EXPECT_EQ(str(ZuDoubleToString(-0.5, 3, 1)), "-0.5");
+  EXPECT_DOUBLE_EQ(zuNumeric::stringToDouble("1.5", 0), 1.5);
+  EXPECT_DOUBLE_EQ(zuNumeric::stringToDouble("1,5", 1), 1.5);
+  EXPECT_DOUBLE_EQ(zuNumeric::stringToDouble("1,5", 0), 1.0);
+}
+
+TEST(zuNumericTest, RoundsAndScalesIntegers) {
+  struct Case {
+    double value;
+    long expected;
+  } rounds[] = {{2.5, 3},
+                {-2.5, -3},
+                {-0.4, 0},
+                {0.49999, 0},
+                {1e10, INT32_MIN},
+                {std::nan(""), INT32_MIN},
+                {2147483647.4, 2147483647}};
+  for (const Case& c : rounds) EXPECT_EQ(ZuRound(c.value), c.expected) << c.value;
+
+  struct Factor {
+    long value, multiplier, divisor, expected;
+  } factors[] = {
+      {7, 1, 2, 4},         {-7, 1, 2, -4},
+      {0, 1, 2, 0},         {1, 1, 3, 0},
+      {5, 1, -2, -2},  // rounds by the sign of the value alone
+      {100, 254, 100, 254}, {2000000000, 1000, 1000, 2000000000},
+      {1, 3, 2, 2},         {-1, 3, 2, -2},
+  };
+  for (const Factor& c : factors) {
+    EXPECT_EQ(ZuApplyFactor(c.value, c.multiplier, c.divisor), c.expected)
+        << c.value << "*" << c.multiplier << "/" << c.divisor;
+  }
+  try {
+    ZuApplyFactor(1, 1, 0);
+    ADD_FAILURE() << "a zero divisor must throw";
+  } catch (const zuExFull& error) {
+    EXPECT_TRUE(error.HasResId(16479));
+  }
+}
+
+TEST(zuNumericTest, TruncatesTowardZero) {
+  struct Case {
+    double value;
+    unsigned digits;
+    double expected;
+  } cases[] = {
+      {1.999, 2, 1.99},        {-1.999, 2, -1.99},
+      {2.7, 0, 2.0},           {-2.7, 0, -2.0},
+      {0.0, 4000000000u, 0.0}, {1.5, 4000000000u, std::numeric_limits<double>::infinity()}};
+  for (const Case& c : cases) EXPECT_DOUBLE_EQ(ZuTruncate(c.value, c.digits), c.expected);
+}
+
+TEST(zuNumericTest, WritesDecimalText) {
+  expectOutputsUseDot();
+}
+
+TEST(zuNumericTest, ReadsDecimalText) {
+  struct Case {
+    const char* text;
+    int commaIsPoint;
+    double expected;
+  } cases[] = {{"  -12.5e1x", 0, -125.0}, {"+3", 0, 3.0},  {"1,234.5", 0, 1.0},
+               {"1,5", 1, 1.5},           {"abc", 0, 0.0}, {"", 1, 0.0}};
+  for (const Case& c : cases) {
+    std::string copy = c.text;
+    EXPECT_DOUBLE_EQ(zuNumeric::strToDbl(copy.data(), c.commaIsPoint), c.expected) << c.text;
+  }
+  EXPECT_EQ(zuNumeric::strToDbl(nullptr, 0), 0.0);
+  EXPECT_EQ(zuNumeric::stringToDouble(zuString(), 0), 0.0);
+
+  char text[] = "1.5";
+  EXPECT_EQ(zuNumeric::strToDot(text), text);
+  EXPECT_STREQ(text, "1.5");
+  try {
+    zuNumeric::strToDot(nullptr);
+    ADD_FAILURE() << "null text must throw";
+  } catch (const zuExFull& error) {
+    EXPECT_TRUE(error.HasResId(16479));
+  }
+}
+
+// Switches LC_NUMERIC to a locale whose decimal point is ",": an installed
+// German one, or one generated with localedef into a temporary directory.
+class CommaLocale {
+ public:
+  CommaLocale() {
+    const char* old = std::getenv("LOCPATH");
+    hadLocPath_ = old != nullptr;
+    if (hadLocPath_) oldLocPath_ = old;
+    for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "de_DE", "fr_FR.UTF-8"}) {
+      if (std::setlocale(LC_NUMERIC, name) != nullptr && isComma()) return;
+    }
+    generate();
+  }
+  ~CommaLocale() {
+    std::setlocale(LC_NUMERIC, "C");
+    if (hadLocPath_) {
+      setenv("LOCPATH", oldLocPath_.c_str(), 1);
+    } else {
+      unsetenv("LOCPATH");
+    }
+    if (!directory_.empty()) std::system(("rm -rf '" + directory_ + "'").c_str());
+  }
+  static bool isComma() {
+    char printed[16];
+    std::snprintf(printed, sizeof printed, "%.1f", 1.5);
+    return std::string(printed) == "1,5";
+  }
+
+ private:
+  void generate() {
+    char pattern[] = "/tmp/zu_comma_XXXXXX";
+    if (mkdtemp(pattern) == nullptr) return;
+    directory_ = pattern;
+    std::ofstream(directory_ + "/comma.src")
+        << "LC_NUMERIC\ndecimal_point \"<U002C>\"\nthousands_sep \"<U002E>\"\n"
+           "grouping 3;3\nEND LC_NUMERIC\n";
+    const std::string command = "localedef -c -i '" + directory_ + "/comma.src' '" + directory_ +
+                                "/zucomma' >/dev/null 2>&1";
+    std::system(command.c_str());
+    setenv("LOCPATH", directory_.c_str(), 1);
+    std::setlocale(LC_NUMERIC, "zucomma");
+  }
+
+  bool hadLocPath_ = false;
+  std::string oldLocPath_;
+  std::string directory_;
+};
+
+TEST(zuNumericTest, CommaLocaleStillUsesDot) {
+  CommaLocale comma;
+  if (!CommaLocale::isComma()) GTEST_SKIP() << "no locale with a decimal comma can be had";
+  expectOutputsUseDot();
+  char text[] = "1,5 2,5";
+  EXPECT_STREQ(zuNumeric::strToDot(text), "1.5 2.5");
+  std::string dotted = "1.25";
+  EXPECT_DOUBLE_EQ(zuNumeric::strToDbl(dotted.data(), 0), 1.25);
+  double read = 0;
+  EXPECT_EQ(zuString("1.25").Number(&read), 1);  // the string type reads "." too
+  EXPECT_DOUBLE_EQ(read, 1.25);
+  EXPECT_EQ(zuString("1,25").Number(&read), 0);
+}
+
+}  // namespace
