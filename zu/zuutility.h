@@ -96,6 +96,7 @@
 
 
 // Time pictures
+#include "zu/picture/RnTime.h"
 
 
 // ISO 8601 values

@@ -1,0 +1,226 @@
+#include "zu/picture/RnTime.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <ctime>
+#include <string>
+
+#include "zu/picture/internal/RnTimeTestSupport.h"
+
+namespace {
+
+using zu::internal::ScopedTimeZone;
+
+constexpr int kHour = RnTime::MILLISPERHOUR;
+constexpr int kMinute = RnTime::MILLISPERMINUTE;
+
+// Exposes the protected steps and lets a test choose the display zone.
+class TestTime : public RnTime {
+ public:
+  TestTime(int millis, const char* locale) : RnTime(millis, locale) {}
+  void setZone(int minutes, bool daylight) {
+    zone_ = minutes * kMinute;
+    daylight_ = daylight;
+  }
+  using RnTime::epoch;
+};
+
+int at(int hour, int minute, int second = 0, int milli = 0) {
+  return TestTime::epoch(hour, minute, second, milli, 0);
+}
+
+TEST(RnTimeTest, EpochRejectsFieldsOutOfRange) {
+  struct Case { int hour, minute, second, milli, offset, expected; };
+  const Case cases[] = {
+      {24, 0, 0, 0, 0, 0},          {0, 60, 0, 0, 0, 0},
+      {0, 0, 60, 0, 0, 0},          {0, 0, 0, 1000, 0, 0},
+      {-1, 0, 0, 0, 0, 0},          {0, 0, 0, 0, 0, 1},
+      {23, 59, 59, 999, 0, 86400000}, {1, 0, 0, 0, -kHour, 1},
+      {0, 0, 0, 0, INT32_MAX, INT32_MAX},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(TestTime::epoch(c.hour, c.minute, c.second, c.milli, c.offset), c.expected)
+        << c.hour << ":" << c.minute << ":" << c.second << "." << c.milli << " " << c.offset;
+  }
+}
+
+TEST(RnTimeTest, ReadingsFollowTheDisplayZoneAndCountDays) {
+  struct Case { int millis, zoneMinutes, add, hour, minute, second, milli, days; };
+  const Case cases[] = {
+      {at(13, 5, 7, 9), 0, 0, 13, 5, 7, 9, 0},
+      {at(23, 0), 0, 2 * kHour, 1, 0, 0, 0, 1},
+      {at(0, 30), 0, -kHour, 23, 30, 0, 0, -1},
+      {at(20, 0), 330, 0, 1, 30, 0, 0, 1},
+      {at(2, 0), -300, 0, 21, 0, 0, 0, -1},
+      {INT32_MAX, 0, INT32_MAX, 20, 31, 23, 646, 24},
+  };
+  for (const Case& c : cases) {
+    TestTime time(c.millis, "en_US");
+    time.setZone(c.zoneMinutes, false);
+    time += c.add;
+    EXPECT_EQ(time.getHour(), c.hour) << c.millis;
+    EXPECT_EQ(time.getMinute(), c.minute) << c.millis;
+    EXPECT_EQ(time.getSecond(), c.second) << c.millis;
+    EXPECT_EQ(time.getMilliSecond(), c.milli) << c.millis;
+    EXPECT_EQ(time.getDays(), c.days) << c.millis;
+  }
+  RnTime invalid("en_US");
+  invalid += 5;
+  EXPECT_FALSE(invalid.isValid());
+  EXPECT_EQ(invalid.getHour(), -1);
+  EXPECT_EQ(invalid.getMillis(), -1);
+  EXPECT_EQ(invalid.getDays(), -366);
+  EXPECT_EQ(std::string(invalid.format("HH:MM")), "");
+}
+
+TEST(RnTimeTest, FormatsEachSymbol) {
+  struct Case { int millis; int zoneMinutes; const char* locale; const char* picture; const char* expected; };
+  const Case cases[] = {
+      {at(0, 0), 0, "en_US", "h|hh|k|kk|H|HH|K|KK", "12|12|0|00|0|00|24|24"},
+      {at(13, 7, 9, 45), 0, "en_US", "h:M:S A|hh:MM:SS.FFF AA", "1:7:9 PM|01:07:09.045 P"},
+      {at(9, 5), 0, "en_US", "hhh|FF|AAA|zzz|ZZZZ|FFFF", "|||||"},
+      {at(9, 5), 0, "en_US", "HH't'MM 'it''s' ''t", "09t05 it's '\t"},
+      {at(9, 5), 0, "en_US", "z|zz|Z|ZZ", "Z|Z|GMT|+00'00'"},
+      {at(9, 5), 330, "en_US", "z|zz|Z|ZZ|ZZZ", "+0530|+05:30|GMT+05:30|+05'30'|+05'30'"},
+      {at(9, 5), -570, "en_US", "z|zz|Z", "-0930|-09:30|GMT-09:30"},
+      {at(9, 5), 0, "en_US", "HH'h MM", "09h MM"},
+      {at(14, 3), 0, "ar", "h:MM A", "\u0662:\u0660\u0663 \u0645"},
+      {at(14, 3), 0, "ja_JP", "H:MM A", "14:03 \u5348\u5f8c"},
+      {at(14, 3), 0, "ja_JP", "\uff28:\uff2d\uff2d", "\uff11\uff14:\uff10\uff13"},
+      {at(14, 3), -300, "en_US", "\uff5a\uff5a", "\uff0d\uff10\uff15\uff1a\uff10\uff10"},
+  };
+  for (const Case& c : cases) {
+    // `millis` is the time as shown; the stored count is universal time.
+    TestTime shown(c.millis - c.zoneMinutes * kMinute, c.locale);
+    shown.setZone(c.zoneMinutes, false);
+    EXPECT_EQ(std::string(shown.format(c.picture)), c.expected) << c.locale << " " << c.picture;
+  }
+}
+
+TEST(RnTimeTest, ZoneNamesComeFromTheLocaleTable) {
+  struct Case { const char* tz; const char* locale; int zoneMinutes; bool daylight; const char* expected; };
+  const Case cases[] = {
+      {"America/New_York", "en_US", -300, false, "EST"},
+      {"America/New_York", "en_US", -240, true, "EDT"},
+      {"America/New_York", "en_US", -240, false, "GMT-04:00"},
+      {"Pacific/Honolulu", "en_US", -600, false, "HST"},
+      {"America/Adak", "en_US", -600, false, "HAST"},
+      {"UTC", "en_US", -420, false, "MST"},
+      {"UTC", "ar_AE", 240, false, "GST"},
+      {"UTC", "de_DE", 120, true, "MESZ"},
+      {"UTC", "en_US", 330, false, "GMT+05:30"},
+      {"UTC", "fr_CA", -300, false, "GMT-05:00"},
+  };
+  for (const Case& c : cases) {
+    ScopedTimeZone zone(c.tz);
+    TestTime time(at(12, 0), c.locale);
+    time.setZone(c.zoneMinutes, c.daylight);
+    EXPECT_EQ(std::string(time.format("Z")), c.expected) << c.tz << " " << c.locale;
+  }
+}
+
+TEST(RnTimeTest, ParsesFields) {
+  struct Case {
+    const char* locale; const char* picture; const char* text;
+    int hour, minute, second, milli, zoneMinutes;  // hour -1: the parse fails
+  };
+  const Case cases[] = {
+      {"en_US", "hh", "13", -1, 0, 0, 0, 0},
+      {"en_US", "MM", "7", -1, 0, 0, 0, 0},
+      {"en_US", "M", "7", 0, 7, 0, 0, 0},
+      {"en_US", "HH:MM HH", "10:20 10", -1, 0, 0, 0, 0},
+      {"en_US", "H h", "10 10", -1, 0, 0, 0, 0},
+      {"en_US", "h:MM A", "12:30 am", 0, 30, 0, 0, 0},
+      {"en_US", "h:MM A", "12:30 PM", 12, 30, 0, 0, 0},
+      {"en_US", "h:MM AA", "7:30 p", 19, 30, 0, 0, 0},
+      {"en_US", "k A", "0 PM", 12, 0, 0, 0, 0},
+      {"en_US", "K", "24", 0, 0, 0, 0, 0},
+      {"en_US", "HH:MM", "10:20 ", -1, 0, 0, 0, 0},
+      {"en_US", "HH:MM:SS.FFF", "10:20:30.5", -1, 0, 0, 0, 0},
+      {"en_US", "HH:MM:SS.FFF", "10:20:30.500", 10, 20, 30, 500, 0},
+      {"en_US", "HH?MM+SS*A", "10x20 \t 30PM", 10, 20, 30, 0, 0},
+      {"en_US", "HH+MM", "1020", -1, 0, 0, 0, 0},
+      {"en_US", "HH'h'MM", "10h20", 10, 20, 0, 0, 0},
+      {"en_US", "HH' h", "10 h", 10, 0, 0, 0, 0},
+      {"en_US", "HHtMM", "10\t20", 10, 20, 0, 0, 0},
+      {"en_US", "HHMMz", "1020+0530", 10, 20, 0, 0, 330},
+      {"en_US", "HHMMz", "1020+05:30", -1, 0, 0, 0, 0},
+      {"en_US", "HH:MMzz", "10:20-09:30", 10, 20, 0, 0, -570},
+      {"en_US", "HH:MMzz", "10:20z", 10, 20, 0, 0, 0},
+      {"en_US", "HH:MM Z", "10:20 gmt+01:00", 10, 20, 0, 0, 60},
+      {"en_US", "HH:MM Z", "10:20 GMT", 10, 20, 0, 0, 0},
+      {"en_US", "HH:MM Z", "10:20 EDT", 10, 20, 0, 0, -240},
+      {"en_US", "HH:MM ZZ", "10:20 +01'00'", 10, 20, 0, 0, 60},
+      {"en_US", "HH:MM Z z", "10:20 EDT Z", -1, 0, 0, 0, 0},
+      {"en_US", "HH:MMz", "10:20+2400", -1, 0, 0, 0, 0},
+      {"ar", "h:MM A", "\u0662:\u0660\u0663 \u0645", 14, 3, 0, 0, 0},
+      {"ja_JP", "\uff28:\uff2d\uff2d", "\uff11\uff14\uff1a\uff10\uff13", 14, 3, 0, 0, 0},
+  };
+  for (const Case& c : cases) {
+    const RnTime time(c.text, c.picture, c.locale);
+    const std::string label = std::string(c.picture) + " <- " + c.text;
+    EXPECT_EQ(time.isValid(), c.hour >= 0) << label;
+    if (c.hour < 0 || !time.isValid()) continue;
+    EXPECT_EQ(time.getHour(), c.hour) << label;
+    EXPECT_EQ(time.getMinute(), c.minute) << label;
+    EXPECT_EQ(time.getSecond(), c.second) << label;
+    EXPECT_EQ(time.getMilliSecond(), c.milli) << label;
+    EXPECT_EQ(time.getTimeZone(), c.zoneMinutes * kMinute) << label;
+    const int universal = (c.hour * 60 + c.minute - c.zoneMinutes) * kMinute + c.second * 1000 + c.milli;
+    EXPECT_EQ(time.getMillis(), universal + 1) << label;
+  }
+}
+
+TEST(RnTimeTest, LocalTimeTakesTheProcessZone) {
+  struct Case { const char* tz; int standardMinutes; int daylightMinutes; };
+  const Case cases[] = {
+      {"UTC", 0, 0},
+      {"Asia/Kolkata", 330, 330},
+      {"America/New_York", -300, -240},
+      {"Australia/Lord_Howe", 630, 660},
+  };
+  for (const Case& c : cases) {
+    ScopedTimeZone zone(c.tz);
+    TestTime time(at(12, 0), "en_US");
+    time.setLocalTime();
+    const int minutes = time.getTimeZone() / kMinute;
+    if (time.isDaylight()) {
+      EXPECT_EQ(minutes, c.daylightMinutes) << c.tz;
+    } else {
+      EXPECT_EQ(minutes, c.standardMinutes) << c.tz;
+    }
+    time.setGMTime();
+    EXPECT_EQ(time.getTimeZone(), 0);
+    EXPECT_FALSE(time.isDaylight());
+  }
+}
+
+TEST(RnTimeTest, LocaleTimeStylesRoundTrip) {
+  const char* const locales[] = {"en_US", "ja_JP", "ko_KR", "zh_CN", "zh_TW", "ar_SA", "de_DE",
+                                 "fr_FR", "hi_IN", "ru_RU", "th_TH", "es_ES", "he_IL", "ar"};
+  const int times[] = {at(0, 0), at(0, 59, 1), at(11, 59, 59), at(12, 0), at(12, 30, 5),
+                       at(13, 1, 2), at(23, 59, 58)};
+  ScopedTimeZone zone("UTC");
+  for (const char* locale : locales) {
+    for (int style = 1; style <= 4; ++style) {
+      const zuString picture = RnTime::getTimeFormat(style, locale);
+      const bool hasSeconds = std::string(picture).find('S') != std::string::npos;
+      for (int millis : times) {
+        const RnTime time(millis, locale);
+        const zuString text = time.format(picture);
+        const RnTime back(text, picture, locale);
+        const std::string label = std::string(locale) + " " + std::string(picture) + " " + std::string(text);
+        ASSERT_TRUE(back.isValid()) << label;
+        EXPECT_EQ(back.getHour(), time.getHour()) << label;
+        EXPECT_EQ(back.getMinute(), time.getMinute()) << label;
+        if (hasSeconds) {
+          EXPECT_EQ(back.getSecond(), time.getSecond()) << label;
+        }
+        EXPECT_EQ(std::string(back.format(picture)), std::string(text)) << label;
+      }
+    }
+  }
+}
+
+}  // namespace

@@ -1,0 +1,161 @@
+#include "zu/picture/internal/RnDateTimeUtil.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "zu/locale/RnData.h"
+
+namespace zu::internal {
+namespace {
+
+TEST(RnDateTimeUtilTest, WritesNumbersInEachForm) {
+  struct Case {
+    int64_t value;
+    int width;
+    NumeralStyle style;
+    const char* expected;
+  };
+  const Case cases[] = {
+      {7, 2, {NumeralForm::kLocale, '0'}, "07"},
+      {2024, 4, {NumeralForm::kLocale, '0'}, "2024"},
+      {5, 3, {NumeralForm::kLocale, 0x0660}, "\xD9\xA0\xD9\xA0\xD9\xA5"},
+      {-42, 3, {NumeralForm::kLocale, '0'}, "-042"},
+      {INT64_MIN, 1, {NumeralForm::kLocale, '0'}, "-9223372036854775808"},
+      {9, 2, {NumeralForm::kFullWidth, '0'}, "\xEF\xBC\x90\xEF\xBC\x99"},
+      {5, 2, {NumeralForm::kNative, '0'}, "五"},
+      {10, 2, {NumeralForm::kNative, '0'}, "十"},
+      {12, 2, {NumeralForm::kNative, '0'}, "十二"},
+      {30, 2, {NumeralForm::kNative, '0'}, "三十"},
+      {21, 2, {NumeralForm::kNative, '0'}, "二十一"},
+      {2024, 4, {NumeralForm::kNative, '0'}, "二〇二四"},
+      {0, 1, {NumeralForm::kNative, '0'}, "〇"},
+  };
+  for (const Case& c : cases) {
+    zuString out;
+    appendNumber(out, c.value, c.width, c.style);
+    EXPECT_STREQ(out, c.expected) << c.value;
+  }
+}
+
+TEST(RnDateTimeUtilTest, ReadsDigitsOfAnyFormAndRespectsCounts) {
+  struct Case {
+    const char* text;
+    unsigned pos;
+    int minDigits, maxDigits;
+    int expectedEnd;  // -1: no number
+    int expectedValue;
+  };
+  const Case cases[] = {
+      {"05x", 0, 1, 2, 2, 5},
+      {"5", 0, 2, 2, -1, 0},
+      {"12345", 0, 1, 3, 3, 123},
+      {"a7", 1, 1, 1, 2, 7},
+      {"x", 0, 1, 2, -1, 0},
+      {"", 0, 1, 2, -1, 0},
+      {"\xD9\xA1\xD9\xA2", 0, 2, 2, 4, 12},            // Arabic-Indic
+      {"\xEF\xBC\x91" "5", 0, 1, 2, 4, 15},            // full-width then ASCII
+      {"\xE0\xB9\x92\xE0\xB9\x95", 0, 1, 2, 6, 25},    // Thai
+      {"十二月", 0, 2, 2, 6, 12},
+      {"五日", 0, 2, 2, 3, 5},
+      {"二十一", 0, 1, 2, 9, 21},
+      {"二〇二四年", 0, 4, 4, 12, 2024},
+      {"二〇二四年", 0, 1, 2, -1, 0},                  // 2024 needs four digits
+      {"〇十", 0, 1, 2, 3, 0},
+      {"9999999999", 0, 1, 12, 9, 999999999},
+  };
+  for (const Case& c : cases) {
+    int value = 0;
+    const int end = readNumber(zuString(c.text), c.pos, c.minDigits, c.maxDigits, value);
+    EXPECT_EQ(end, c.expectedEnd) << c.text;
+    if (end >= 0) {
+      EXPECT_EQ(value, c.expectedValue) << c.text;
+    }
+  }
+}
+
+TEST(RnDateTimeUtilTest, RoundTripsEveryFormThroughReading) {
+  const NumeralStyle styles[] = {{NumeralForm::kLocale, '0'},
+                                 {NumeralForm::kLocale, 0x0966},
+                                 {NumeralForm::kFullWidth, '0'},
+                                 {NumeralForm::kNative, '0'}};
+  for (const NumeralStyle& style : styles) {
+    for (int value = 0; value < 10000; value += 7) {
+      zuString text;
+      appendNumber(text, value, 1, style);
+      int read = -1;
+      EXPECT_EQ(readNumber(text, 0, 1, 4, read), static_cast<int>(text.Length())) << value;
+      EXPECT_EQ(read, value);
+    }
+  }
+}
+
+TEST(RnDateTimeUtilTest, MapsFullWidthCharacters) {
+  EXPECT_EQ(fullWidthToAscii(0xFF21), uint32_t{'A'});
+  EXPECT_EQ(fullWidthToAscii(0xFF01), uint32_t{'!'});
+  EXPECT_EQ(fullWidthToAscii(0xFF5E), uint32_t{'~'});
+  EXPECT_EQ(fullWidthToAscii(0xFF5F), 0xFF5Fu);
+  EXPECT_EQ(fullWidthToAscii('D'), uint32_t{'D'});
+  EXPECT_EQ(asciiToFullWidth(':'), 0xFF1Au);
+  EXPECT_EQ(asciiToFullWidth(' '), uint32_t{' '});
+}
+
+TEST(RnDateTimeUtilTest, MatchesNamesIgnoringCaseLongestFirst) {
+  const zuString names[] = {"Jun", "June", "", "\xC3\xA9t\xC3\xA9", "Mai"};
+  struct Case {
+    const char* text;
+    unsigned pos;
+    int expectedEnd;
+    int expectedIndex;
+  };
+  const Case cases[] = {
+      {"june 5", 0, 4, 1},
+      {"JUN 5", 0, 3, 0},
+      {"x Mai", 2, 5, 4},
+      {"\xC3\x89T\xC3\x89", 0, 5, 3},  // upper-case accented letters
+      {"Ju", 0, -1, -1},
+      {"", 0, -1, -1},
+  };
+  for (const Case& c : cases) {
+    int index = -1;
+    EXPECT_EQ(matchName(zuString(c.text), c.pos, names, 5, index), c.expectedEnd) << c.text;
+    EXPECT_EQ(index, c.expectedIndex) << c.text;
+  }
+}
+
+TEST(RnDateTimeUtilTest, SplitsPicturesIntoSymbolsAndLiterals) {
+  // Each item as kind letter (S symbol, L literal, Q quoted), character, count.
+  struct Case {
+    const char* picture;
+    const char* expected;
+  };
+  const Case cases[] = {
+      {"MMM D, YYYY", "S:M3 L:  S:D1 L:, L:  S:Y4"},
+      {"'Day' D", "Q:D1 Q:a1 Q:y1 L:  S:D1"},
+      {"'it''s'''", "Q:i1 Q:t1 Q:'1 Q:s1 Q:'1"},
+      {"\xEF\xBC\xB9\xEF\xBC\xB9Y", "F:Y2 S:Y1"},
+      {"x'open", "L:x1 Q:o1 Q:p1 Q:e1 Q:n1"},
+  };
+  for (const Case& c : cases) {
+    zuString picture(c.picture);
+    PictureReader reader(picture, "DJMEeYWwGgt");
+    std::string described;
+    for (PictureItem item; reader.next(item);) {
+      if (!described.empty()) described += ' ';
+      described += item.kind == PictureItem::kSymbol ? (item.fullWidth ? 'F' : 'S')
+                   : item.kind == PictureItem::kQuoted ? 'Q' : 'L';
+      described += ':';
+      described += static_cast<char>(item.character);
+      if (item.character != ' ' && item.character != ',') described += std::to_string(item.count);
+    }
+    EXPECT_EQ(described, c.expected) << c.picture;
+  }
+}
+
+TEST(RnDateTimeUtilTest, TakesTheLocaleZeroDigit) {
+  EXPECT_EQ(localeZeroDigit(RnData("en_US")), uint32_t{'0'});
+  EXPECT_EQ(localeZeroDigit(RnData("ar")), 0x0660u);
+}
+
+}  // namespace
+}  // namespace zu::internal
