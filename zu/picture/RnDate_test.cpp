@@ -1,0 +1,211 @@
+#include "zu/picture/RnDate.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+
+#include "zu/locale/RnData.h"
+
+namespace {
+
+using namespace std::chrono;
+
+// RnDate's protected steps, reached the way a derived class reaches them.
+struct DateSteps : RnDate {
+  using RnDate::epoch;
+  using RnDate::epochWeekMonth;
+  using RnDate::epochWeekYear;
+};
+
+int dayNumber(int year, unsigned month, unsigned day) {
+  // Day 1 is 0001-01-01.
+  const sys_days origin{std::chrono::year{1} / 1 / 1};
+  return static_cast<int>((sys_days{std::chrono::year{year} / month / day} - origin).count()) + 1;
+}
+
+std::string canonical(const RnDate& date) {
+  return date.isValid() ? static_cast<const char*>(date.format(RnDate::getKDL_DATE_FMT2())) : "";
+}
+
+TEST(RnDateTest, AgreesWithChronoOnEveryDayFrom1600To2400) {
+  const sys_days first{year{1600} / 1 / 1};
+  const sys_days last{year{2400} / 12 / 31};
+  int days = dayNumber(1600, 1, 1);
+  RnDate date(days, "en_US");
+  for (sys_days day = first; day <= last; day += std::chrono::days{1}, ++days, date += 1) {
+    const year_month_day ymd{day};
+    const weekday weekDay{day};
+    const sys_days thursday = day - std::chrono::days{weekDay.iso_encoding() - 1} + std::chrono::days{3};
+    const year isoYear = year_month_day{thursday}.year();
+    const int isoWeek = static_cast<int>((thursday - sys_days{isoYear / 1 / 1}).count() / 7 + 1);
+    const int yearDay = static_cast<int>((day - sys_days{ymd.year() / 1 / 1}).count() + 1);
+
+    ASSERT_EQ(date.getDays(), days);
+    ASSERT_EQ(date.getYear(), static_cast<int>(ymd.year())) << days;
+    ASSERT_EQ(date.getMonth(), static_cast<int>(static_cast<unsigned>(ymd.month())));
+    ASSERT_EQ(date.getMonthDay(), static_cast<int>(static_cast<unsigned>(ymd.day())));
+    ASSERT_EQ(date.getWeekDay(), static_cast<int>(weekDay.c_encoding()) + 1);
+    ASSERT_EQ(date.getYearDay(), yearDay);
+    ASSERT_EQ(date.getISOWeek(), isoWeek) << days;
+    ASSERT_EQ(date.getISOYear(), static_cast<int>(isoYear)) << days;
+    ASSERT_EQ(DateSteps::epoch(date.getMonthDay(), date.getMonth(), date.getYear() - 1900), days);
+    ASSERT_EQ(DateSteps::epochWeekYear(date.getISOYear() - 1900, isoWeek, date.getWeekDay()), days);
+    ASSERT_EQ(DateSteps::epochWeekMonth(date.getYear() - 1900, date.getMonth(), date.getWeekMonth(),
+                                        date.getWeekDay()),
+              days);
+  }
+}
+
+TEST(RnDateTest, ParsesByThePictureRules) {
+  struct Case {
+    const char* value;
+    const char* picture;
+    int split;
+    const char* expected;  // "" when the parse fails
+  };
+  const Case cases[] = {
+      {"5", "D MM YYYY", 30, ""},  // literals must match
+      {"5 03 2024", "D MM YYYY", 30, "2024-03-05"},
+      {"05 03 2024", "D MM YYYY", 30, "2024-03-05"},
+      {"5 03 2024", "DD MM YYYY", 30, ""},
+      {"29", "YY", 30, "2029-01-01"},
+      {"30", "YY", 30, "1930-01-01"},
+      {"99", "YY", 0, "2099-01-01"},
+      {"0029", "YYYY", 30, "1929-01-01"},
+      {"0029", "YYYY", 0, "1929-01-01"},
+      {"209", "YYYY", 30, ""},
+      {"1999", "YYYY", 30, "1999-01-01"},
+      {"Jan 5, 2009", "MMM D, YYYY", 30, "2009-01-05"},
+      {"jAN 5, 2009", "MMM D, YYYY", 30, "2009-01-05"},
+      {"Jan 5, 2009 x", "MMM D, YYYY", 30, ""},
+      {"5 5", "D D", 30, ""},
+      {"Day 5 2024", "'Day' D YYYY", 30, "2024-01-05"},
+      {"Day 5 3 2024", "'Day' D M YYYY", 30, "2024-03-05"},
+      {"day 5 3 2024", "'Day' D M YYYY", 30, ""},  // quoted text matches exactly
+      {"3 2024", "DDDM YYYY", 30, "2024-03-01"},  // a long D run reads nothing
+      {"x5/3/2024", "?D/M/YYYY", 30, "2024-03-05"},
+      {"5 \t 3 2024", "D+M*YYYY", 30, "2024-03-05"},
+      {"53 2024", "D+M YYYY", 30, ""},
+      {"060 2024", "JJJ YYYY", 30, "2024-02-29"},
+      {"367 2024", "J YYYY", 30, ""},
+      {"060 3 2023", "JJJ M YYYY", 30, ""},
+      {"2020-W53-5", "YYYY-'W'WW-e", 30, "2021-01-01"},
+      {"2021-W53-5", "YYYY-'W'WW-e", 30, ""},
+      {"2024 03 w1 Mon", "YYYY MM 'w'w EEE", 30, "2024-03-04"},
+      {"Tuesday 5 March 2024", "EEEE D MMMM YYYY", 30, "2024-03-05"},
+      {"Monday 5 March 2024", "EEEE D MMMM YYYY", 30, ""},
+      {"3 3 2024", "E M YYYY", 30, "2024-03-01"},
+      {"Monday", "EEEE", 30, ""},
+      {"31 2 2024", "D M YYYY", 30, ""},
+      {"AD 2024", "G YYYY", 30, "2024-01-01"},
+      {"BC 2024", "G YYYY", 30, ""},
+      {"2024\t\t3", "YYYYttM", 30, "2024-03-01"},
+      {"2024\t3", "YYYYttM", 30, ""},
+      {"2024-03-05", "YYYY-MM-DD", 30, "2024-03-05"},
+      {"20240305", "YYYYMMDD", 30, "2024-03-05"},
+      {"\xEF\xBC\x92\xEF\xBC\x90\xEF\xBC\x92\xEF\xBC\x94-03-05", "YYYY-MM-DD", 30, "2024-03-05"},
+      {"2024\xEF\xBC\x8D" "03-05", "YYYY-MM-DD", 30, "2024-03-05"},  // full-width "-"
+      {"", "YYYY", 30, ""},
+      {"", "", 30, ""},
+      {"2024", "YYYYY", 30, ""},
+      {"2024 05", "YYYY WW", 30, "2024-01-29"},
+  };
+  for (const Case& c : cases) {
+    const RnDate date(zuString(c.value), zuString(c.picture), zuString("en_US"), c.split);
+    EXPECT_EQ(canonical(date), c.expected) << c.value << " | " << c.picture;
+  }
+  // Without a year the current one is taken.
+  const RnDate dayOnly(zuString("Day 5"), zuString("'Day' D"), zuString("en_US"));
+  EXPECT_EQ(dayOnly.getYear(), RnDate(zuString("en_US")).getYear());
+  EXPECT_EQ(dayOnly.getMonth(), 1);
+  EXPECT_EQ(dayOnly.getMonthDay(), 5);
+}
+
+TEST(RnDateTest, FormatsEverySymbol) {
+  struct Case {
+    int year, month, day;
+    const char* picture;
+    const char* locale;
+    const char* expected;
+  };
+  const Case cases[] = {
+      {2024, 3, 5, "D DD J JJJ M MM MMM MMMM", "en_US", "5 05 65 065 3 03 Mar March"},
+      {2024, 3, 5, "E EEE EEEE e YY YYYY w WW G", "en_US", "3 Tue Tuesday 2 24 2024 1 10 AD"},
+      {2024, 3, 5, "DDD JJ MMMMM EE YYY WWW GG", "en_US", "      "},
+      {2024, 3, 5, "'D''s' t", "en_US", "D's \t"},
+      {2024, 3, 5, "? + *", "en_US", "? + *"},
+      {2009, 1, 5, "EEEE D MMMM YYYY", "fr_FR", "lundi 5 janvier 2009"},
+      {2024, 12, 31, "DD/MM/YYYY", "ar_SA", "٣١/١٢/٢٠٢٤"},
+      {2024, 12, 31, "\xEF\xBC\xA4/\xEF\xBC\xAD", "en_US", "３１/１２"},
+      {2024, 12, 31, "ＹＹＹＹＹ'年'ＭＭＭＭ'月'Ｄ'日'", "ja_JP", "二〇二四年十二月３１日"},
+      {2024, 12, 31, "ＹＹＹＹ'年'ＭＭ'月'ＤＤ'日'", "zh_CN", "二〇二四年十二月三十一日"},
+      {2024, 12, 31, "D MMMM", "ru_RU", "31 декабря"},
+      {2024, 12, 31, "D MMMM", "de_DE", "31 Dezember"},
+      {1, 1, 1, "YYYY-MM-DD EEEE", "en_US", "0001-01-01 Monday"},
+      {9999, 12, 31, "YYYY-MM-DD", "en_US", "9999-12-31"},
+  };
+  for (const Case& c : cases) {
+    const RnDate date(DateSteps::epoch(c.day, c.month, c.year - 1900), c.locale);
+    EXPECT_STREQ(date.format(zuString(c.picture)), c.expected) << c.picture << " " << c.locale;
+  }
+  EXPECT_STREQ(RnDate(0, "en_US").format(zuString("YYYY")), "");
+  EXPECT_STREQ(RnDate(DateSteps::epoch(5, 1, 109), "en_US").toString(), "Jan 5, 2009");
+}
+
+TEST(RnDateTest, StylePatternsRoundTripInManyLocales) {
+  const char* locales[] = {"en_US", "ja_JP", "ko_KR", "zh_CN", "zh_TW", "ar_SA", "th_TH",
+                           "de_DE", "fr_FR", "ru_RU", "hi_IN", "es_ES", "he_IL", "fi_FI"};
+  const int dates[][3] = {{1931, 1, 1}, {1969, 7, 20}, {1999, 12, 31}, {2000, 2, 29},
+                          {2009, 1, 5},  {2024, 3, 5},  {2029, 6, 15}, {2024, 9, 30}};
+  for (const char* locale : locales) {
+    for (int style = 1; style <= 4; ++style) {
+      const zuString picture = RnDate::getDateFormat(style, zuString(locale));
+      for (const auto& d : dates) {
+        const RnDate date(DateSteps::epoch(d[2], d[1], d[0] - 1900), locale);
+        const zuString text = date.format(picture);
+        const RnDate back(text, picture, zuString(locale));
+        EXPECT_EQ(back.getDays(), date.getDays())
+            << locale << " style " << style << " " << static_cast<const char*>(picture) << " "
+            << static_cast<const char*>(text);
+      }
+    }
+  }
+}
+
+TEST(RnDateTest, MovesAndStaysWithinTheHeldYears) {
+  RnDate date(DateSteps::epoch(28, 2, 124), "en_US");
+  date += 1;
+  EXPECT_EQ(canonical(date), "2024-02-29");
+  date += -365;
+  EXPECT_EQ(canonical(date), "2023-03-01");
+  date += 2147483647;
+  EXPECT_FALSE(date.isValid());
+  date += -2147483647 - 1;
+  EXPECT_FALSE(date.isValid());
+  RnDate first(1, "en_US");
+  first += -1;
+  EXPECT_FALSE(first.isValid());
+  EXPECT_FALSE(RnDate(3652060, "en_US").isValid());
+  EXPECT_EQ(DateSteps::epoch(1, 1, 2147483647), 0);
+  EXPECT_EQ(DateSteps::epochWeekYear(-2147483647 - 1, 1, 1), 0);
+}
+
+TEST(RnDateTest, ResolvesLocalesAndStyles) {
+  EXPECT_STREQ(RnDate(1, "xx_YY").getLocale(), "en_US");
+  EXPECT_STREQ(RnDate(1, "").getLocale(), "en_US");
+  EXPECT_STREQ(RnDate(1, "de-de").getLocale(), "de_DE");
+  EXPECT_STREQ(RnDate::getDateFormat(1, zuString("de_DE")), "DD.MM.YY");
+  EXPECT_STREQ(RnDate::getDateFormat(9, zuString("nowhere")), "MMM D, YYYY");
+  EXPECT_STREQ(RnDate::getLocalDateFormat(3, zuString("en_US")), "MMMM d, yyyy");
+  EXPECT_STREQ(RnDate::getDATE_PICTURE_SYMBOLS(), "DJMEeYWwGgt");
+  RnDate today(zuString("en_US"));
+  EXPECT_TRUE(today.isValid());
+  EXPECT_TRUE(today.isLocalDate());
+  today.setGMDate();
+  today.setToday();
+  EXPECT_TRUE(today.isValid());
+  EXPECT_FALSE(today.isLocalDate());
+}
+
+}  // namespace
