@@ -1,0 +1,54 @@
+#include "zu/datetime/ISODate.h"
+
+#include "zu/datetime/internal/ISOText.h"
+
+using namespace zu::internal;
+
+namespace {
+
+constexpr int kCenturySplit = 30;
+
+}  // namespace
+
+ISODate::ISODate() : RnDate(RnDate::getDEFAULT_LOCALE(), kCenturySplit) {}
+
+ISODate::ISODate(int days) : RnDate(days, RnDate::getDEFAULT_LOCALE(), kCenturySplit) {}
+
+ISODate::ISODate(const zuString& locale, int centurySplit) : RnDate(locale, centurySplit) {}
+
+ISODate::ISODate(const zuString& text, const zuString& locale) : RnDate(locale, kCenturySplit) {
+  const zuString body = isoPartBeforeT(text);
+  setDateSymbols(RnDate::getDEFAULT_LOCALE());
+  int days = 0;
+  if (parse(body)) days = epoch(fields_.monthDay, fields_.month, fields_.year - 1900);
+  // The day number is set through RnDate's own constructor, which also
+  // installs the names of `locale` for formatting.
+  RnDate::operator=(RnDate(days, locale, kCenturySplit));
+}
+
+bool ISODate::parse(const zuString& text) {
+  resetFields();
+  const unsigned int length = text.Length();
+  unsigned int dashAt = 0;
+  const bool extended = text.CharInString('-', dashAt) != 0;
+  if (length < 4) return false;
+  int pos = subParse(text, 0, 'Y', 4);
+  if (pos < 0) return false;
+  fields_.month = 1;
+  fields_.monthDay = 1;
+  // Month, then day: an optional "-" and two digits each.
+  const unsigned int symbols[2] = {'M', 'D'};
+  for (const unsigned int symbol : symbols) {
+    if (static_cast<unsigned int>(pos) == length) return true;
+    if (extended) {
+      if (text[pos] != '-') return false;
+      ++pos;
+    }
+    if (length - static_cast<unsigned int>(pos) < 2) return false;
+    if (symbol == 'M') fields_.month = -1;
+    if (symbol == 'D') fields_.monthDay = -1;
+    pos = subParse(text, static_cast<unsigned int>(pos), symbol, 2);
+    if (pos < 0) return false;
+  }
+  return static_cast<unsigned int>(pos) == length;
+}
