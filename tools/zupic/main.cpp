@@ -98,9 +98,9 @@ int main(int argc, char** argv) {
   if (command == "format" || command == "parse") {
     if (words.size() < 2) return usageError("no picture");
     const std::vector<std::string> values(words.begin() + 2, words.end());
-    return zupic::runPicture(command == "format" ? zupic::Direction::kFormat
-                                                 : zupic::Direction::kParse,
-                             words[1], values, locale);
+    return zupic::runPicture(
+        command == "format" ? zupic::Direction::kFormat : zupic::Direction::kParse, words[1],
+        values, locale);
   }
   if (command == "locales") {
     if (words.size() != 1) return usageError("locales takes no argument");

@@ -34,8 +34,8 @@ class PictureRunner {
         writeLine(result, result.Length());
         return true;
       }
-      std::fprintf(stderr, "zupic: \"%.*s\" does not match the picture\n",
-                   static_cast<int>(length), value);
+      std::fprintf(stderr, "zupic: \"%.*s\" does not match the picture\n", static_cast<int>(length),
+                   value);
     } catch (zuExFull& error) {
       error.Resolve();
       std::fprintf(stderr, "zupic: error %u: %s\n", static_cast<unsigned>(error.FirstResId()),

@@ -50,7 +50,7 @@ expect(NAME format_date_fr EXIT 0 OUT "mardi, 5 mars 2024\n"
        ARGS format "date{EEEE, D MMMM YYYY}" 2024-03-05 --locale=fr_FR)
 expect(NAME format_alternatives EXIT 0 OUT "12\n12345\n"
        ARGS format "num{99}|num{99999}" 12 12345 --locale en_US)
-expect(NAME format_no_match EXIT 1 OUT "12\n\n" ERR "does not match"
+expect(NAME format_no_match EXIT 1 OUT "012\n\n" ERR "does not match"
        ARGS format "num{999}" 12 12345 --locale en_US)
 expect(NAME parse_number EXIT 0 OUT "1234.5\n"
        ARGS parse "num{z,zz9.99}" "1.234,50" --locale de_DE)

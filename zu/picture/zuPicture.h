@@ -68,16 +68,15 @@ class ZU_EXPORT zuPicture {
   zuString format(const zuString& value, const zuString& picture, int* status, int flags) const;
   // As format, but a date-time whose time crosses midnight in the local-time
   // conversion moves its date by that day.
-  zuString format_new(const zuString& value, const zuString& picture, int* status,
-                      int flags) const;
+  zuString format_new(const zuString& value, const zuString& picture, int* status, int flags) const;
   // The canonical value of `value` read through `picture`.
   zuString parse(const zuString& value, const zuString& picture, int* status) const;
 
   // The same operations for any locale (empty: the default locale).
   static zuString format(const zuString& value, const zuString& picture, const zuString& locale,
                          int* status = nullptr, int flags = 0);
-  static zuString format_new(const zuString& value, const zuString& picture,
-                             const zuString& locale, int* status = nullptr, int flags = 0);
+  static zuString format_new(const zuString& value, const zuString& picture, const zuString& locale,
+                             int* status = nullptr, int flags = 0);
   static zuString parse(const zuString& value, const zuString& picture, const zuString& locale,
                         int* status = nullptr);
 
@@ -226,8 +225,7 @@ class ZU_EXPORT zuPicture {
   // `out` (empty when none). 0 when the picture holds anything but quoted
   // literals, literal punctuation, "0", "9" and well-formed sub-pictures.
   // `locale` is not consulted.
-  static int getLocaleFromPicture(const zuString& picture, const zuString& locale,
-                                  zuString& out);
+  static int getLocaleFromPicture(const zuString& picture, const zuString& locale, zuString& out);
   // Converts legacy quoting, where double quotes also delimit literals, into
   // single-quoted literals. Inside single quotes a double quote is doubled.
   static zuString Ox42ToKDL(const zuString& picture);

@@ -91,9 +91,9 @@ int formatTimeValue(ISOTime& time, const zuString& body, int local, zuString& ou
 
 // formatDateTime and formatDateTime_new; `dayShift` moves the date by the
 // day the time crosses in the local-time conversion.
-int formatDateTimeValue(const zuString& value, const zuString& picture,
-                        const zuString& datePicture, const zuString& timePicture,
-                        const zuString& locale, zuString& out, int local, bool dayShift) {
+int formatDateTimeValue(const zuString& value, const zuString& picture, const zuString& datePicture,
+                        const zuString& timePicture, const zuString& locale, zuString& out,
+                        int local, bool dayShift) {
   out.Empty();
   zuString datePart;
   zuString timePart;
@@ -121,8 +121,8 @@ int formatDateTimeValue(const zuString& value, const zuString& picture,
 
 // --- Formatting -------------------------------------------------------------------
 
-int zuPicture::formatNumeric(const zuString& value, const zuString& picture,
-                             const zuString& locale, zuString& out, int flags) {
+int zuPicture::formatNumeric(const zuString& value, const zuString& picture, const zuString& locale,
+                             zuString& out, int flags) {
   out.Empty();
   if (value.IsNull()) return 0;
   zuString numberLocale = locale;
@@ -218,8 +218,8 @@ int zuPicture::formatCompound(const zuString&, const zuString&, const zuString&,
 
 // --- Parsing ------------------------------------------------------------------------
 
-int zuPicture::parseNumeric(const zuString& value, const zuString& picture,
-                            const zuString& locale, zuString& out) {
+int zuPicture::parseNumeric(const zuString& value, const zuString& picture, const zuString& locale,
+                            zuString& out) {
   out.Empty();
   if (value.IsNull()) return 0;
   zuString numberLocale = locale;

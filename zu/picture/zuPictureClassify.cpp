@@ -12,16 +12,16 @@
 
 using zu::internal::fullWidthToAscii;
 using zu::internal::pictureCharAt;
-using zu::internal::SubPicture;
 using zu::internal::readSubPicture;
 using zu::internal::resolveSubPicture;
 using zu::internal::skipQuotedLiteral;
+using zu::internal::SubPicture;
 
 namespace {
 
 // The item at `pos` with its meaning resolved under the default locale.
-bool resolvedItemAt(const zuString& picture, unsigned int pos, SubPicture& item,
-                    zuString& locale, zuString& body) {
+bool resolvedItemAt(const zuString& picture, unsigned int pos, SubPicture& item, zuString& locale,
+                    zuString& body) {
   zuString category;
   return readSubPicture(picture, pos, item) &&
          resolveSubPicture(item, category, locale, body, false);
@@ -32,14 +32,22 @@ bool isDateOrTimeWord(const zuString& word, const zuString& wanted) {
 }
 
 // The numeric symbols that only come in pairs: "CR", "cr", "DB", "db".
-bool isPairStart(char symbol) { return symbol == 'C' || symbol == 'c' || symbol == 'D' || symbol == 'd'; }
-bool isPairEnd(char symbol) { return symbol == 'R' || symbol == 'r' || symbol == 'B' || symbol == 'b'; }
+bool isPairStart(char symbol) {
+  return symbol == 'C' || symbol == 'c' || symbol == 'D' || symbol == 'd';
+}
+bool isPairEnd(char symbol) {
+  return symbol == 'R' || symbol == 'r' || symbol == 'B' || symbol == 'b';
+}
 char pairEnd(char symbol) {
   switch (symbol) {
-    case 'C': return 'R';
-    case 'c': return 'r';
-    case 'D': return 'B';
-    default: return 'b';
+    case 'C':
+      return 'R';
+    case 'c':
+      return 'r';
+    case 'D':
+      return 'B';
+    default:
+      return 'b';
   }
 }
 
@@ -48,7 +56,8 @@ char pairEnd(char symbol) {
 bool acceptSymbol(const zuString& picture, unsigned int& pos, unsigned int character,
                   const zuString& symbols, bool numeric) {
   const unsigned int symbol = fullWidthToAscii(character);
-  if (symbol == 0 || symbol > 0x7F || !symbols.CharInString(static_cast<char>(symbol))) return false;
+  if (symbol == 0 || symbol > 0x7F || !symbols.CharInString(static_cast<char>(symbol)))
+    return false;
   if (!numeric) return true;
   const char ascii = static_cast<char>(symbol);
   if (isPairEnd(ascii)) return false;
@@ -67,12 +76,11 @@ struct RunRule {
   const char* counts;
 };
 
-constexpr RunRule kDateRules[] = {{'D', "12"},  {'J', "13"}, {'M', "1234"}, {'E', "134"},
-                                  {'e', "1"},   {'Y', "24"}, {'w', "1"},    {'W', "2"},
-                                  {'G', "1"},   {'g', "123"}};
-constexpr RunRule kTimeRules[] = {{'h', "12"}, {'k', "12"}, {'H', "12"}, {'K', "12"},
-                                  {'M', "12"}, {'S', "12"}, {'F', "3"},  {'A', "12"},
-                                  {'z', "12"}, {'Z', "123"}};
+constexpr RunRule kDateRules[] = {{'D', "12"}, {'J', "13"}, {'M', "1234"}, {'E', "134"},
+                                  {'e', "1"},  {'Y', "24"}, {'w', "1"},    {'W', "2"},
+                                  {'G', "1"},  {'g', "123"}};
+constexpr RunRule kTimeRules[] = {{'h', "12"}, {'k', "12"}, {'H', "12"}, {'K', "12"}, {'M', "12"},
+                                  {'S', "12"}, {'F', "3"},  {'A', "12"}, {'z', "12"}, {'Z', "123"}};
 
 template <size_t N>
 bool runAllowed(const RunRule (&rules)[N], unsigned int symbol, unsigned int count) {
@@ -297,8 +305,8 @@ int zuPicture::isTimePictureValid(const zuString& picture) {
 int zuPicture::isDateTimePictureValid(const zuString& picture) {
   zuString datePicture;
   zuString timePicture;
-  return isDateTimePicture(picture, datePicture, timePicture) &&
-         isDatePictureValid(datePicture) && isTimePictureValid(timePicture);
+  return isDateTimePicture(picture, datePicture, timePicture) && isDatePictureValid(datePicture) &&
+         isTimePictureValid(timePicture);
 }
 
 int zuPicture::isNullPictureValid(const zuString& picture) {

@@ -8,26 +8,74 @@
 #include "zu/picture/zuPicture.h"
 
 using zu::internal::pictureCharAt;
-using zu::internal::SubPicture;
 using zu::internal::readSubPicture;
 using zu::internal::skipQuotedLiteral;
+using zu::internal::SubPicture;
 
-const zuLiteral& zuPicture::getNUM() { static const zuLiteral kWord("num"); return kWord; }
-const zuLiteral& zuPicture::getNULL() { static const zuLiteral kWord("null"); return kWord; }
-const zuLiteral& zuPicture::getZERO() { static const zuLiteral kWord("zero"); return kWord; }
-const zuLiteral& zuPicture::getTEXT() { static const zuLiteral kWord("text"); return kWord; }
-const zuLiteral& zuPicture::getDATE() { static const zuLiteral kWord("date"); return kWord; }
-const zuLiteral& zuPicture::getTIME() { static const zuLiteral kWord("time"); return kWord; }
-const zuLiteral& zuPicture::getDATETIME() { static const zuLiteral kWord("datetime"); return kWord; }
-const zuLiteral& zuPicture::getSHORT() { static const zuLiteral kWord("short"); return kWord; }
-const zuLiteral& zuPicture::getMEDIUM() { static const zuLiteral kWord("medium"); return kWord; }
-const zuLiteral& zuPicture::getLONG() { static const zuLiteral kWord("long"); return kWord; }
-const zuLiteral& zuPicture::getFULL() { static const zuLiteral kWord("full"); return kWord; }
-const zuLiteral& zuPicture::getDEFAULT() { static const zuLiteral kWord("default"); return kWord; }
-const zuLiteral& zuPicture::getINTEGER() { static const zuLiteral kWord("integer"); return kWord; }
-const zuLiteral& zuPicture::getDECIMAL() { static const zuLiteral kWord("decimal"); return kWord; }
-const zuLiteral& zuPicture::getCURRENCY() { static const zuLiteral kWord("currency"); return kWord; }
-const zuLiteral& zuPicture::getPERCENT() { static const zuLiteral kWord("percent"); return kWord; }
+const zuLiteral& zuPicture::getNUM() {
+  static const zuLiteral kWord("num");
+  return kWord;
+}
+const zuLiteral& zuPicture::getNULL() {
+  static const zuLiteral kWord("null");
+  return kWord;
+}
+const zuLiteral& zuPicture::getZERO() {
+  static const zuLiteral kWord("zero");
+  return kWord;
+}
+const zuLiteral& zuPicture::getTEXT() {
+  static const zuLiteral kWord("text");
+  return kWord;
+}
+const zuLiteral& zuPicture::getDATE() {
+  static const zuLiteral kWord("date");
+  return kWord;
+}
+const zuLiteral& zuPicture::getTIME() {
+  static const zuLiteral kWord("time");
+  return kWord;
+}
+const zuLiteral& zuPicture::getDATETIME() {
+  static const zuLiteral kWord("datetime");
+  return kWord;
+}
+const zuLiteral& zuPicture::getSHORT() {
+  static const zuLiteral kWord("short");
+  return kWord;
+}
+const zuLiteral& zuPicture::getMEDIUM() {
+  static const zuLiteral kWord("medium");
+  return kWord;
+}
+const zuLiteral& zuPicture::getLONG() {
+  static const zuLiteral kWord("long");
+  return kWord;
+}
+const zuLiteral& zuPicture::getFULL() {
+  static const zuLiteral kWord("full");
+  return kWord;
+}
+const zuLiteral& zuPicture::getDEFAULT() {
+  static const zuLiteral kWord("default");
+  return kWord;
+}
+const zuLiteral& zuPicture::getINTEGER() {
+  static const zuLiteral kWord("integer");
+  return kWord;
+}
+const zuLiteral& zuPicture::getDECIMAL() {
+  static const zuLiteral kWord("decimal");
+  return kWord;
+}
+const zuLiteral& zuPicture::getCURRENCY() {
+  static const zuLiteral kWord("currency");
+  return kWord;
+}
+const zuLiteral& zuPicture::getPERCENT() {
+  static const zuLiteral kWord("percent");
+  return kWord;
+}
 const zuLiteral& zuPicture::getLITERALS() {
   static const zuLiteral kLiterals("\"' ,-./:?+*$()");
   return kLiterals;
@@ -48,7 +96,9 @@ int zuPicture::isCharLiteral(unsigned int character) {
   return getLITERALS().CharInString(static_cast<char>(character));
 }
 
-int zuPicture::isCharQuote(unsigned int character) { return character == '\'' ? 1 : 0; }
+int zuPicture::isCharQuote(unsigned int character) {
+  return character == '\'' ? 1 : 0;
+}
 
 // --- Quoted literals --------------------------------------------------------
 
@@ -143,8 +193,8 @@ bool takesStyle(const zuString& word) {
 
 // Gives a read item its meaning: category, locale and body (step 5 of the
 // grammar). `locale` comes in as the locale in force.
-int resolveSubPicture(const SubPicture& item, zuString& category, zuString& locale,
-                        zuString& body, bool qualifyDateTime) {
+int resolveSubPicture(const SubPicture& item, zuString& category, zuString& locale, zuString& body,
+                      bool qualifyDateTime) {
   if (!isCategoryWord(item.word)) return 0;
   if (item.hasLocale) locale = item.locale;
   if (!item.hasStyle || !takesStyle(item.word)) {
@@ -245,8 +295,8 @@ namespace {
 
 using zu::internal::resolveSubPicture;
 
-int readCategoryAt(const zuString& picture, unsigned int pos, zuString& category,
-                   zuString& locale, zuString& body, bool qualifyDateTime) {
+int readCategoryAt(const zuString& picture, unsigned int pos, zuString& category, zuString& locale,
+                   zuString& body, bool qualifyDateTime) {
   SubPicture item;
   if (!readSubPicture(picture, pos, item)) return 0;
   return resolveSubPicture(item, category, locale, body, qualifyDateTime);
@@ -339,9 +389,8 @@ zuString zuPicture::interpret(const zuString& picture) {
   zuString out(picture, escape);
   const unsigned int length = picture.Length();
   for (unsigned int pos = escape; pos < length;) {
-    const int codePoint = picture[pos] == '\\' && picture[pos + 1] == 'u'
-                              ? escapedCodePoint(picture, pos + 2)
-                              : -1;
+    const int codePoint =
+        picture[pos] == '\\' && picture[pos + 1] == 'u' ? escapedCodePoint(picture, pos + 2) : -1;
     if (codePoint > 0) {
       out += static_cast<unsigned int>(codePoint);
       pos += 6;
@@ -423,9 +472,15 @@ void zuPicture::possibleLiteralStrings(zuString& picture, zuString& dateText, zu
   for (const zu::internal::DateTimeSegment& segment :
        zu::internal::dateTimeSegments(picture, zuString())) {
     switch (segment.kind) {
-      case zu::internal::DateTimeSegment::kLiteral: out += segment.text; break;
-      case zu::internal::DateTimeSegment::kDate: out += dateText; break;
-      case zu::internal::DateTimeSegment::kTime: out += timeText; break;
+      case zu::internal::DateTimeSegment::kLiteral:
+        out += segment.text;
+        break;
+      case zu::internal::DateTimeSegment::kDate:
+        out += dateText;
+        break;
+      case zu::internal::DateTimeSegment::kTime:
+        out += timeText;
+        break;
     }
   }
   picture = out;

@@ -8,7 +8,9 @@
 
 namespace {
 
-std::string str(const zuString& text) { return std::string(text, text.Length()); }
+std::string str(const zuString& text) {
+  return std::string(text, text.Length());
+}
 
 TEST(zuPictureGrammarTest, AlternativesSplitOutsideQuotesOnly) {
   struct Case {
@@ -35,12 +37,8 @@ TEST(zuPictureGrammarTest, AlternativesSplitOutsideQuotesOnly) {
 
 TEST(zuPictureGrammarTest, EscapesAndLegacyQuotes) {
   const char* escapes[][2] = {
-      {"\\u0041", "A"},
-      {"x\\u00e9y", "x\xC3\xA9y"},
-      {"\\u00G1", "\\u00G1"},
-      {"\\u41", "\\u41"},
-      {"\\\\u0041", "\\A"},
-      {"num{9}", "num{9}"},
+      {"\\u0041", "A"},   {"x\\u00e9y", "x\xC3\xA9y"}, {"\\u00G1", "\\u00G1"},
+      {"\\u41", "\\u41"}, {"\\\\u0041", "\\A"},        {"num{9}", "num{9}"},
   };
   for (const auto& e : escapes) EXPECT_EQ(str(zuPicture::interpret(e[0])), e[1]) << e[0];
   const char* legacy[][2] = {

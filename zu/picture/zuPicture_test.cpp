@@ -10,7 +10,9 @@
 
 namespace {
 
-std::string str(const zuString& text) { return std::string(text, text.Length()); }
+std::string str(const zuString& text) {
+  return std::string(text, text.Length());
+}
 
 constexpr int kUntouched = -7;
 
@@ -168,10 +170,14 @@ TEST_F(zuPictureTest, ParseReadsBackWhatFormatWrote) {
     const char* picture;
     const char* value;
   } cases[] = {
-      {"num{z,zzz,zz9.99}", "1234567.25"}, {"num{s9999}", "-42"},
-      {"num{9.999}", "3.142"},             {"text{A9-X}", "b7#"},
-      {"date{D MMMM YYYY}", "2024-12-31"}, {"date{EEE, MMM D YYYY}", "1999-02-28"},
-      {"date{DD/MM/YY}", "2029-06-01"},    {"time{HH:MM:SS}", "23:59:58"},
+      {"num{z,zzz,zz9.99}", "1234567.25"},
+      {"num{s9999}", "-42"},
+      {"num{9.999}", "3.142"},
+      {"text{A9-X}", "b7#"},
+      {"date{D MMMM YYYY}", "2024-12-31"},
+      {"date{EEE, MMM D YYYY}", "1999-02-28"},
+      {"date{DD/MM/YY}", "2029-06-01"},
+      {"time{HH:MM:SS}", "23:59:58"},
       {"time{h:MM:SS.FFF A}", "07:08:09.010"},
       {"date{YYYY-MM-DD}' 'time{HH:MM:SS}", "2024-03-05T13:45:07"},
   };
@@ -188,8 +194,17 @@ TEST_F(zuPictureTest, ParseReadsBackWhatFormatWrote) {
 }
 
 TEST_F(zuPictureTest, ClassifiesPictures) {
-  enum : int { kNum = 1, kText = 2, kDate = 4, kTime = 8, kNull = 16, kZero = 32, kDateTime = 64,
-               kCompound = 128, kEmpty = 256 };
+  enum : int {
+    kNum = 1,
+    kText = 2,
+    kDate = 4,
+    kTime = 8,
+    kNull = 16,
+    kZero = 32,
+    kDateTime = 64,
+    kCompound = 128,
+    kEmpty = 256
+  };
   struct Case {
     const char* picture;
     int kinds;

@@ -64,8 +64,8 @@ struct Matcher {
     const DateTimeSegment& segment = segments[index];
     if (segment.kind == DateTimeSegment::kLiteral) {
       const unsigned int size = segment.text.Length();
-      return pos + size <= length &&
-             text.Substring(pos, size).Equals(segment.text) && match(index + 1, pos + size);
+      return pos + size <= length && text.Substring(pos, size).Equals(segment.text) &&
+             match(index + 1, pos + size);
     }
     const auto& read = segment.kind == DateTimeSegment::kDate ? readDate : readTime;
     // The part ends at the end of the text when it is last, else where the

@@ -15,7 +15,7 @@ struct SubPicture {
   zuString locale;
   bool hasLocale = false;
   bool hasStyle = false;
-  zuString body;     // raw text between the braces
+  zuString body;         // raw text between the braces
   unsigned int end = 0;  // just past the closing brace
 };
 
@@ -41,8 +41,8 @@ bool takesStyle(const zuString& word);
 // patterns of a style) and its body (the raw body, or the style's pattern;
 // date-time patterns get "(locale)" on their parts when `qualifyDateTime`
 // and a locale is known). 0 for an unknown word or style.
-int resolveSubPicture(const SubPicture& item, zuString& category, zuString& locale,
-                       zuString& body, bool qualifyDateTime);
+int resolveSubPicture(const SubPicture& item, zuString& category, zuString& locale, zuString& body,
+                      bool qualifyDateTime);
 
 // `alternative` with every styled sub-picture replaced by the locale's
 // pattern: "date.short{}" becomes "date{M/D/YY}" (keeping a qualifier), and
