@@ -103,6 +103,7 @@
 
 
 // Picture-clause dispatcher
+#include "zu/picture/zuPicture.h"
 
 
 // Containers

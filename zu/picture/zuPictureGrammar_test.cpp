@@ -1,0 +1,185 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "zu/locale/RnData.h"
+#include "zu/picture/zuPicture.h"
+
+namespace {
+
+std::string str(const zuString& text) {
+  return std::string(text, text.Length());
+}
+
+TEST(zuPictureGrammarTest, AlternativesSplitOutsideQuotesOnly) {
+  struct Case {
+    const char* picture;
+    int ok;
+    std::vector<std::string> pieces;
+  } cases[] = {
+      {"", 1, {}},
+      {"num{9}", 1, {"num{9}"}},
+      {"num{'a|b'}|text{X}", 1, {"num{'a|b'}", "text{X}"}},
+      {"a||b", 1, {"a", "", "b"}},
+      {"'it''s'|9", 1, {"'it''s'", "9"}},
+      {"'open|9", 0, {}},
+      {"num{9}|'", 0, {}},
+  };
+  for (const Case& c : cases) {
+    zuStorage<zuString> pieces;
+    pieces.Add("stale");
+    EXPECT_EQ(zuPicture::getAlternates(c.picture, pieces), c.ok) << c.picture;
+    ASSERT_EQ(pieces.GetSize(), c.pieces.size()) << c.picture;
+    for (unsigned int i = 0; i < pieces.GetSize(); ++i) EXPECT_EQ(str(pieces[i]), c.pieces[i]);
+  }
+}
+
+TEST(zuPictureGrammarTest, EscapesAndLegacyQuotes) {
+  const char* escapes[][2] = {
+      {"\\u0041", "A"},   {"x\\u00e9y", "x\xC3\xA9y"}, {"\\u00G1", "\\u00G1"},
+      {"\\u41", "\\u41"}, {"\\\\u0041", "\\A"},        {"num{9}", "num{9}"},
+  };
+  for (const auto& e : escapes) EXPECT_EQ(str(zuPicture::interpret(e[0])), e[1]) << e[0];
+  const char* legacy[][2] = {
+      {"\"it's\"", "'it''s'"},
+      {"'say \"hi\"'", "'say \"\"hi\"\"'"},
+      {"99\"-\"99", "99'-'99"},
+      {"plain", "plain"},
+  };
+  for (const auto& l : legacy) EXPECT_EQ(str(zuPicture::Ox42ToKDL(l[0])), l[1]) << l[0];
+}
+
+TEST(zuPictureGrammarTest, QuotedLiteralReadsDoubledQuotes) {
+  struct Case {
+    const char* picture;
+    unsigned int quotePos;
+    int ok;
+    const char* text;
+    unsigned int end;
+  } cases[] = {
+      {"'abc'9", 0, 1, "abc", 5},
+      {"9'it''s'9", 1, 1, "it's", 8},
+      {"''", 0, 1, "", 2},
+      {"'open", 0, 0, "", 0},
+  };
+  for (const Case& c : cases) {
+    unsigned int pos = 0;
+    zuString text;
+    EXPECT_EQ(zuPicture::getLiteralSubstr(c.picture, c.quotePos, pos, &text), c.ok) << c.picture;
+    if (!c.ok) continue;
+    EXPECT_EQ(str(text), c.text);
+    EXPECT_EQ(pos, c.end);
+  }
+}
+
+TEST(zuPictureGrammarTest, SubPictureReadsWordQualifierAndBody) {
+  struct Case {
+    const char* picture;
+    unsigned int pos;
+    int ok;
+    const char* category;
+    const char* locale;
+    const char* body;
+  } cases[] = {
+      {"num{z9.99}", 0, 1, "num", "", "z9.99"},
+      {"text(fr_FR){99'}'A}", 0, 1, "text", "fr_FR", "99'}'A"},
+      {"'x'date{D}", 3, 1, "date", "", "D"},
+      {"null.whatever{}", 0, 1, "null", "", ""},
+      {"date.tiny{}", 0, 0, "", "", ""},
+      {"color{9}", 0, 0, "", "", ""},
+      {"num{'open}", 0, 0, "", "", ""},
+      {"num{9", 0, 0, "", "", ""},
+      {"num", 0, 0, "", "", ""},
+      {"9num{9}", 0, 0, "", "", ""},
+  };
+  for (const Case& c : cases) {
+    zuString category("x"), locale, body("x");
+    EXPECT_EQ(zuPicture::isSubPicture(c.picture, c.pos, category, locale, body), c.ok) << c.picture;
+    if (!c.ok) continue;
+    EXPECT_EQ(str(category), c.category) << c.picture;
+    EXPECT_EQ(str(locale), c.locale) << c.picture;
+    EXPECT_EQ(str(body), c.body) << c.picture;
+  }
+}
+
+TEST(zuPictureGrammarTest, StylesTakeTheLocalePatterns) {
+  const RnData us("en_US");
+  const RnData de("de_DE");
+  zuString category, locale, body;
+  ASSERT_TRUE(zuPicture::isSubPicture("date.short{ignored}", 0, category, locale, body));
+  EXPECT_EQ(str(category), "date.short");
+  EXPECT_EQ(str(body), str(us.getDateFormat(RnData::SHORT_FMT)));
+  ASSERT_TRUE(zuPicture::isSubPicture("time.full(de_DE){}", 0, category, locale, body));
+  EXPECT_EQ(str(locale), "de_DE");
+  EXPECT_EQ(str(body), str(de.getTimeFormat(RnData::FULL_FMT)));
+  locale = "de_DE";  // the locale in force resolves an unqualified style
+  ASSERT_TRUE(zuPicture::isSubPicture("date.long{}", 0, category, locale, body));
+  EXPECT_EQ(str(body), str(de.getDateFormat(RnData::LONG_FMT)));
+  ASSERT_TRUE(zuPicture::isSubPicture("num.currency(de_DE){}", 0, category, locale, body));
+  EXPECT_NE(str(body).find("zz9.99 "), std::string::npos) << str(body);
+  ASSERT_TRUE(zuPicture::isSubPicture("datetime.medium(fr_FR){}", 0, category, locale, body));
+  EXPECT_NE(str(body).find("date(fr_FR){"), std::string::npos) << str(body);
+  EXPECT_NE(str(body).find("time(fr_FR){"), std::string::npos) << str(body);
+  ASSERT_TRUE(zuPicture::hasSubPicture("datetime.medium(fr_FR){}", 0, category, locale, body));
+  EXPECT_EQ(str(body).find("(fr_FR)"), std::string::npos) << str(body);
+  EXPECT_FALSE(zuPicture::isSubPicture("num.short{}", 0, category, locale, body));
+}
+
+TEST(zuPictureGrammarTest, HasSubPictureSkipsFiller) {
+  struct Case {
+    const char* picture;
+    int ok;
+    const char* category;
+    const char* body;
+  } cases[] = {
+      {"99'x'-num{9}", 1, "num", "99'x'-9"},
+      {"0 text{X}", 1, "text", "0 X"},
+      {"1num{9}", 0, "", ""},
+      {"", 1, "", ""},
+      {"9.9", 1, "", "9.9"},
+      {"'open", 0, "", ""},
+      {"z9", 0, "", ""},
+  };
+  for (const Case& c : cases) {
+    zuString category, locale, body;
+    EXPECT_EQ(zuPicture::hasSubPicture(c.picture, 0, category, locale, body), c.ok) << c.picture;
+    if (!c.ok) continue;
+    EXPECT_EQ(str(category), c.category) << c.picture;
+    EXPECT_EQ(str(body), c.body) << c.picture;
+  }
+}
+
+TEST(zuPictureGrammarTest, LocaleFromPicture) {
+  struct Case {
+    const char* picture;
+    int ok;
+    const char* locale;
+  } cases[] = {
+      {"num(de_DE){9}", 1, "de_DE"},
+      {"'a' 9 date{D}/time(ja_JP){HH}", 1, "ja_JP"},
+      {"num{9}", 1, ""},
+      {"num(de_DE){9", 0, ""},
+      {"#", 0, ""},
+  };
+  for (const Case& c : cases) {
+    zuString out("stale");
+    EXPECT_EQ(zuPicture::getLocaleFromPicture(c.picture, "", out), c.ok) << c.picture;
+    if (c.ok) {
+      EXPECT_EQ(str(out), c.locale) << c.picture;
+    }
+  }
+}
+
+TEST(zuPictureGrammarTest, CharacterClasses) {
+  EXPECT_TRUE(zuPicture::isCharNumeric('0') && zuPicture::isCharNumeric('9'));
+  EXPECT_FALSE(zuPicture::isCharNumeric('1'));
+  for (char c : std::string("\"' ,-./:?+*$()")) EXPECT_TRUE(zuPicture::isCharLiteral(c)) << c;
+  EXPECT_FALSE(zuPicture::isCharLiteral('|') || zuPicture::isCharLiteral('{'));
+  EXPECT_TRUE(zuPicture::isCharAlphabetic(0xE9) && zuPicture::isCharAlphabetic('q'));
+  EXPECT_FALSE(zuPicture::isCharAlphabetic('9'));
+  EXPECT_TRUE(zuPicture::isCharQuote('\''));
+  EXPECT_FALSE(zuPicture::isCharQuote('"'));
+}
+
+}  // namespace

@@ -1,0 +1,317 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <ctime>
+#include <string>
+
+#include "zu/core/zuExErrItem.h"
+#include "zu/core/zuException.h"
+#include "zu/picture/zuPicture.h"
+
+namespace {
+
+std::string str(const zuString& text) {
+  return std::string(text, text.Length());
+}
+
+constexpr int kUntouched = -7;
+
+// Dates and times are shown in local time: the cases are written for UTC.
+class zuPictureTest : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    setenv("TZ", "UTC", 1);
+    tzset();
+  }
+};
+
+TEST_F(zuPictureTest, StatusFollowsTheValueKindAndTheEarlyExits) {
+  struct Case {
+    const char* value;  // null: the null value
+    const char* picture;
+    const char* expected;
+    int status;
+  } cases[] = {
+      {"", "num{9}", "", 0},
+      {"", "num{9}|num{}", "", 1},
+      {"", "null{}|date{}", "", 1},
+      {nullptr, "null{}|num{9}", "", 1},
+      {nullptr, "num{9}", "", 0},
+      {nullptr, "num{9}|null{'n/a'}", "n/a", 1},
+      {"0", "zero{'none'}", "none", 1},
+      {"0.00", "zero{'none'}", "", 0},
+      {"00", "zero{}|num{99}", "00", 1},
+      {"x", "", "x", kUntouched},
+      {"5", "'open", "", kUntouched},
+      {"5", "num{9}|'open", "", kUntouched},
+      {"abc", "num{999}", "", 0},
+  };
+  for (const Case& c : cases) {
+    int status = kUntouched;
+    const zuString out = zuPicture::format(zuString(c.value), c.picture, "en_US", &status, 0);
+    EXPECT_EQ(str(out), c.expected) << c.picture;
+    EXPECT_EQ(status, c.status) << c.picture;
+  }
+  int status = kUntouched;
+  EXPECT_TRUE(zuPicture::parse(zuString(), "num{9}", "en_US", &status).IsNull());
+  EXPECT_EQ(status, kUntouched);
+  EXPECT_EQ(str(zuPicture::parse("12", "", "en_US", &status)), "12");
+  EXPECT_EQ(status, kUntouched);
+}
+
+TEST_F(zuPictureTest, FormatsThroughEveryCategoryInManyLocales) {
+  struct Case {
+    const char* locale;
+    const char* picture;
+    const char* value;
+    const char* expected;
+  } cases[] = {
+      {"en_US", "num{z,zz9.99}", "1234.5", "1,234.50"},
+      {"de_DE", "num{z,zz9.99}", "1234.5", "1.234,50"},
+      {"fr_FR", "num{z,zz9.99}", "34.5", "34,50"},
+      {"en_US", "num{s999.99}", "-12.5", "-012.50"},
+      {"en_US", "num{99%}", "0.5", "50%"},
+      {"en_US", "z,zz9", "1234", "1,234"},
+      {"en_US", "num{999}|num{99999}", "12345", "12345"},
+      {"en_US", "num(de_DE){z,zz9.99}", "1234.5", "1.234,50"},
+      {"en_US", "num{'a|b'9}|text{X}", "5", "a|b5"},
+      {"en_US", "text{AA-99}", "AB12", "AB-12"},
+      {"en_US", "text{999'-'AA}", "123AB", "123-AB"},
+      {"en_US", "text{\\u0041\\u0041}", "xy", "xy"},
+      {"fr_FR", "date{EEEE, D MMMM YYYY}", "2024-03-05", "mardi, 5 mars 2024"},
+      {"de_DE", "date{EEEE, D. MMMM YYYY}", "20240305", "Dienstag, 5. M\xC3\xA4rz 2024"},
+      {"en_US", "date(de_DE){D. MMMM YYYY}", "2024-03-05", "5. M\xC3\xA4rz 2024"},
+      {"en_US", "date{MMM D, YYYY}", "2009-01-05", "Jan 5, 2009"},
+      {"en_US", "date{YYYY-MM-DD}", "2024-03", "2024-03-01"},
+      {"es_ES", "date{D 'de' MMMM}", "2024-07-14", "14 de julio"},
+      {"en_US", "time{HH:MM:SS}", "13:45:07", "13:45:07"},
+      {"en_US", "time{h:MM A}", "13:45:00", "1:45 PM"},
+      {"en_US", "time{h:MM A}", "00:05", "12:05 AM"},
+      {"en_US", "time{HH:MM:SS.FFF}", "134507.250", "13:45:07.250"},
+      {"en_US", "date{YYYY-MM-DD}' 'time{HH:MM}", "2024-03-05T13:45:00", "2024-03-05 13:45"},
+      {"en_GB", "date{D MMM YYYY}' at 'time{HH:MM}", "2024-03-05T09:30", "5 Mar 2024 at 09:30"},
+      {"en_US", "date{YYYY-MM-DD}Ttime{HH:MM}", "2024-03-05", "2024-03-05T00:00"},
+      {"en_US", "null{'n/a'}|zero{'none'}|num{zz9}", "0", "none"},
+      {"en_US", "null{'n/a'}|zero{'none'}|num{zz9}", "7", "7"},
+  };
+  for (const Case& c : cases) {
+    int status = kUntouched;
+    const zuString out = zuPicture::format(c.value, c.picture, c.locale, &status, 0);
+    EXPECT_EQ(str(out), c.expected) << c.picture << " " << c.value << " " << c.locale;
+    EXPECT_EQ(status, 1) << c.picture << " " << c.value;
+  }
+}
+
+TEST_F(zuPictureTest, StylesUseTheLocalePatterns) {
+  struct Case {
+    const char* locale;
+    const char* picture;
+    const char* value;
+    const char* expected;
+  } cases[] = {
+      {"en_US", "date.short{ignored}", "2024-03-05", "3/5/24"},
+      {"de_DE", "date.medium{}", "2024-03-05", "05.03.2024"},
+      {"en_US", "date.short(de_DE){}", "2024-03-05", "05.03.24"},
+      {"en_US", "time.short{}", "13:45:00", "1:45 PM"},
+      {"en_US", "num.integer{}", "1234567", "1,234,567"},
+      {"de_DE", "num.decimal{}", "1234.5", "1.234,5"},
+      {"en_US", "num.currency{}", "1234.5", "$1,234.50"},
+      {"en_US", "num.percent{}", "0.25", "25%"},
+  };
+  for (const Case& c : cases) {
+    int status = kUntouched;
+    EXPECT_EQ(str(zuPicture::format(c.value, c.picture, c.locale, &status, 0)), c.expected)
+        << c.picture << " " << c.locale;
+    EXPECT_EQ(status, 1) << c.picture;
+  }
+  int status = kUntouched;
+  EXPECT_EQ(str(zuPicture::format("2024-03-05", "date.tiny{}", "en_US", &status, 0)), "");
+  EXPECT_EQ(status, 0);
+}
+
+TEST_F(zuPictureTest, ParsesToCanonicalValues) {
+  struct Case {
+    const char* locale;
+    const char* picture;
+    const char* text;
+    const char* expected;  // null: the text must not parse
+  } cases[] = {
+      {"de_DE", "num{z,zz9.99}", "1.234,50", "1234.5"},
+      {"en_US", "num{s999.99}", "-012.50", "-12.5"},
+      {"en_US", "num.currency{}", "($1,234.50)", "-1234.5"},
+      {"en_US", "text{AA-99}", "AB-12", "AB12"},
+      {"fr_FR", "date{EEEE, D MMMM YYYY}", "mardi, 5 mars 2024", "2024-03-05"},
+      {"en_US", "date{MMM D, YYYY}", "Jan 5, 2009", "2009-01-05"},
+      {"en_US", "date{MMM D, YYYY}", "Jan 5, 2009 x", nullptr},
+      {"en_US", "time{h:MM A}", "1:45 PM", "13:45:00"},
+      {"en_US", "time{HH:MM:SS.FFF}", "13:45:07.250", "13:45:07.250"},
+      {"en_US", "date{YYYY-MM-DD}' 'time{HH:MM}", "2024-03-05 13:45", "2024-03-05T13:45:00"},
+      {"en_US", "date{D/M/YYYY}time{HH:MM}", "5/3/202413:45", "2024-03-05T13:45:00"},
+      {"en_US", "num{999}|date{YYYY-MM-DD}", "2024-03-05", "2024-03-05"},
+      {"en_US", "zero{'none'}|num{zz9}", "none", "0"},
+      {"en_US", "num{999}", "12a", nullptr},
+  };
+  for (const Case& c : cases) {
+    int status = kUntouched;
+    const zuString out = zuPicture::parse(c.text, c.picture, c.locale, &status);
+    EXPECT_EQ(status, c.expected != nullptr ? 1 : 0) << c.picture << " " << c.text;
+    if (c.expected != nullptr) {
+      EXPECT_EQ(str(out), c.expected) << c.picture << " " << c.text;
+    }
+  }
+  int status = kUntouched;
+  EXPECT_TRUE(zuPicture::parse("n/a", "null{'n/a'}", "en_US", &status).IsNull());
+  EXPECT_EQ(status, 1);
+}
+
+TEST_F(zuPictureTest, ParseReadsBackWhatFormatWrote) {
+  const char* locales[] = {"en_US", "de_DE", "fr_FR", "ja_JP", "ar_EG", "es_MX", "ru_RU"};
+  struct Case {
+    const char* picture;
+    const char* value;
+  } cases[] = {
+      {"num{z,zzz,zz9.99}", "1234567.25"},
+      {"num{s9999}", "-42"},
+      {"num{9.999}", "3.142"},
+      {"text{A9-X}", "b7#"},
+      {"date{D MMMM YYYY}", "2024-12-31"},
+      {"date{EEE, MMM D YYYY}", "1999-02-28"},
+      {"date{DD/MM/YY}", "2029-06-01"},
+      {"time{HH:MM:SS}", "23:59:58"},
+      {"time{h:MM:SS.FFF A}", "07:08:09.010"},
+      {"date{YYYY-MM-DD}' 'time{HH:MM:SS}", "2024-03-05T13:45:07"},
+  };
+  for (const char* locale : locales) {
+    for (const Case& c : cases) {
+      int status = kUntouched;
+      const zuString shown = zuPicture::format(c.value, c.picture, locale, &status, 0);
+      ASSERT_EQ(status, 1) << c.picture << " " << c.value << " " << locale;
+      const zuString back = zuPicture::parse(shown, c.picture, locale, &status);
+      EXPECT_EQ(status, 1) << c.picture << " " << str(shown) << " " << locale;
+      EXPECT_EQ(str(back), c.value) << c.picture << " " << str(shown) << " " << locale;
+    }
+  }
+}
+
+TEST_F(zuPictureTest, ClassifiesPictures) {
+  enum : int {
+    kNum = 1,
+    kText = 2,
+    kDate = 4,
+    kTime = 8,
+    kNull = 16,
+    kZero = 32,
+    kDateTime = 64,
+    kCompound = 128,
+    kEmpty = 256
+  };
+  struct Case {
+    const char* picture;
+    int kinds;
+  } cases[] = {
+      {"num{z,zz9.99}", kNum | kCompound},
+      {"'$'-()", kNum | kText | kDate | kTime | kCompound},
+      {"99CR", kNum},
+      {"99C", 0},
+      {"99R", 0},
+      {"text{999-AA}", kText | kCompound},
+      {"AA99", kText},
+      {"date{EEEE, D MMMM YYYY}", kDate | kCompound},
+      {"DATE{D}", 0},
+      {"YYYY-MM-DD", kDate},
+      {"time{HH:MM}", kTime | kCompound},
+      {"HH:MM", kTime},
+      {"null{}", kNull | kCompound},
+      {"zero{'none'}", kZero | kCompound},
+      {"num{}", kNum | kCompound | kEmpty},
+      {"date{D}Ttime{H}", kDateTime},
+      {"date{D} time{H}", kDateTime | kCompound},
+      {"datetime.short{}", kDateTime},
+      {"num{9} text{X}", kCompound},
+      {"num{9}|text{X}", 0},
+      {"colour{9}", 0},
+  };
+  for (const Case& c : cases) {
+    zuString date, time;
+    const int kinds = (zuPicture::isNumericPicture(c.picture) ? kNum : 0) |
+                      (zuPicture::isTextPicture(c.picture) ? kText : 0) |
+                      (zuPicture::isDatePicture(c.picture) ? kDate : 0) |
+                      (zuPicture::isTimePicture(c.picture) ? kTime : 0) |
+                      (zuPicture::isNullPicture(c.picture) ? kNull : 0) |
+                      (zuPicture::isZeroPicture(c.picture) ? kZero : 0) |
+                      (zuPicture::isDateTimePicture(c.picture, date, time) ? kDateTime : 0) |
+                      (zuPicture::isCompoundPicture(c.picture) ? kCompound : 0) |
+                      (zuPicture::isEmptyPicture(c.picture) ? kEmpty : 0);
+    EXPECT_EQ(kinds, c.kinds) << c.picture;
+  }
+  zuString date, time;
+  ASSERT_TRUE(zuPicture::isDateTimePicture("'on 'date(fr_FR){D}' 'time{HH}", date, time));
+  EXPECT_EQ(str(date), "date(fr_FR){D}");
+  EXPECT_EQ(str(time), "time{HH}");
+}
+
+TEST_F(zuPictureTest, ValidityRules) {
+  struct Case {
+    int (*test)(const zuString&);
+    const char* picture;
+    int valid;
+  } cases[] = {
+      {zuPicture::isNumericPictureValid, "num{z,zz9.99}", 1},
+      {zuPicture::isNumericPictureValid, "zzz", 1},
+      {zuPicture::isNumericPictureValid, "num{9E9E}", 0},
+      {zuPicture::isDatePictureValid, "date{DD/MM/YYYY}", 1},
+      {zuPicture::isDatePictureValid, "date{DDD}", 0},
+      {zuPicture::isDatePictureValid, "YYY", 0},
+      {zuPicture::isDatePictureValid, "date{EEEE, D MMMM YYYY}", 1},
+      {zuPicture::isTimePictureValid, "time{HH:MM:SS.FFF}", 1},
+      {zuPicture::isTimePictureValid, "time{HHH}", 0},
+      {zuPicture::isTimePictureValid, "time{FF}", 0},
+      {zuPicture::isTextPictureValid, "text{999-AA}", 1},
+      {zuPicture::isTextPictureValid, "text{99#}", 0},
+      {zuPicture::isDateTimePictureValid, "date{D}' 'time{HH}", 1},
+      {zuPicture::isDateTimePictureValid, "date{DDD}' 'time{HH}", 0},
+      {zuPicture::isNullPictureValid, "null{}", 1},
+      {zuPicture::isNullPictureValid, "null{'n/a'}", 1},
+      {zuPicture::isNullPictureValid, "num{9}", 0},
+      {zuPicture::isZeroPictureValid, "zero{9}", 1},
+      {zuPicture::isZeroPictureValid, "zero{#}", 0},
+  };
+  for (const Case& c : cases) EXPECT_EQ(c.test(c.picture), c.valid) << c.picture;
+}
+
+TEST_F(zuPictureTest, CompoundPicturesRaiseTheirMessage) {
+  const struct {
+    bool parse;
+    const char* name;
+  } cases[] = {{false, "zuPicture::formatCompound"}, {true, "zuPicture::parseCompound"}};
+  for (const auto& c : cases) {
+    try {
+      if (c.parse) {
+        zuPicture::parse("5 x", "num{9} text{X}", "en_US");
+      } else {
+        zuPicture::format("123", "num{99}|num{9} text{X}", "en_US");
+      }
+      ADD_FAILURE() << c.name << " did not throw";
+    } catch (zuExFull& error) {
+      EXPECT_EQ(error.FirstResId(), 16480);
+      error.Resolve();
+      EXPECT_NE(str(error[0].Text()).find(c.name), std::string::npos) << str(error[0].Text());
+    }
+  }
+}
+
+TEST_F(zuPictureTest, ObjectUsesItsLocaleAndFormatNewMovesTheDate) {
+  const zuPicture german("de_DE");
+  int status = kUntouched;
+  EXPECT_EQ(str(german.format("1234.5", "num{z,zz9.99}", &status, 0)), "1.234,50");
+  EXPECT_EQ(str(german.parse("1.234,50", "num{z,zz9.99}", &status)), "1234.5");
+  const zuPicture copy = german;
+  EXPECT_EQ(str(copy.getLocale()), "de_DE");
+  // 23:30 five hours west of UTC is 04:30 the next day in UTC.
+  const zuString value("2024-03-05T23:30:00-05:00");
+  const zuString picture("date{YYYY-MM-DD}' 'time{HH:MM}");
+  EXPECT_EQ(str(german.format(value, picture, &status, 0)), "2024-03-05 04:30");
+  EXPECT_EQ(str(german.format_new(value, picture, &status, 0)), "2024-03-06 04:30");
+}
+
+}  // namespace
