@@ -502,8 +502,9 @@ int RnTime::matchMeridiem(const zuString& text, unsigned int position, int& whic
 int RnTime::matchMeridiemInitial(const zuString& text, unsigned int position, int& which) const {
   zuString initials[2];
   for (int i = 0; i < 2; ++i) {
-    unsigned int namePos = 0;
-    initials[i] = meridiem_[i].Substring(0, (meridiem_[i].UniChar(namePos), namePos));
+    unsigned int initialEnd = 0;
+    meridiem_[i].UniChar(initialEnd);
+    initials[i] = meridiem_[i].Substring(0, initialEnd);
   }
   return matchName(text, position, initials, 2, which);
 }

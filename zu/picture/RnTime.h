@@ -1,7 +1,7 @@
 // RnTime: one time of day in a locale, formatted through or parsed from the
 // body of a time picture ("h:MM:SS A", "HH:MM:SS.FFFzz").
 //
-//   RnTime noon(12 * RnTime::MILLISPERHOUR, "en_US");
+//   RnTime noon(12 * RnTime::MILLISPERHOUR + 1, "en_US");  // epoch's count
 //   noon.format("h:MM A");                    // "12:00 PM"
 //   RnTime read("7:05 PM", "h:MM A", "en_US");
 //   read.getHour();                           // 19
@@ -17,7 +17,11 @@
 //   FFF     millisecond, three digits
 //   A       meridiem name    AA      its first character
 //   z       "Z" at offset 0, else +HHMM     zz  "Z", else +HH:MM
-//   Z       zone name of the locale, else "GMT" or "GMT+HH:MM"
+//   Z       zone name of the locale, else "GMT" or "GMT+HH:MM"; the name
+//           is the abbreviation of the locale's zone with this offset and
+//           daylight flag (where two zones share them, the one whose
+//           daylight rules agree with the process zone's); only locales
+//           with a row of their own ("en_US", the Arabic locales...) have names
 //   ZZ, ZZZ +HH'MM' ("+00'00'" at offset 0)
 //   t       one tab per letter
 // A count the table does not list formats as nothing and fails to parse.
@@ -36,7 +40,8 @@
 //
 // Parsing reads each field once (two hour symbols fail), requires the whole
 // input to be consumed, matches meridiem and zone names without regard to
-// ASCII case, and fills missing fields with 0 (no hour: midnight). A 12-hour
+// case (Unicode case folding), reads numbers in any decimal digits or in
+// native numerals, and fills missing fields with 0 (no hour: midnight). A 12-hour
 // hour ("h", "k") takes the afternoon from the meridiem; a 24-hour hour
 // ("H", "K") ignores it. "z"/"zz" read "Z", "GMT" or the offset forms they
 // write, ASCII or full-width; "Z"/"ZZ"/"ZZZ" read "GMT", "GMT" followed by
