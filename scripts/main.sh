@@ -14,7 +14,7 @@ fi
 
 show() {
   printf '$ zupic'
-  printf " '%s'" "$@"
+  printf ' %q' "$@"
   printf '\n'
   "$zupic" "$@" || true
   printf '\n'
