@@ -1,9 +1,11 @@
 #include "zu/picture/RnNum.h"
 
+#include <cstring>
 #include <string>
 
 #include "zu/core/zuException.h"
 #include "zu/locale/RnData.h"
+#include "zu/locale/internal/RnRunTimeStore.h"
 #include "zu/picture/internal/RnDecimal.h"
 #include "zu/picture/internal/RnNumPicture.h"
 #include "zu/picture/internal/RnNumText.h"
@@ -18,6 +20,44 @@ constexpr int kMaxWidth = 326;
 
 }  // namespace
 
+// The locale and symbols that this thread's last RnNum resolved from a
+// locale name, so that making one RnNum per value stays cheap. It is used
+// only while the thread has neither run-time locale data nor registered
+// locales, either of which could give the name other symbols; its texts
+// are then literals of the built-in data.
+struct RnNum::SymbolCache {
+  char name[64] = {};
+  RnLocale locale;
+  zuString radix, positive, negative, grouping, percent, currencySymbol, currencyName;
+  uint32_t zeroDigit = '0';
+
+  void copyTo(RnNum& number) const {
+    number.radix_ = radix;
+    number.positive_ = positive;
+    number.negative_ = negative;
+    number.grouping_ = grouping;
+    number.percent_ = percent;
+    number.currencySymbol_ = currencySymbol;
+    number.currencyName_ = currencyName;
+    number.zeroDigit_ = zeroDigit;
+  }
+  void copyFrom(const RnNum& number) {
+    radix = number.radix_;
+    positive = number.positive_;
+    negative = number.negative_;
+    grouping = number.grouping_;
+    percent = number.percent_;
+    currencySymbol = number.currencySymbol_;
+    currencyName = number.currencyName_;
+    zeroDigit = number.zeroDigit_;
+  }
+};
+
+RnNum::SymbolCache& RnNum::symbolCache() {
+  thread_local SymbolCache cache;
+  return cache;
+}
+
 RnNum::RnNum(const zuString& value, const zuString& locale) {
   init(locale);
   setValue(value);
@@ -29,16 +69,40 @@ RnNum::RnNum(const zuString& value, const zuString& picture, const zuString& loc
 }
 
 void RnNum::init(const zuString& locale) {
+  SymbolCache& cache = symbolCache();
+  const bool cacheable = !locale.IsEmpty() && locale.Length() < sizeof cache.name &&
+                         RnRunTimeStore::current(false) == nullptr &&
+                         RnLocale::get(1u) == nullptr;
+  if (cacheable && std::strcmp(cache.name, locale) == 0) {
+    locale_ = cache.locale;
+    cache.copyTo(*this);
+    return;
+  }
   locale_ = locale.IsEmpty() ? RnLocale(RnLocale::getLocale()) : RnLocale(locale);
   if (!locale_.isValid()) locale_ = RnLocale(RnLocale::getDEFAULT_LOCALE());
   setNumericSymbols(locale_.getName());
+  if (cacheable) {
+    std::memcpy(cache.name, locale, locale.Length() + 1);
+    cache.locale = locale_;
+    cache.copyFrom(*this);
+  }
 }
 
 void RnNum::setValue(const zuString& text) {
   RnDecimal decimal;
   valid_ = !text.IsNull() && decimal.read(text, text.Length());
   text_ = text;
-  value_ = valid_ ? decimal.toDouble() : 0;
+  valueKnown_ = false;
+}
+
+double RnNum::getValue() const {
+  if (!valueKnown_) {
+    value_ = 0;
+    RnDecimal decimal;
+    if (valid_ && decimal.read(text_, text_.Length())) value_ = decimal.toDouble();
+    valueKnown_ = true;
+  }
+  return value_;
 }
 
 void RnNum::setNumericSymbols(const char* locale) {
@@ -55,14 +119,19 @@ void RnNum::setNumericSymbols(const char* locale) {
   zeroDigit_ = zero.IsEmpty() ? '0' : decodeUtf8(zero, zero.Length(), 0, bytes);
 }
 
-void RnNum::xlate(const zuString& picture) {
+void RnNum::xlate(const zuString& picture, NumPictureItem* items, size_t capacity,
+                  size_t* itemCount) {
   analysis_ = Analysis();
   NumPictureReader reader(picture, picture.Length(), false);
   NumPictureItem item;
   bool allZ = true, all8 = true, afterE = false;
+  size_t count = 0;
   while (reader.next(item)) {
     if (item.kind == NumPictureItem::kSymbol) subXlate(item.symbol, item.count, allZ, all8, afterE);
+    if (count < capacity) items[count] = item;
+    if (count <= capacity) ++count;
   }
+  if (itemCount != nullptr) *itemCount = count;
   analysis_.dropFractionZeros = analysis_.trailing > 0 && allZ;
   analysis_.shortFraction = analysis_.trailing > 0 && all8;
 }

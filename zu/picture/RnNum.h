@@ -65,6 +65,10 @@
 #include "zu/core/zuString.h"
 #include "zu/locale/RnLocale.h"
 
+namespace zu::internal {
+struct NumPictureItem;
+}
+
 class ZU_EXPORT RnNum {
  public:
   // Bits of the `flags` argument of format.
@@ -85,7 +89,7 @@ class ZU_EXPORT RnNum {
 
   // The value as canonical text, as a double, and whether it is a number.
   zuString getText() const { return text_; }
-  double getValue() const { return value_; }
+  double getValue() const;
   bool isValid() const { return valid_; }
 
   // Fills the locale's symbols: radix, signs, grouping, percent, currency
@@ -130,6 +134,8 @@ class ZU_EXPORT RnNum {
 
  private:
   struct FormatState;
+  struct SymbolCache;
+  static SymbolCache& symbolCache();
   struct ParseState;
   struct Analysis {
     unsigned leading = 0;    // digit symbols before the radix
@@ -148,7 +154,10 @@ class ZU_EXPORT RnNum {
   void init(const zuString& locale);
   void setValue(const zuString& text);
   // Analyses `picture` into analysis_; throws zuExFull (16479) when invalid.
-  void xlate(const zuString& picture);
+  // With `items`, also keeps the picture's first `capacity` items there and
+  // their number in `itemCount` (capacity + 1 when there were more).
+  void xlate(const zuString& picture, zu::internal::NumPictureItem* items = nullptr,
+             size_t capacity = 0, size_t* itemCount = nullptr);
   void subXlate(char symbol, unsigned count, bool& allZ, bool& all8, bool& afterE);
   zuString formatPicture(const zuString& picture, unsigned* radixPos, int flags);
   bool subFormat(FormatState& state, char symbol, unsigned count) const;
@@ -158,7 +167,9 @@ class ZU_EXPORT RnNum {
   bool scanReversed(ParseState& state, const std::string& picture) const;
 
   zuString text_;
-  double value_ = 0;
+  // Read from the text when first asked for.
+  mutable double value_ = 0;
+  mutable bool valueKnown_ = false;
   bool valid_ = false;
   RnLocale locale_;
   zuString radix_, positive_, negative_, grouping_, percent_, currencySymbol_, currencyName_;

@@ -12,6 +12,7 @@ namespace {
 
 constexpr int kMaxWidth = 326;
 constexpr size_t kNoRadix = static_cast<size_t>(-1);
+constexpr size_t kKeptItems = 24;
 
 }  // namespace
 
@@ -48,7 +49,10 @@ zuString RnNum::format(const zuString& picture, unsigned* radixPos, int flags) {
 
 zuString RnNum::formatPicture(const zuString& picture, unsigned* radixPos, int flags) {
   if (!valid_) return zuString("");
-  xlate(picture);
+  // Short pictures are read once; longer ones again while formatting.
+  NumPictureItem items[kKeptItems];
+  size_t itemCount = 0;
+  xlate(picture, items, kKeptItems, &itemCount);
   const Analysis& a = analysis_;
 
   RnDecimal value;
@@ -105,7 +109,8 @@ zuString RnNum::formatPicture(const zuString& picture, unsigned* radixPos, int f
 
   NumPictureReader reader(picture, picture.Length(), false);
   NumPictureItem item;
-  while (reader.next(item)) {
+  for (size_t next = 0; itemCount <= kKeptItems ? next < itemCount : reader.next(item); ++next) {
+    if (itemCount <= kKeptItems) item = items[next];
     if (item.kind == NumPictureItem::kLiteral) {
       state.out.put(item.text, item.length);
     } else if (item.kind == NumPictureItem::kQuoted) {

@@ -48,6 +48,15 @@ struct RnNum::ParseState {
   bool groupingIsSpace = false;
   uint32_t zero = '0';
 
+  // Back to the start of the text for another attempt.
+  void restart(bool withoutFraction) {
+    pos = 0;
+    number.clear();
+    anyDigit = negative = signTaken = parenthesis = digitsClosed = radixPassed = percent = false;
+    fractionDigits = 0;
+    fractionAbsent = withoutFraction;
+  }
+
   bool at(const std::string& what) const {
     return !what.empty() && text.compare(pos, what.size(), what) == 0;
   }
@@ -117,13 +126,11 @@ bool RnNum::parsePicture(const zuString& text, const zuString& picture) {
       !grouping_.IsEmpty() && isSpaceLike(decodeUtf8(grouping_, grouping_.Length(), 0, bytes));
   state.zero = zeroDigit_;
 
-  ParseState attempt = state;
-  if (scanReversed(attempt, reversedPicture)) return finishParse(attempt);
+  if (scanReversed(state, reversedPicture)) return finishParse(state);
   // A short or dropped fraction may be missing with its radix.
   if (analysis_.shortFraction || analysis_.dropFractionZeros) {
-    attempt = state;
-    attempt.fractionAbsent = true;
-    if (scanReversed(attempt, reversedPicture)) return finishParse(attempt);
+    state.restart(true);
+    if (scanReversed(state, reversedPicture)) return finishParse(state);
   }
   return false;
 }
@@ -296,6 +303,7 @@ bool RnNum::finishParse(const ParseState& state) {
   if (length == 0) return false;
   text_ = stringOfBytes(buffer, length);
   value_ = decimal.toDouble();
+  valueKnown_ = true;
   valid_ = true;
   return true;
 }

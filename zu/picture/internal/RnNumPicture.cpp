@@ -22,7 +22,10 @@ char pairPartner(char first, bool reversed) {
   return 0;
 }
 
-bool isPairLetter(char c) { return std::strchr("CRcrDBdb", c) != nullptr; }
+bool isPairLetter(char c) {
+  return c == 'C' || c == 'R' || c == 'c' || c == 'r' || c == 'D' || c == 'B' || c == 'd' ||
+         c == 'b';
+}
 
 // Which ASCII characters are symbols, so that reading a picture costs one
 // table look-up per character.
