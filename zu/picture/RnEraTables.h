@@ -7,7 +7,8 @@
 //
 //   const cjkTable_s* table = getAltEraTable(RnLocale("ja_JP"));
 //   int count = getAltEraTableCount(RnLocale("ja_JP"));     // 5
-//   int era = getEpochEra(table, count, RnDate(2024, 3, 5).getDays());
+//   RnDate date(zuString("2024-03-05"), RnDate::getKDL_DATE_FMT2(), zuString("ja_JP"));
+//   int era = getEpochEra(table, count, date.getDays());
 //   table[era].names[2];                                     // "令和"
 //
 // The tables are constant data; every function is safe from any thread.
