@@ -36,7 +36,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     RnNum number(value, locale);
     unsigned radix = 0;
     const zuString formatted = number.format(picture, &radix, value.Length() % 2);
-    if (!formatted.IsEmpty() && radix > formatted.UniLength()) std::abort();
+    if (!formatted.IsEmpty() && radix > formatted.Length()) std::abort();
     RnNum back(zuString(""), locale);
     back.parse(formatted, picture);
     back.parse(text, picture);

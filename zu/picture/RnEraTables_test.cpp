@@ -68,7 +68,8 @@ TEST(RnEraTablesTest, FormatsAndParsesDatesInEras) {
     const RnDate date(DateSteps::epoch(c.day, c.month, c.year - 1900), c.locale);
     const zuString text = date.format(zuString(c.picture));
     EXPECT_STREQ(text, c.expected) << c.locale << " " << c.picture;
-    if (c.year != 1860) {
+    // Only a picture with the day names the whole date.
+    if (std::string(c.picture).find('D') != std::string::npos && c.year != 1860) {
       const RnDate back(text, zuString(c.picture), zuString(c.locale));
       EXPECT_EQ(back.getDays(), date.getDays()) << c.expected;
     }
@@ -87,7 +88,7 @@ TEST(RnEraTablesTest, ParsesOnlyDatesInsideTheirEra) {
       {"令和元年5月1日", "ja_JP", "gggYYYY'年'M'月'D'日'", "2019-05-01"},
       {"R1.5.1", "ja_JP", "gYYYY.M.D", "2019-05-01"},
       {"r1.5.1", "ja_JP", "gYYYY.M.D", "2019-05-01"},
-      {"民国13年", "zh_CN", "gggYYYY'年'", "1924-01-01"},
+      {"民国13年", "zh_CN", "gYYYY'年'", "1924-01-01"},
       {"公元2024年", "zh_CN", "gggYYYY'年'", "2024-01-01"},  // the common era is not applied
       {"公元24年", "zh_CN", "gggYYYY'年'", ""},
       {"พ.ศ. 67", "th_TH", "g YY", "1925-01-01"},  // 2467, in the old reckoning
