@@ -55,7 +55,6 @@
 #include "zu/core/zuStringLookup.h"
 
 
-
 // Character-set converters
 #include "zu/core/zuCharConverter.h"
 #include "zu/core/zuGxCharConverter.h"
@@ -93,6 +92,8 @@
 
 
 // Date pictures
+#include "zu/picture/RnDate.h"
+#include "zu/picture/RnEraTables.h"
 
 
 // Time pictures
@@ -100,6 +101,9 @@
 
 
 // ISO 8601 values
+#include "zu/datetime/ISODate.h"
+#include "zu/datetime/ISODateTime.h"
+#include "zu/datetime/ISOTime.h"
 
 
 // Picture-clause dispatcher
