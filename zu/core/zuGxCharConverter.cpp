@@ -204,10 +204,8 @@ unsigned int zuGxCharConverter::ConvertICU(char* out, unsigned int outBytes,
                                            const zuCharConverter& from, const char* in,
                                            unsigned int inBytes) const {
   zuConverterCache& cache = zuConverterCache::current();
-  UConverter* target = cache.converter(CodePageNum());
-  UConverter* source = target != nullptr ? cache.converter(from.CodePageNum()) : nullptr;
-  if (source == nullptr) return Terminate(out, outBytes, 0);
-  // Short texts in the common double-byte encodings skip ICU's machinery.
+  // Short texts in the common double-byte encodings skip ICU's machinery
+  // (and the UTF-8 converter, which they do not need).
   if (IsUTF8CodePage()) {
     if (const zu::internal::zuDecodeTable* table = cache.decodeTable(from.CodePageNum())) {
       unsigned int written = 0;
@@ -216,6 +214,9 @@ unsigned int zuGxCharConverter::ConvertICU(char* out, unsigned int outBytes,
       }
     }
   }
+  UConverter* target = cache.converter(CodePageNum());
+  UConverter* source = target != nullptr ? cache.converter(from.CodePageNum()) : nullptr;
+  if (source == nullptr) return Terminate(out, outBytes, 0);
 
   char* cursor = out;
   const char* read = in;
