@@ -64,15 +64,18 @@ const bool kMimallocLoaded = MimallocAllocator::Load();
 // a new one, as a program that keeps building and dropping small objects.
 template <typename Allocator>
 void BM_BlockRing(benchmark::State& state) {
+  // Powers of two, so that the loop's own indexing is a mask, not a division
+  // that would weigh on both allocators alike.
   constexpr std::size_t kLive = 1024;
-  const std::vector<unsigned int> sizes = makeSizes(4096);
+  constexpr std::size_t kSizes = 4096;
+  const std::vector<unsigned int> sizes = makeSizes(kSizes);
   std::vector<void*> live(kLive);
   for (std::size_t index = 0; index < kLive; ++index) live[index] = Allocator::Alloc(sizes[index]);
   std::size_t step = 0;
   for (auto _ : state) {
     const std::size_t slot = step % kLive;
     Allocator::Free(live[slot]);
-    live[slot] = Allocator::Alloc(sizes[step % sizes.size()]);
+    live[slot] = Allocator::Alloc(sizes[step % kSizes]);
     benchmark::DoNotOptimize(live[slot]);
     ++step;
   }
@@ -99,10 +102,11 @@ void BM_BlockBatch(benchmark::State& state) {
 // alive: the worst case of the cache, whose pool is made and released each time.
 template <typename Allocator>
 void BM_BlockAlone(benchmark::State& state) {
-  const std::vector<unsigned int> sizes = makeSizes(256);
+  constexpr std::size_t kSizes = 256;
+  const std::vector<unsigned int> sizes = makeSizes(kSizes);
   std::size_t step = 0;
   for (auto _ : state) {
-    void* block = Allocator::Alloc(sizes[step++ % sizes.size()]);
+    void* block = Allocator::Alloc(sizes[step++ % kSizes]);
     benchmark::DoNotOptimize(block);
     Allocator::Free(block);
   }

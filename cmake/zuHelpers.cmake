@@ -12,7 +12,10 @@ endif()
 
 function(zu_define_library)
   add_library(zuutility_objects OBJECT)
-  target_compile_options(zuutility_objects PRIVATE ${ZU_WARNINGS})
+  # Calls between the library's own exported functions bind inside the
+  # library: no PLT hop on hot paths such as block allocation, and GCC may
+  # inline them. A program cannot interpose the library's functions.
+  target_compile_options(zuutility_objects PRIVATE ${ZU_WARNINGS} -fno-semantic-interposition)
   target_compile_definitions(zuutility_objects PRIVATE ZU_BUILDING_LIBRARY)
   set_target_properties(zuutility_objects PROPERTIES
     CXX_VISIBILITY_PRESET hidden
@@ -29,6 +32,7 @@ function(zu_define_library)
     VERSION ${PROJECT_VERSION}
     SOVERSION ${PROJECT_VERSION_MAJOR}
     EXPORT_NAME utility)
+  target_link_options(zuutility PRIVATE LINKER:-Bsymbolic-functions)
   target_include_directories(zuutility PUBLIC
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)

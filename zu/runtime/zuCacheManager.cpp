@@ -19,8 +19,9 @@ std::atomic<int> gCaching{1};
 std::atomic<std::size_t> gManagers{0};
 
 // The calling thread's manager, found without searching the thread table.
-// The manager clears it when it dies on its own thread.
-thread_local zuCacheManager* tCallingThreadManager = nullptr;
+// The manager clears it when it dies on its own thread. Initial-exec keeps
+// the lookup to one load relative to the thread pointer.
+[[gnu::tls_model("initial-exec")]] thread_local zuCacheManager* tCallingThreadManager = nullptr;
 
 void* heapAlloc(unsigned int size) {
   void* block = std::malloc(size == 0 ? 1 : size);

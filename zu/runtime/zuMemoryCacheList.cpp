@@ -42,6 +42,7 @@ void zuMemoryCacheList::MoveToFront(std::size_t index) {
   std::swap(pools_[0], pools_[index]);
   pools_[0]->SetListIndex(0);
   pools_[index]->SetListIndex(index);
+  front_ = pools_[0];
 }
 
 bool zuMemoryCacheList::Release(zuMemoryCache* pool) {
@@ -49,6 +50,7 @@ bool zuMemoryCacheList::Release(zuMemoryCache* pool) {
   pools_[index] = pools_.back();
   pools_[index]->SetListIndex(index);
   pools_.pop_back();
+  front_ = pools_.empty() ? nullptr : pools_[0];
   zuMemoryCache::Destroy(pool);
   return pools_.empty();
 }

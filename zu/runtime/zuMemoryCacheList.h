@@ -33,8 +33,8 @@ class ZU_EXPORT zuMemoryCacheList {
   // then moves to the front), or from a new pool put in front.
   // Throws zuExMemory.
   void* Take() {
-    if (!pools_.empty()) {
-      if (void* block = pools_.front()->Take()) return block;
+    if (front_ != nullptr) {
+      if (void* block = front_->Take()) return block;
     }
     return TakeFromAnotherPool();
   }
@@ -71,5 +71,7 @@ class ZU_EXPORT zuMemoryCacheList {
   std::size_t poolBlockCount_;
   zuCacheManager* manager_;
   std::vector<zuMemoryCache*> pools_;
+  // pools_.front(), or null: spares Take() a load through the vector.
+  zuMemoryCache* front_ = nullptr;
   std::size_t lowestDirectSize_ = static_cast<std::size_t>(-1);
 };

@@ -69,8 +69,8 @@ zuThreadLocalStorage* ThreadTable::find(unsigned int threadId) const {
 }
 
 zuThreadLocalStorage* ThreadTable::findCurrent(unsigned int self, bool& memoized) const {
-  thread_local zuThreadLocalStorage* memo = nullptr;
-  thread_local unsigned long long memoReleases = 0;
+  [[gnu::tls_model("initial-exec")]] thread_local zuThreadLocalStorage* memo = nullptr;
+  [[gnu::tls_model("initial-exec")]] thread_local unsigned long long memoReleases = 0;
   const unsigned long long releases = releases_.load(std::memory_order_acquire);
   memoized = memo != nullptr && memoReleases == releases;
   if (memoized) return memo;
