@@ -399,18 +399,12 @@ zuString& zuString::operator=(const char16_t* utf16) {
 // --- Appending -------------------------------------------------------------------
 
 void zuString::Append(const char* text, unsigned int length) {
-  if (length == 0) return;
+  if (length == 0 || AppendInPlace(text, length)) return;
   const unsigned int oldLength = Length();
-  if (HasRoomInOwnBlock(length) && (text < chars_ || text > chars_ + oldLength)) {
-    std::memcpy(chars_ + oldLength, text, length);
-    SetLengthBits(oldLength + length);
-    chars_[oldLength + length] = '\0';
-    return;
-  }
   if (length > kMaxLength - oldLength) throw zuExMemory();
   // Appending the string's own text: keep the old block alive while growing.
-  const zuString keepAlive(
-      OwnsBlock() && text >= chars_ && text <= chars_ + oldLength ? *this : EmptyString());
+  zuString keepAlive;
+  if (OwnsBlock() && text >= chars_ && text <= chars_ + oldLength) keepAlive = *this;
   Reserve(oldLength + length);
   std::memcpy(chars_ + oldLength, text, length);
   SetLengthBits(oldLength + length);
@@ -420,11 +414,6 @@ void zuString::Append(const char* text, unsigned int length) {
 zuString& zuString::operator+=(const zuString& other) {
   if (chars_ == nullptr && !other.IsNull() && !IsGlobal()) return *this = other;
   Append(other.chars_, other.Length());
-  return *this;
-}
-
-zuString& zuString::operator+=(const char* text) {
-  if (text != nullptr) Append(text, StringLength(text));
   return *this;
 }
 

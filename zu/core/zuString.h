@@ -20,7 +20,10 @@
 // is the empty default state. Only global strings may cross threads.
 #pragma once
 
+#include <bit>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 #include "zu/core/zuExport.h"
 
@@ -36,6 +39,9 @@ enum zuToXMLType {
   zuXMLAttributeDQuote = 1,  // attribute value in double quotes
   zuXMLAttributeSQuote = 2   // attribute value in single quotes
 };
+
+static_assert(std::endian::native == std::endian::little,
+              "zuString's byte append stores a byte and its NUL as one little-endian word");
 
 class ZU_EXPORT zuString {
  public:
@@ -110,16 +116,32 @@ class ZU_EXPORT zuString {
   zuString& operator=(const char16_t* utf16);
 
   zuString& operator+=(const zuString& other);
-  zuString& operator+=(const char* text);
+  // Inline while the string owns its ordinary block alone and has room.
+  zuString& operator+=(const char* text) {
+    if (text != nullptr) {
+      const std::size_t length = std::strlen(text);
+      if (!AppendInPlace(text, length)) Append(text, static_cast<unsigned int>(length));
+    }
+    return *this;
+  }
   // Appends one byte; a 0 byte is ignored. Inline while the string owns its
   // ordinary block alone and has room: appending runs of bytes is a hot path.
   zuString& operator+=(char byte) {
-    const unsigned int length = Length();
-    if (byte != '\0' && HasRoomInOwnBlock(1)) {
-      chars_[length] = byte;
-      chars_[length + 1] = '\0';
-      lengthScope_ += 1u << 2;
-      return *this;
+    // Members are read once into locals and the length is stored before the
+    // bytes: a byte store may alias any object, which would otherwise force
+    // the members to be read again from memory. The byte and the NUL after
+    // it go in one 16-bit store (the block has room for the NUL).
+    char* const chars = chars_;
+    const uint32_t lengthScope = lengthScope_;
+    if (byte != '\0' && (lengthScope & 3u) == eOrdinary && chars != nullptr) {
+      const uint32_t* header = reinterpret_cast<const uint32_t*>(chars);
+      const std::size_t length = lengthScope >> 2;
+      if (header[-1] == 1 && header[-2] > length) {
+        lengthScope_ = lengthScope + (1u << 2);
+        const uint16_t pair = static_cast<unsigned char>(byte);  // little-endian: byte, NUL
+        std::memcpy(chars + length, &pair, 2);
+        return *this;
+      }
     }
     return AppendByte(byte);
   }
@@ -376,13 +398,22 @@ class ZU_EXPORT zuString {
   static const char kEmptyText[1];
 
   void SetLengthBits(unsigned int length) { lengthScope_ = (length << 2) | (lengthScope_ & 3u); }
-  // True when this ordinary string is the only owner of its block and the
-  // block takes `extra` more bytes. The block header's capacity and count
-  // are the two 32-bit words right before the characters.
-  bool HasRoomInOwnBlock(unsigned int extra) const {
-    if (ScopeType() != eOrdinary || chars_ == nullptr) return false;
-    const uint32_t* header = reinterpret_cast<const uint32_t*>(chars_);
-    return header[-1] == 1 && header[-2] - Length() >= extra;
+  // Appends `length` bytes into the string's own block when it is ordinary,
+  // not shared, has room and does not hold `text`; false when it did nothing.
+  // The block header's capacity and count are the two 32-bit words right
+  // before the characters.
+  bool AppendInPlace(const char* text, std::size_t length) {
+    char* const chars = chars_;
+    const uint32_t lengthScope = lengthScope_;
+    if ((lengthScope & 3u) != eOrdinary || chars == nullptr) return false;
+    const uint32_t* header = reinterpret_cast<const uint32_t*>(chars);
+    const std::size_t oldLength = lengthScope >> 2;
+    if (header[-1] != 1 || header[-2] - oldLength < length) return false;
+    if (text >= chars && text <= chars + oldLength) return false;
+    lengthScope_ = lengthScope + static_cast<uint32_t>(length << 2);
+    std::memcpy(chars + oldLength, text, length);
+    chars[oldLength + length] = '\0';
+    return true;
   }
   zuString& AppendByte(char byte);
   int OwnsBlock() const;

@@ -40,9 +40,13 @@ zuMemoryCache* zuMemoryCache::Create(std::size_t blockSize, std::size_t blockCou
   const std::size_t payload =
       roundUp(blockSize < sizeof(char*) ? sizeof(char*) : blockSize, kAlignment);
   const std::size_t stride = kHeaderBytes + payload;
-  if (blockCount > (kMax - kPoolBytes) / stride) throw zuExMemory();
-  std::size_t areaBytes = kPoolBytes + blockCount * stride;
-  void* memory = manager != nullptr ? manager->TakeSpareArea(areaBytes) : nullptr;  // may raise areaBytes
+  std::size_t blockBytes = 0;
+  if (__builtin_mul_overflow(blockCount, stride, &blockBytes) || blockBytes > kMax - kPoolBytes) {
+    throw zuExMemory();
+  }
+  std::size_t areaBytes = kPoolBytes + blockBytes;
+  void* memory =
+      manager != nullptr ? manager->TakeSpareArea(areaBytes) : nullptr;  // may raise areaBytes
   if (memory == nullptr) memory = std::malloc(areaBytes);
   if (memory == nullptr) throw zuExMemory();
   char* area = static_cast<char*>(memory) + kPoolBytes;

@@ -20,7 +20,9 @@ void releaseExitingThread() {
 
 // Created at load, before client code runs, so that the first lookups of
 // concurrent threads do not race for it.
-__attribute__((constructor)) void createTableAtLoad() { ThreadTable::instance(); }
+__attribute__((constructor)) void createTableAtLoad() {
+  ThreadTable::instance();
+}
 
 // At unload the exit hook goes, so no exiting thread calls into unloaded code.
 // The table itself stays: it still holds the storage of threads running at
