@@ -82,12 +82,10 @@ const char zuString::kEmptyText[1] = {'\0'};
 
 zuString::zuString() : lengthScope_(eDefault), chars_(nullptr) {}
 
-zuString::zuString(const zuString& other) : lengthScope_(eDefault), chars_(nullptr) {
-  if (other.IsGlobal()) {
-    *this = other;
-  } else {
-    ShareFrom(other);
-  }
+void zuString::CopyGlobal(const zuString& other) {
+  lengthScope_ = eDefault;
+  chars_ = nullptr;
+  *this = other;
 }
 
 zuString::zuString(const zuString& other, unsigned int length)
@@ -126,8 +124,8 @@ zuString::zuString(const char16_t* utf16) : lengthScope_(eDefault), chars_(nullp
   *this = utf16;
 }
 
-zuString::~zuString() {
-  ReleaseData();
+void zuString::FreeOrdinaryBlock(char* chars) {
+  zu::internal::releaseStringBlock(blockOf(chars));
 }
 
 // --- Sharing and blocks --------------------------------------------------------
@@ -402,6 +400,20 @@ void zuString::Append(const char* text, unsigned int length) {
   if (length == 0 || AppendInPlace(text, length)) return;
   const unsigned int oldLength = Length();
   if (length > kMaxLength - oldLength) throw zuExMemory();
+  if (ScopeType() == eOrdinary && chars_ != nullptr && BlockCount(chars_) == 1 &&
+      (text < chars_ || text > chars_ + oldLength)) {
+    // The string's own block is too small: move into a bigger one.
+    const unsigned int newLength = oldLength + length;
+    zuStringData* block = zu::internal::allocateStringBlock(newLength, 0);
+    char* chars = block->chars();
+    std::memcpy(chars, chars_, oldLength);
+    std::memcpy(chars + oldLength, text, length);
+    chars[newLength] = '\0';
+    zu::internal::releaseStringBlock(blockOf(chars_));
+    chars_ = chars;
+    SetLengthBits(newLength);
+    return;
+  }
   // Appending the string's own text: keep the old block alive while growing.
   zuString keepAlive;
   if (OwnsBlock() && text >= chars_ && text <= chars_ + oldLength) keepAlive = *this;

@@ -63,7 +63,15 @@ class ZU_EXPORT zuString {
   // A null string.
   zuString();
   // Shares `other`'s block (a global source is copied by assignment).
-  zuString(const zuString& other);
+  // Inline: sharing an ordinary block is one count increment.
+  zuString(const zuString& other) : lengthScope_(other.lengthScope_), chars_(other.chars_) {
+    const uint32_t scope = lengthScope_ & 3u;
+    if (scope == eOrdinary) {
+      if (chars_ != nullptr) ++BlockCount(chars_);
+    } else if (scope == eGlobal) {
+      CopyGlobal(other);
+    }
+  }
   // A private copy of the first `length` bytes of `other` (clamped), in a
   // block of the source's owner thread.
   zuString(const zuString& other, unsigned int length);
@@ -98,7 +106,14 @@ class ZU_EXPORT zuString {
            unsigned int threadId = 0);
 
   // Releases the block.
-  ~zuString();
+  ~zuString() {
+    const uint32_t scope = lengthScope_ & 3u;
+    if (scope == eOrdinary) {
+      if (chars_ != nullptr && --BlockCount(chars_) == 0) FreeOrdinaryBlock(chars_);
+    } else if (scope == eGlobal) {
+      ReleaseData();
+    }
+  }
 
   // --- Assignment and appending ---------------------------------------------
 
@@ -415,6 +430,11 @@ class ZU_EXPORT zuString {
     chars[oldLength + length] = '\0';
     return true;
   }
+  // The reference count of the block holding `chars`: the 32-bit word
+  // right before the characters.
+  static uint32_t& BlockCount(char* chars) { return reinterpret_cast<uint32_t*>(chars)[-1]; }
+  static void FreeOrdinaryBlock(char* chars);
+  void CopyGlobal(const zuString& other);
   zuString& AppendByte(char byte);
   int OwnsBlock() const;
   int IsPrivateBlock() const;

@@ -32,9 +32,13 @@ void* zuMemoryCacheList::TakeFromAnotherPool() {
     throw zuExMemory();
   }
   zuMemoryCache* pool = zuMemoryCache::Create(blockSize_, poolBlockCount_, this, manager_);
-  pool->SetListIndex(pools_.size());
   pools_.push_back(pool);
-  MoveToFront(pools_.size() - 1);
+  if (pools_.size() == 1) {
+    front_ = pool;
+  } else {
+    pool->SetListIndex(pools_.size() - 1);
+    MoveToFront(pools_.size() - 1);
+  }
   return pool->Take();
 }
 
