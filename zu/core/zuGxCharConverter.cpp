@@ -210,7 +210,8 @@ unsigned int zuGxCharConverter::ConvertICU(char* out, unsigned int outBytes,
     if (const zu::internal::zuDecodeTable* table = cache.decodeTable(from.CodePageNum())) {
       unsigned int written = 0;
       if (table->toUTF8(in, inBytes, out, std::min(outBytes, kIcuMaxBytes), written)) {
-        return Terminate(out, outBytes, written);
+        if (outBytes > written) out[written] = '\0';  // UTF-8 ends with one NUL
+        return written;
       }
     }
   }

@@ -52,13 +52,13 @@ const bool* zuConverterCache::leadBytes(int codePage) {
 }
 
 const zuDecodeTable* zuConverterCache::decodeTable(int codePage) {
-  Entry* entry = find(codePage);
-  if (entry == nullptr) return nullptr;
-  if (!entry->decodeTableKnown) {
-    entry->decodeTable = decodeTableFor(codePage);
-    entry->decodeTableKnown = true;
+  for (const DecodeTableMemo& memo : decodeTables_) {
+    if (memo.codePage == codePage && codePage != 0) return memo.table;
   }
-  return entry->decodeTable;
+  const zuDecodeTable* table = decodeTableFor(codePage);
+  decodeTables_[nextDecodeTable_] = DecodeTableMemo{codePage, table};
+  nextDecodeTable_ = (nextDecodeTable_ + 1) % kDecodeTableMemos;
+  return table;
 }
 
 unsigned int* zuConverterCache::codePoints(unsigned int count) {
@@ -78,8 +78,10 @@ zuConverterCache::Entry* zuConverterCache::find(int codePage) {
   for (unsigned int i = 0; i < size_; ++i) {
     if (entries_[i].codePage != codePage) continue;
     if (i != 0) {
+      // At most a few entries move down one place: a plain loop beats a
+      // call to memmove.
       const Entry found = entries_[i];
-      std::memmove(static_cast<void*>(entries_ + 1), entries_, i * sizeof(Entry));
+      for (unsigned int j = i; j != 0; --j) entries_[j] = entries_[j - 1];
       entries_[0] = found;
     }
     return &entries_[0];
@@ -108,7 +110,7 @@ zuConverterCache::Entry* zuConverterCache::open(int codePage) {
     ++size_;
   }
   std::rotate(entries_, entries_ + size_ - 1, entries_ + size_);
-  entries_[0] = Entry{codePage, opened, table, false, false, nullptr};
+  entries_[0] = Entry{codePage, opened, table, false};
   return &entries_[0];
 }
 

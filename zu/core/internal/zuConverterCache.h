@@ -38,7 +38,9 @@ class zuConverterCache : public zuThreadStorage {
   const bool* leadBytes(int codePage);
 
   // The process-wide decoding table of `codePage` (see zuDecodeTable), null
-  // for encodings that have none; looked up once per open entry.
+  // for encodings that have none. The answers for the last few code pages
+  // are remembered apart from the converters, so that a text decoded by
+  // table neither reorders nor opens converters it does not use.
   const zuDecodeTable* decodeTable(int codePage);
 
   // Room for `count` code points; the buffer stays valid until the next
@@ -57,9 +59,12 @@ class zuConverterCache : public zuThreadStorage {
     UConverter* converter = nullptr;
     unsigned int table = 0;  // index into leadByteTables_
     bool leadBytesKnown = false;
-    bool decodeTableKnown = false;
-    const zuDecodeTable* decodeTable = nullptr;
   };
+  struct DecodeTableMemo {
+    int codePage = 0;  // 0: empty
+    const zuDecodeTable* table = nullptr;
+  };
+  static constexpr unsigned int kDecodeTableMemos = 4;
 
   Entry* find(int codePage);
   Entry* open(int codePage);
@@ -67,6 +72,8 @@ class zuConverterCache : public zuThreadStorage {
   Entry entries_[kCapacity];
   bool leadByteTables_[kCapacity][256] = {};
   unsigned int size_ = 0;
+  DecodeTableMemo decodeTables_[kDecodeTableMemos];
+  unsigned int nextDecodeTable_ = 0;  // the memo replaced next
   unsigned int* codePoints_ = nullptr;
   uint64_t codePointBytes_ = 0;
 };

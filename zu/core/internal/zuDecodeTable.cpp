@@ -3,6 +3,11 @@
 #include <unicode/ucnv.h>
 #include <unicode/ucnv_err.h>
 
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <cstring>
+#include <iterator>
 #include <memory>
 #include <mutex>
 #include <vector>
@@ -16,9 +21,9 @@ namespace {
 // Outcome of decoding a short byte sequence on its own.
 struct Probe {
   UErrorCode status;
-  int units;         // UTF-16 units produced
-  char16_t unit;     // the first of them
-  int consumed;      // bytes read
+  int units;      // UTF-16 units produced
+  char16_t unit;  // the first of them
+  int consumed;   // bytes read
 };
 
 Probe probe(UConverter* converter, const char* bytes, int length) {
@@ -35,12 +40,12 @@ Probe probe(UConverter* converter, const char* bytes, int length) {
 // A clean answer: one BMP character, not a surrogate and not one of the marks.
 bool isClean(const Probe& result, int length) {
   return U_SUCCESS(result.status) && result.units == 1 && result.consumed == length &&
-         (result.unit < 0xD800 || result.unit > 0xDFFF) && result.unit < zuDecodeTable::kAskIcu;
+         (result.unit < 0xD800 || result.unit > 0xDFFF) && result.unit < 0xFFFE;
 }
 
 struct OwnedTable {
   zuDecodeTable table;
-  std::vector<char16_t> pairs;  // 256 entries per lead byte
+  std::vector<uint32_t> pairs;  // 256 entries per lead byte
 };
 
 std::unique_ptr<OwnedTable> build(int codePage) {
@@ -59,8 +64,7 @@ std::unique_ptr<OwnedTable> build(int codePage) {
     return nullptr;
   }
   // Every problem stops the conversion, so that a probe sees it.
-  ucnv_setToUCallBack(converter.get(), UCNV_TO_U_CALLBACK_STOP, nullptr, nullptr, nullptr,
-                      &status);
+  ucnv_setToUCallBack(converter.get(), UCNV_TO_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &status);
   if (U_FAILURE(status)) return nullptr;
 
   auto owned = std::make_unique<OwnedTable>();
@@ -69,7 +73,7 @@ std::unique_ptr<OwnedTable> build(int codePage) {
     const char one = static_cast<char>(byte);
     const Probe result = probe(converter.get(), &one, 1);
     if (isClean(result, 1)) {
-      owned->table.single_[byte] = result.unit;
+      owned->table.single_[byte] = zuDecodeTable::encode(result.unit);
     } else if (result.status == U_TRUNCATED_CHAR_FOUND) {
       owned->table.single_[byte] = zuDecodeTable::kLead;
       leads.push_back(byte);
@@ -79,11 +83,11 @@ std::unique_ptr<OwnedTable> build(int codePage) {
   }
   owned->pairs.resize(leads.size() * 256);
   for (size_t i = 0; i < leads.size(); ++i) {
-    char16_t* row = owned->pairs.data() + i * 256;
+    uint32_t* row = owned->pairs.data() + i * 256;
     for (int trail = 0; trail < 256; ++trail) {
       const char pair[2] = {static_cast<char>(leads[i]), static_cast<char>(trail)};
       const Probe result = probe(converter.get(), pair, 2);
-      row[trail] = isClean(result, 2) ? result.unit : zuDecodeTable::kAskIcu;
+      row[trail] = isClean(result, 2) ? zuDecodeTable::encode(result.unit) : zuDecodeTable::kAskIcu;
     }
     owned->table.pairs_[leads[i]] = row;
   }
@@ -102,34 +106,46 @@ Registry& registry() {
 
 }  // namespace
 
-bool zuDecodeTable::toUTF8(const char* in, unsigned int inBytes, char* out,
-                           unsigned int outBytes, unsigned int& written) const {
+static_assert(std::endian::native == std::endian::little,
+              "toUTF8 stores an entry's UTF-8 bytes as one little-endian word");
+
+uint32_t zuDecodeTable::encode(char16_t unit) {
+  if (unit < 0x80) return 1u << 24 | unit;
+  if (unit < 0x800) return 2u << 24 | (0x80u | (unit & 0x3Fu)) << 8 | (0xC0u | unit >> 6);
+  return 3u << 24 | (0x80u | (unit & 0x3Fu)) << 16 | (0x80u | (unit >> 6 & 0x3Fu)) << 8 |
+         (0xE0u | unit >> 12);
+}
+
+bool zuDecodeTable::toUTF8(const char* in, unsigned int inBytes, char* out, unsigned int outBytes,
+                           unsigned int& written) const {
   const auto* bytes = reinterpret_cast<const unsigned char*>(in);
   const unsigned char* const end = bytes + inBytes;
   auto* cursor = reinterpret_cast<unsigned char*>(out);
   const unsigned char* const limit = cursor + outBytes;
   while (bytes < end) {
-    char16_t unit = single_[*bytes];
-    if (unit == kLead) {
-      if (end - bytes < 2) return false;
-      unit = pairs_[bytes[0]][bytes[1]];
+    uint32_t entry = single_[*bytes];
+    if (entry >= kAskIcu) {
+      if (entry != kLead || end - bytes < 2) return false;
+      entry = pairs_[bytes[0]][bytes[1]];
+      if (entry >= kAskIcu) return false;
       bytes += 2;
     } else {
       ++bytes;
     }
-    if (unit < 0x80) {
-      if (cursor == limit) return false;
-      *cursor++ = static_cast<unsigned char>(unit);
-    } else if (unit < 0x800) {
-      if (limit - cursor < 2) return false;
-      *cursor++ = static_cast<unsigned char>(0xC0 | unit >> 6);
-      *cursor++ = static_cast<unsigned char>(0x80 | (unit & 0x3F));
+    const unsigned int length = entry >> 24;
+    if (limit - cursor >= 4) {
+      // All four bytes go out at once; those past the character's are
+      // overwritten by the next one or lie beyond the written text.
+      const uint32_t utf8 = entry & 0xFFFFFFu;
+      std::memcpy(cursor, &utf8, 4);
+    } else if (limit - cursor >= length) {
+      for (unsigned int i = 0; i < length; ++i) {
+        cursor[i] = static_cast<unsigned char>(entry >> 8 * i);
+      }
     } else {
-      if (unit == kAskIcu || limit - cursor < 3) return false;
-      *cursor++ = static_cast<unsigned char>(0xE0 | unit >> 12);
-      *cursor++ = static_cast<unsigned char>(0x80 | (unit >> 6 & 0x3F));
-      *cursor++ = static_cast<unsigned char>(0x80 | (unit & 0x3F));
+      return false;
     }
+    cursor += length;
   }
   written = static_cast<unsigned int>(cursor - reinterpret_cast<unsigned char*>(out));
   return true;

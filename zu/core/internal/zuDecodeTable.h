@@ -18,6 +18,8 @@
 // Tables are immutable once built and shared by every thread.
 #pragma once
 
+#include <cstdint>
+
 namespace zu::internal {
 
 class zuDecodeTable {
@@ -28,13 +30,16 @@ class zuDecodeTable {
   bool toUTF8(const char* in, unsigned int inBytes, char* out, unsigned int outBytes,
               unsigned int& written) const;
 
-  // Marks in `single_` and `pairs_`.
-  static constexpr char16_t kLead = 0xFFFF;  // starts a two-byte character
-  static constexpr char16_t kAskIcu = 0xFFFE;
+  // An entry holds the character's UTF-8 bytes in its low three bytes
+  // (first byte lowest) and their count in its top byte; or one of two marks.
+  static constexpr uint32_t kLead = 0xFF000000u;    // starts a two-byte character
+  static constexpr uint32_t kAskIcu = 0xFE000000u;  // only ICU decides
+  // The entry of a BMP character that is not a surrogate.
+  static uint32_t encode(char16_t unit);
 
-  char16_t single_[256];
-  // Per lead byte, the character of each trail byte; null for other bytes.
-  const char16_t* pairs_[256] = {};
+  uint32_t single_[256];
+  // Per lead byte, the entry of each trail byte; null for other bytes.
+  const uint32_t* pairs_[256] = {};
 };
 
 // The table of `codePage`, built on first use; null when the encoding is not
