@@ -5,14 +5,10 @@
 
 namespace zu::internal {
 
-namespace {
-// Initial-exec: the id is read at a fixed offset from the thread pointer
-// instead of through the dynamic loader's lookup on every call.
-[[gnu::tls_model("initial-exec")]] thread_local unsigned int tThreadId = 0;
-}  // namespace
+[[gnu::tls_model("initial-exec")]] thread_local constinit unsigned int tThreadId = 0;
 
-unsigned int currentThreadId() {
-  if (tThreadId == 0) tThreadId = static_cast<unsigned int>(::syscall(SYS_gettid));
+unsigned int fetchCurrentThreadId() {
+  tThreadId = static_cast<unsigned int>(::syscall(SYS_gettid));
   return tThreadId;
 }
 
