@@ -81,6 +81,7 @@ TEST(zuAtomTableTest, HashTakesBytesAsSigned) {
       {"ab", 97 * 127 + 98},           {"\xFF", 0xFFFFFFFFu},  // -1
       {"\xE6\x97\xA5\xE6\x9C\xAC", 0}, {"\x01\x81", 1},        // 127 - 127 = 0, which becomes 1
       {std::string(40, '\xF0'), 0},                            // wraps many times
+      {"subform.border", 0},           {"caption7.font\xC3\xA9", 0},  // 14 and 15 bytes
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.text);
