@@ -142,7 +142,7 @@ zuMemoryCacheList* zuCacheManager::FindOrAddList(unsigned int size, unsigned lon
                                          });
   if (position != lists_.end() && (*position)->BlockSize() <= maxSize) return *position;
 
-  const std::size_t blocksPerPool = (poolBudget_ + size - 1) / size;
+  const std::size_t blocksPerPool = poolBudget_ / size + (poolBudget_ % size != 0 ? 1 : 0);
   const std::ptrdiff_t index = position - lists_.begin();
   reserveOneMore(lists_);
   zuMemoryCacheList* list = nullptr;

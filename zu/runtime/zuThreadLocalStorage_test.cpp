@@ -47,6 +47,9 @@ TEST(zuThreadLocalStorageTest, FirstQueryRegistersAndSetNeedsAnEntry) {
   Tls::setThreadStorage(Tls::eAtomTable, atoms, self);
   EXPECT_EQ(Tls::getThreadStorage(Tls::eAtomTable, 0), atoms);
   EXPECT_EQ(Tls::getThreadStorage(Tls::eCacheManager), nullptr);
+  // The holder counts into this frame: it must not outlive the test.
+  Tls::resetThreadStorage(0u);
+  EXPECT_EQ(destroyed, 1);
 }
 
 TEST(zuThreadLocalStorageTest, ResetDestroysSlotObjects) {
