@@ -133,9 +133,8 @@ class ZU_EXPORT zuString {
   zuString& operator+=(const zuString& other);
   // Inline while the string owns its ordinary block alone and has room.
   zuString& operator+=(const char* text) {
-    if (text != nullptr) {
-      const std::size_t length = std::strlen(text);
-      if (!AppendInPlace(text, length)) Append(text, static_cast<unsigned int>(length));
+    if (text != nullptr && !CopyInPlace(text)) {
+      Append(text, static_cast<unsigned int>(std::strlen(text)));
     }
     return *this;
   }
@@ -435,6 +434,31 @@ class ZU_EXPORT zuString {
   static uint32_t& BlockCount(char* chars) { return reinterpret_cast<uint32_t*>(chars)[-1]; }
   static void FreeOrdinaryBlock(char* chars);
   void CopyGlobal(const zuString& other);
+  // Copies the NUL-terminated `text` after the characters, in one pass that
+  // also finds its end, when AppendInPlace's conditions hold and the block
+  // has room for all of it; false, the string unchanged, otherwise. Short
+  // appends so make no call to measure the text first.
+  bool CopyInPlace(const char* text) {
+    char* const chars = chars_;
+    const uint32_t lengthScope = lengthScope_;
+    if ((lengthScope & 3u) != eOrdinary || chars == nullptr) return false;
+    const uint32_t* header = reinterpret_cast<const uint32_t*>(chars);
+    const std::size_t oldLength = lengthScope >> 2;
+    if (header[-1] != 1 || (text >= chars && text <= chars + oldLength)) return false;
+    // The block has room for `room` more characters and the NUL after them.
+    const std::size_t room = header[-2] - oldLength;
+    char* const end = chars + oldLength;
+    for (std::size_t i = 0; i <= room; ++i) {
+      const char byte = text[i];
+      end[i] = byte;
+      if (byte == '\0') {
+        lengthScope_ = lengthScope + static_cast<uint32_t>(i << 2);
+        return true;
+      }
+    }
+    end[0] = '\0';
+    return false;
+  }
   zuString& AppendByte(char byte);
   int OwnsBlock() const;
   int IsPrivateBlock() const;

@@ -104,6 +104,30 @@ TEST(zuStringTest, BlockCapacityDoublesFromEight) {
   EXPECT_EQ(static_cast<const char*>(text), before);  // sole owner with room: no move
 }
 
+// A 10-byte string has a 16-byte block: appends that end exactly at its
+// capacity, one past it, or come from the string itself.
+TEST(zuStringTest, AppendsAtTheBlockEdge) {
+  const struct {
+    const char* tail;
+    unsigned int capacity;
+  } cases[] = {{"", 16}, {"abcde", 16}, {"abcdef", 16}, {"abcdefg", 32}, {"abcdefghijklmnopq", 32}};
+  for (const auto& c : cases) {
+    zuString text("0123456789");
+    text += c.tail;
+    EXPECT_EQ(bytes(text), std::string("0123456789") + c.tail);
+    EXPECT_EQ(text.Length(), 10u + std::strlen(c.tail));
+    EXPECT_EQ(text.AllocSize(), c.capacity) << c.tail;
+  }
+  zuString shared("0123456789");
+  const zuString copy(shared);
+  shared += "ab";
+  EXPECT_EQ(bytes(copy), "0123456789");
+  EXPECT_EQ(bytes(shared), "0123456789ab");
+  zuString self("0123456789");
+  self += static_cast<const char*>(self) + 4;  // its own bytes, with room to spare
+  EXPECT_EQ(bytes(self), "0123456789456789");
+}
+
 TEST(zuStringTest, PositionsAreClamped) {
   const zuString text("abcdef");
   EXPECT_EQ(text[6], '\0');
