@@ -110,17 +110,36 @@ zuCacheManager* zuCacheManager::CreateForThread(unsigned int threadId) {
 
 void* zuCacheManager::allocMemory(unsigned int size) {
   if (gCaching.load(std::memory_order_relaxed) == 0) return heapAlloc(size);
-  zuMemoryCacheList* list = size < kDirectSizes ? direct_[size] : nullptr;
-  if (list == nullptr) list = ChooseList(size, 2ull * size);
-  return list->Take();
+  if (size < kDirectSizes) {
+    if (zuMemoryCache* pool = directFront_[size]) {
+      if (void* block = pool->Take()) return block;
+    }
+  }
+  return TakeFromList(size, 2ull * size);
 }
 
 void* zuCacheManager::allocMemoryMin(unsigned int& size, unsigned int maxSize) {
   if (gCaching.load(std::memory_order_relaxed) == 0) return heapAlloc(size);
+  if (size < kDirectSizes) {
+    if (zuMemoryCache* pool = directFront_[size]) {
+      if (void* block = pool->Take()) {
+        size = static_cast<unsigned int>(pool->BlockSize());
+        return block;
+      }
+    }
+  }
+  const unsigned int requested = size;
+  void* block = TakeFromList(requested, maxSize != 0 ? maxSize : 2ull * requested);
+  size = static_cast<unsigned int>(zuMemoryCache::FromBlock(block)->BlockSize());
+  return block;
+}
+
+void* zuCacheManager::TakeFromList(unsigned int size, unsigned long long maxSize) {
   zuMemoryCacheList* list = size < kDirectSizes ? direct_[size] : nullptr;
-  if (list == nullptr) list = ChooseList(size, maxSize != 0 ? maxSize : 2ull * size);
-  size = static_cast<unsigned int>(list->BlockSize());
-  return list->Take();
+  if (list == nullptr) list = ChooseList(size, maxSize);
+  void* block = list->Take();
+  if (size < kDirectSizes) directFront_[size] = list->Front();
+  return block;
 }
 
 zuMemoryCacheList* zuCacheManager::ChooseList(unsigned int size, unsigned long long maxSize) {
@@ -176,6 +195,7 @@ void zuCacheManager::ReleasePool(zuMemoryCache* pool) {
     return;
   }
   zuCacheManager* manager = pool->Manager();
+  manager->ForgetPool(list, pool);
   if (list->Release(pool)) manager->RemoveList(list);
 }
 
@@ -197,6 +217,13 @@ bool zuCacheManager::KeepSpareArea(void* area, std::size_t bytes) {
     }
   }
   return false;
+}
+
+void zuCacheManager::ForgetPool(const zuMemoryCacheList* list, const zuMemoryCache* pool) {
+  const std::size_t last = std::min<std::size_t>(list->BlockSize(), kDirectSizes - 1);
+  for (std::size_t size = list->LowestDirectSize(); size <= last; ++size) {
+    if (directFront_[size] == pool) directFront_[size] = nullptr;
+  }
 }
 
 void zuCacheManager::RemoveList(zuMemoryCacheList* list) {

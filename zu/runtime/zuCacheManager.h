@@ -117,7 +117,10 @@ class ZU_EXPORT zuCacheManager : public zuThreadStorage {
   explicit zuCacheManager(GlobalTag);
   static zuCacheManager& GlobalManager();
   static zuCacheManager* CreateForThread(unsigned int threadId);
+  void* TakeFromList(unsigned int size, unsigned long long maxSize);
   zuMemoryCacheList* ChooseList(unsigned int size, unsigned long long maxSize);
+  // Clears the shortcuts to `pool`, which `list` is about to destroy.
+  void ForgetPool(const zuMemoryCacheList* list, const zuMemoryCache* pool);
   zuMemoryCacheList* FindOrAddList(unsigned int size, unsigned long long maxSize);
   static void ReleasePool(zuMemoryCache* pool);
   void RemoveList(zuMemoryCacheList* list);
@@ -125,6 +128,10 @@ class ZU_EXPORT zuCacheManager : public zuThreadStorage {
 
   std::vector<zuMemoryCacheList*> lists_;  // sorted by block size
   zuMemoryCacheList* direct_[kDirectSizes] = {};
+  // Per requested size below kDirectSizes, a pool of the list direct_ names
+  // (its front when last set), so that the common allocation skips the list.
+  // Cleared before such a pool is destroyed.
+  zuMemoryCache* directFront_[kDirectSizes] = {};
   unsigned int poolBudget_;
   unsigned int threadId_;
   std::vector<ArenaInfo*> arenas_;      // searched, newest last

@@ -51,6 +51,8 @@ class ZU_EXPORT zuMemoryCacheList {
   bool Release(zuMemoryCache* pool);
 
   std::size_t BlockSize() const { return blockSize_; }
+  // The front pool; null while the list has none.
+  zuMemoryCache* Front() const { return front_; }
   std::size_t PoolBlockCount() const { return poolBlockCount_; }
   std::size_t PoolCount() const { return pools_.size(); }
   // The pool at `index` (0: the front); index < PoolCount().
