@@ -71,6 +71,32 @@ TEST(zuCacheManagerTest, ChoosesListWithinSizeAndTwiceSize) {
   EXPECT_EQ(reinterpret_cast<std::uintptr_t>(block) % zuMemoryCache::kAlignment, 0u);
 }
 
+// Sizes 200 and 150 share the list of 200-byte blocks (250 per pool). Size
+// 150 last saw the first pool; 200 fills it and moves on to a second. When
+// the first pool is released, size 150 must not be served from it.
+TEST(zuCacheManagerTest, SizesSharingAListFollowItsPools) {
+  zuCacheManager cache(10, 50000);
+  std::vector<void*> first(250);
+  first[0] = cache.allocMemory(200);
+  void* shared = cache.allocMemory(150);
+  for (std::size_t index = 1; index < first.size() - 1; ++index)
+    first[index] = cache.allocMemory(200);
+  ASSERT_EQ(cache.ListCount(), 1u);
+  void* second = cache.allocMemory(200);  // the first pool is full
+  ASSERT_EQ(cache.List(0)->PoolCount(), 2u);
+  EXPECT_NE(zuMemoryCache::FromBlock(second), zuMemoryCache::FromBlock(shared));
+
+  zuCacheManager::freeMemory(shared);
+  for (std::size_t index = 0; index < first.size() - 1; ++index)
+    zuCacheManager::freeMemory(first[index]);
+  ASSERT_EQ(cache.List(0)->PoolCount(), 1u);  // the first pool is gone
+  void* again = cache.allocMemory(150);
+  EXPECT_EQ(zuMemoryCache::FromBlock(again), zuMemoryCache::FromBlock(second));
+  zuCacheManager::freeMemory(again);
+  zuCacheManager::freeMemory(second);
+  EXPECT_EQ(cache.ListCount(), 0u);
+}
+
 TEST(zuCacheManagerTest, PoolsFillInAddressOrderAndReleaseWhenWhollyFree) {
   zuCacheManager cache(10, 50000);
   const unsigned int size = 1000;  // 50 blocks per pool
