@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "zu/core/zuException.h"
+#include "zu/runtime/internal/zuCacheSlotGeneration.h"
 #include "zu/runtime/internal/zuThreadId.h"
 
 namespace {
@@ -18,10 +19,12 @@ constexpr unsigned int kArenaStep = 8;
 std::atomic<int> gCaching{1};
 std::atomic<std::size_t> gManagers{0};
 
-// The calling thread's manager, found without searching the thread table.
+// The calling thread's manager, found without searching the thread table,
+// and the slot generation it was found under (see zuCacheSlotGeneration.h).
 // The manager clears it when it dies on its own thread. Initial-exec keeps
 // the lookup to one load relative to the thread pointer.
 [[gnu::tls_model("initial-exec")]] thread_local zuCacheManager* tCallingThreadManager = nullptr;
+[[gnu::tls_model("initial-exec")]] thread_local uint64_t tCallingThreadGeneration = 0;
 
 void* heapAlloc(unsigned int size) {
   void* block = std::malloc(size == 0 ? 1 : size);
@@ -91,12 +94,21 @@ zuCacheManager::~zuCacheManager() {
 
 zuCacheManager* zuCacheManager::getCacheManager(unsigned int threadId) {
   if (gCaching.load(std::memory_order_relaxed) == 0) return &GlobalManager();
+  const uint64_t generation = zu::internal::gCacheSlotGeneration.load(std::memory_order_acquire);
   zuCacheManager* calling = tCallingThreadManager;
-  if (calling != nullptr && (threadId == 0 || threadId == calling->threadId_)) return calling;
+  if (calling != nullptr && tCallingThreadGeneration == generation &&
+      (threadId == 0 || threadId == calling->threadId_)) {
+    return calling;
+  }
   auto* stored = static_cast<zuCacheManager*>(
       zuThreadLocalStorage::getThreadStorage(zuThreadLocalStorage::eCacheManager, threadId));
   zuCacheManager* manager = stored != nullptr ? stored : CreateForThread(threadId);
-  if (manager->threadId_ == zu::internal::currentThreadId()) tCallingThreadManager = manager;
+  if (manager->threadId_ == zu::internal::currentThreadId()) {
+    tCallingThreadManager = manager;
+    // The generation read before the lookup: a change since then is seen
+    // at the next call.
+    tCallingThreadGeneration = generation;
+  }
   return manager;
 }
 

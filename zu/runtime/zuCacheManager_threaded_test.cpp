@@ -10,6 +10,7 @@
 #include "zu/core/zuString.h"
 #include "zu/runtime/internal/zuThreadId.h"
 #include "zu/runtime/zuCacheManager.h"
+#include "zu/runtime/zuThreadLocalStorage.h"
 
 namespace {
 
@@ -89,6 +90,32 @@ TEST(zuCacheManagerThreadedTest, ThreadsUseTheirOwnCachesAndReleaseThemAtExit) {
   EXPECT_EQ(failures.load(), 0);
   EXPECT_EQ(std::set<const zuCacheManager*>(managers.begin(), managers.end()).size(),
             static_cast<std::size_t>(kThreads));
+  EXPECT_EQ(zuCacheManager::ManagerCount(), managersBefore);
+}
+
+// Another thread destroys a waiting thread's manager; the waiting thread
+// must then get a new one instead of the one it remembered.
+TEST(zuCacheManagerThreadedTest, ManagerResetByAnotherThreadIsNotReused) {
+  const std::size_t managersBefore = zuCacheManager::ManagerCount();
+  std::latch ready(2);
+  std::latch reset(2);
+  unsigned int workerId = 0;
+  unsigned int afterOwner = 0;
+  int mistakes = 0;
+  std::thread worker([&] {
+    workerId = zu::internal::currentThreadId();
+    zuCacheManager_free(zuCacheManager_alloc(40));
+    ready.arrive_and_wait();
+    reset.arrive_and_wait();
+    mistakes = churnBlocks(0);
+    afterOwner = zuCacheManager::getCacheManager(0)->getThreadId();
+  });
+  ready.arrive_and_wait();
+  zuThreadLocalStorage::resetThreadStorage(zuThreadLocalStorage::eCacheManager, workerId);
+  reset.arrive_and_wait();
+  worker.join();
+  EXPECT_EQ(mistakes, 0);
+  EXPECT_EQ(afterOwner, workerId);
   EXPECT_EQ(zuCacheManager::ManagerCount(), managersBefore);
 }
 

@@ -1,6 +1,7 @@
 #include "zu/runtime/zuThreadLocalStorage.h"
 
 #include "zu/core/zuException.h"
+#include "zu/runtime/internal/zuCacheSlotGeneration.h"
 #include "zu/runtime/internal/zuThreadExitHook.h"
 #include "zu/runtime/internal/zuThreadId.h"
 #include "zu/runtime/internal/zuThreadTable.h"
@@ -29,6 +30,7 @@ void destroySlot(zuThreadLocalStorage& storage, zuThreadLocalStorage::eCacheType
   if (object == nullptr) return;
   // Cleared first, so a lookup from inside the destructor never sees it.
   storage.Slot(slot, nullptr);
+  if (slot == zuThreadLocalStorage::eCacheManager) zu::internal::noteCacheSlotChange();
   delete object;
 }
 
@@ -61,7 +63,9 @@ zuThreadLocalStorage::~zuThreadLocalStorage() {
   if (destroySlots_ != 0) destroySlotObjects(*this);
 }
 
-unsigned int zuThreadLocalStorage::getThreadId() { return zu::internal::currentThreadId(); }
+unsigned int zuThreadLocalStorage::getThreadId() {
+  return zu::internal::currentThreadId();
+}
 
 zuThreadStorage* zuThreadLocalStorage::getThreadStorage(eCacheType slot, unsigned int threadId) {
   checkSlot(slot);
@@ -84,7 +88,9 @@ void zuThreadLocalStorage::setThreadStorage(eCacheType slot, zuThreadStorage* va
                                             unsigned int threadId) {
   checkSlot(slot);
   zuThreadLocalStorage* storage = ThreadTable::instance().find(resolve(threadId));
-  if (storage != nullptr) storage->Slot(slot, value);
+  if (storage == nullptr) return;
+  if (slot == eCacheManager) zu::internal::noteCacheSlotChange();
+  storage->Slot(slot, value);
 }
 
 void zuThreadLocalStorage::resetThreadStorage(eCacheType slot, unsigned int threadId) {
