@@ -1,9 +1,7 @@
 // zuPicture: the object form and the walk over a clause's alternatives.
 #include "zu/picture/zuPicture.h"
 
-#include "zu/picture/internal/zuPictureScan.h"
-
-using zu::internal::expandPictureStyles;
+#include "zu/picture/internal/zuPreparedPicture.h"
 
 zuPicture::zuPicture(const zuString& locale) : locale_(locale) {}
 
@@ -33,92 +31,65 @@ zuString zuPicture::format_new(const zuString& value, const zuString& picture,
 
 namespace {
 
+using zu::internal::PictureKind;
+using zu::internal::PreparedAlternative;
+
 // Formats a value that is neither null nor empty through one alternative,
-// trying the categories in their fixed order.
-int formatAlternative(const zuString& value, const zuString& alternative, const zuString& locale,
-                      int flags, bool dayShift, zuString& out) {
-  zuString datePicture;
-  zuString timePicture;
-  if (zuPicture::isNumericPicture(alternative)) {
-    return zuPicture::formatNumeric(value, alternative, locale, out, flags);
-  }
-  if (zuPicture::isNullPicture(alternative)) {
-    return zuPicture::formatNull(value, alternative, locale, out);
-  }
-  if (zuPicture::isZeroPicture(alternative)) {
-    return zuPicture::formatZero(value, alternative, locale, out);
-  }
-  if (zuPicture::isDateTimePicture(alternative, datePicture, timePicture)) {
-    return dayShift ? zuPicture::formatDateTime_new(value, alternative, datePicture, timePicture,
-                                                    locale, out, 1)
-                    : zuPicture::formatDateTime(value, alternative, datePicture, timePicture,
-                                                locale, out, 1);
-  }
-  if (zuPicture::isDatePicture(alternative)) {
-    return zuPicture::formatDate(value, alternative, locale, out, 1);
-  }
-  if (zuPicture::isTimePicture(alternative)) {
-    return zuPicture::formatTime(value, alternative, locale, out, 1);
-  }
-  if (zuPicture::isTextPicture(alternative)) {
-    return zuPicture::formatText(value, alternative, locale, out);
-  }
-  if (zuPicture::isCompoundPicture(alternative)) {
-    return zuPicture::formatCompound(value, alternative, locale, out);
+// in the category the alternative was classified in.
+int formatAlternative(const zuString& value, const PreparedAlternative& prepared,
+                      const zuString& locale, int flags, bool dayShift, zuString& out) {
+  const zuString& alternative = prepared.text;
+  switch (prepared.kind) {
+    case PictureKind::kNumeric:
+      return zuPicture::formatNumeric(value, alternative, locale, out, flags);
+    case PictureKind::kNull:
+      return zuPicture::formatNull(value, alternative, locale, out);
+    case PictureKind::kZero:
+      return zuPicture::formatZero(value, alternative, locale, out);
+    case PictureKind::kDateTime:
+      return dayShift ? zuPicture::formatDateTime_new(value, alternative, prepared.datePicture,
+                                                      prepared.timePicture, locale, out, 1)
+                      : zuPicture::formatDateTime(value, alternative, prepared.datePicture,
+                                                  prepared.timePicture, locale, out, 1);
+    case PictureKind::kDate:
+      return zuPicture::formatDate(value, alternative, locale, out, 1);
+    case PictureKind::kTime:
+      return zuPicture::formatTime(value, alternative, locale, out, 1);
+    case PictureKind::kText:
+      return zuPicture::formatText(value, alternative, locale, out);
+    case PictureKind::kCompound:
+      return zuPicture::formatCompound(value, alternative, locale, out);
+    case PictureKind::kNone:
+      break;
   }
   return 0;
 }
 
-int parseAlternative(const zuString& value, const zuString& alternative, const zuString& locale,
-                     zuString& out) {
-  zuString datePicture;
-  zuString timePicture;
-  if (zuPicture::isNumericPicture(alternative)) {
-    return zuPicture::parseNumeric(value, alternative, locale, out);
-  }
-  if (zuPicture::isNullPicture(alternative)) {
-    return zuPicture::parseNull(value, alternative, locale, out);
-  }
-  if (zuPicture::isZeroPicture(alternative)) {
-    return zuPicture::parseZero(value, alternative, locale, out);
-  }
-  if (zuPicture::isDateTimePicture(alternative, datePicture, timePicture)) {
-    return zuPicture::parseDateTime(value, alternative, datePicture, timePicture, locale, out, 1);
-  }
-  if (zuPicture::isDatePicture(alternative)) {
-    return zuPicture::parseDate(value, alternative, locale, out, 1);
-  }
-  if (zuPicture::isTimePicture(alternative)) {
-    return zuPicture::parseTime(value, alternative, locale, out, 1);
-  }
-  if (zuPicture::isTextPicture(alternative)) {
-    return zuPicture::parseText(value, alternative, locale, out);
-  }
-  if (zuPicture::isCompoundPicture(alternative)) {
-    return zuPicture::parseCompound(value, alternative, locale, out);
+int parseAlternative(const zuString& value, const PreparedAlternative& prepared,
+                     const zuString& locale, zuString& out) {
+  const zuString& alternative = prepared.text;
+  switch (prepared.kind) {
+    case PictureKind::kNumeric:
+      return zuPicture::parseNumeric(value, alternative, locale, out);
+    case PictureKind::kNull:
+      return zuPicture::parseNull(value, alternative, locale, out);
+    case PictureKind::kZero:
+      return zuPicture::parseZero(value, alternative, locale, out);
+    case PictureKind::kDateTime:
+      return zuPicture::parseDateTime(value, alternative, prepared.datePicture,
+                                      prepared.timePicture, locale, out, 1);
+    case PictureKind::kDate:
+      return zuPicture::parseDate(value, alternative, locale, out, 1);
+    case PictureKind::kTime:
+      return zuPicture::parseTime(value, alternative, locale, out, 1);
+    case PictureKind::kText:
+      return zuPicture::parseText(value, alternative, locale, out);
+    case PictureKind::kCompound:
+      return zuPicture::parseCompound(value, alternative, locale, out);
+    case PictureKind::kNone:
+      break;
   }
   return 0;
-}
-
-// The alternatives as the categories see them: escapes read, styles
-// replaced by the locale's patterns (which may add alternatives of their
-// own). False when the picture ends inside a quoted literal.
-bool preparedAlternatives(const zuString& picture, const zuString& locale,
-                          zuStorage<zuString>& alternatives) {
-  zuStorage<zuString> written;
-  if (!zuPicture::getAlternates(picture, written)) return false;
-  alternatives.RemoveAll();
-  for (unsigned int i = 0; i < written.GetSize(); ++i) {
-    const zuString alternative = expandPictureStyles(zuPicture::interpret(written[i]), locale);
-    unsigned int bar = 0;
-    zuStorage<zuString> pieces;
-    if (alternative.CharInString('|', bar) && zuPicture::getAlternates(alternative, pieces)) {
-      for (unsigned int j = 0; j < pieces.GetSize(); ++j) alternatives.Add(pieces[j]);
-    } else {
-      alternatives.Add(alternative);
-    }
-  }
-  return true;
 }
 
 }  // namespace
@@ -126,16 +97,16 @@ bool preparedAlternatives(const zuString& picture, const zuString& locale,
 zuString zuPicture::run(const zuString& value, const zuString& picture, const zuString& locale,
                         int* status, int flags, bool dayShift) {
   if (picture.IsEmpty()) return value;
-  zuStorage<zuString> alternates;
-  if (!preparedAlternatives(picture, locale, alternates)) return zuString::EmptyString();
+  const zu::internal::PreparedPicture& prepared = zu::internal::preparedPicture(picture, locale);
+  if (!prepared.readable) return zuString::EmptyString();
   zuString out = zuString::EmptyString();
   int success = 0;
-  for (unsigned int i = 0; i < alternates.GetSize() && !success; ++i) {
-    const zuString& alternative = alternates[i];
+  for (std::size_t i = 0; i < prepared.alternatives.size() && !success; ++i) {
+    const PreparedAlternative& alternative = prepared.alternatives[i];
     if (value.IsNull()) {
-      if (isNullPicture(alternative)) success = formatNull(value, alternative, locale, out);
+      if (alternative.takesNull) success = formatNull(value, alternative.text, locale, out);
     } else if (value.IsEmpty()) {
-      if (isEmptyPicture(alternative)) {
+      if (alternative.takesEmpty) {
         out = zuString::EmptyString();
         success = 1;
       }
@@ -151,12 +122,12 @@ zuString zuPicture::parse(const zuString& value, const zuString& picture, const 
                           int* status) {
   if (picture.IsEmpty()) return value;
   if (value.IsNull()) return zuString();
-  zuStorage<zuString> alternates;
-  if (!preparedAlternatives(picture, locale, alternates)) return zuString::EmptyString();
+  const zu::internal::PreparedPicture& prepared = zu::internal::preparedPicture(picture, locale);
+  if (!prepared.readable) return zuString::EmptyString();
   zuString out = zuString::EmptyString();
   int success = 0;
-  for (unsigned int i = 0; i < alternates.GetSize() && !success; ++i) {
-    success = parseAlternative(value, alternates[i], locale, out);
+  for (std::size_t i = 0; i < prepared.alternatives.size() && !success; ++i) {
+    success = parseAlternative(value, prepared.alternatives[i], locale, out);
   }
   if (status != nullptr) *status = success;
   return out;

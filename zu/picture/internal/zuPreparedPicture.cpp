@@ -1,0 +1,95 @@
+#include "zu/picture/internal/zuPreparedPicture.h"
+
+#include <array>
+#include <cstdint>
+#include <cstring>
+
+#include "zu/picture/internal/zuPictureScan.h"
+#include "zu/picture/zuPicture.h"
+
+namespace zu::internal {
+
+namespace {
+
+constexpr std::size_t kRemembered = 64;
+
+struct Remembered {
+  zuString picture;
+  zuString locale;
+  PreparedPicture prepared;
+  bool used = false;
+};
+
+uint32_t mix(uint32_t hash, const zuString& text) {
+  const char* bytes = text;
+  for (unsigned int i = 0; i < text.Length(); ++i) {
+    hash = (hash ^ static_cast<unsigned char>(bytes[i])) * 16777619u;
+  }
+  return hash;
+}
+
+bool sameText(const zuString& left, const zuString& right) {
+  return left.Length() == right.Length() &&
+         std::memcmp(static_cast<const char*>(left), static_cast<const char*>(right),
+                     left.Length()) == 0;
+}
+
+PictureKind classify(const zuString& alternative, zuString& datePicture, zuString& timePicture) {
+  if (zuPicture::isNumericPicture(alternative)) return PictureKind::kNumeric;
+  if (zuPicture::isNullPicture(alternative)) return PictureKind::kNull;
+  if (zuPicture::isZeroPicture(alternative)) return PictureKind::kZero;
+  if (zuPicture::isDateTimePicture(alternative, datePicture, timePicture)) {
+    return PictureKind::kDateTime;
+  }
+  if (zuPicture::isDatePicture(alternative)) return PictureKind::kDate;
+  if (zuPicture::isTimePicture(alternative)) return PictureKind::kTime;
+  if (zuPicture::isTextPicture(alternative)) return PictureKind::kText;
+  if (zuPicture::isCompoundPicture(alternative)) return PictureKind::kCompound;
+  return PictureKind::kNone;
+}
+
+void addAlternative(const zuString& text, PreparedPicture& prepared) {
+  PreparedAlternative alternative;
+  alternative.text = text;
+  alternative.kind = classify(text, alternative.datePicture, alternative.timePicture);
+  alternative.takesNull = zuPicture::isNullPicture(text) != 0;
+  alternative.takesEmpty = zuPicture::isEmptyPicture(text) != 0;
+  prepared.alternatives.push_back(std::move(alternative));
+}
+
+void prepare(const zuString& picture, const zuString& locale, PreparedPicture& prepared) {
+  prepared.alternatives.clear();
+  zuStorage<zuString> written;
+  prepared.readable = zuPicture::getAlternates(picture, written) != 0;
+  if (!prepared.readable) return;
+  for (unsigned int i = 0; i < written.GetSize(); ++i) {
+    const zuString alternative = expandPictureStyles(zuPicture::interpret(written[i]), locale);
+    unsigned int bar = 0;
+    zuStorage<zuString> pieces;
+    if (alternative.CharInString('|', bar) && zuPicture::getAlternates(alternative, pieces)) {
+      for (unsigned int j = 0; j < pieces.GetSize(); ++j) addAlternative(pieces[j], prepared);
+    } else {
+      addAlternative(alternative, prepared);
+    }
+  }
+}
+
+}  // namespace
+
+const PreparedPicture& preparedPicture(const zuString& picture, const zuString& locale) {
+  thread_local std::array<Remembered, kRemembered> remembered;
+  Remembered& slot = remembered[mix(mix(2166136261u, picture), locale) % kRemembered];
+  if (slot.used && sameText(slot.picture, picture) && sameText(slot.locale, locale)) {
+    return slot.prepared;
+  }
+  // Private copies: the caller's texts may be literals over bytes that do
+  // not outlive the call, and every remembered piece is cut from these.
+  slot.used = false;
+  slot.picture = zuString(static_cast<const char*>(picture), picture.Length());
+  slot.locale = zuString(static_cast<const char*>(locale), locale.Length());
+  prepare(slot.picture, slot.locale, slot.prepared);
+  slot.used = true;
+  return slot.prepared;
+}
+
+}  // namespace zu::internal
