@@ -17,7 +17,8 @@ constexpr size_t kMaxNameLength = 64;
 struct Name {
   char text[kMaxNameLength];
   size_t length;
-  explicit Name(const char* name) : length(normaliseDataName(name != nullptr ? name : "", text, sizeof text)) {}
+  explicit Name(const char* name)
+      : length(normaliseDataName(name != nullptr ? name : "", text, sizeof text)) {}
   std::string_view view() const { return {text, length}; }
 };
 
@@ -28,7 +29,7 @@ bool isCleanText(const zuString& text) {
   constexpr unsigned int kSmallest[] = {0, 0x80, 0x800, 0x10000};
   for (unsigned int i = 0; i < length;) {
     const unsigned char lead = bytes[i];
-    const int extra = lead < 0x80                  ? 0
+    const int extra = lead < 0x80                   ? 0
                       : lead >= 0xC2 && lead < 0xE0 ? 1
                       : lead >= 0xE0 && lead < 0xF0 ? 2
                       : lead >= 0xF0 && lead < 0xF5 ? 3
@@ -73,12 +74,15 @@ int RnData::update(const zuString& locale, RnRunTimeData_s* data) {
       *const_cast<zuString*>(runTimeField(*stored, field)) = *entry;
     }
   }
+  noteRunTimeDataChange();
   return 1;
 }
 
 int RnData::release(const char* locale) {
   RnRunTimeStore* store = RnRunTimeStore::current(false);
-  return store != nullptr && store->remove(Name(locale).view()) ? 1 : 0;
+  if (store == nullptr || !store->remove(Name(locale).view())) return 0;
+  noteRunTimeDataChange();
+  return 1;
 }
 
 void RnData::reset() {
@@ -110,7 +114,8 @@ zuString RnData::findMatchingLocale(const zuString& language, const zuString& co
   Name name(joined);
   const RnRunTimeStore* store = RnRunTimeStore::current(false);
   while (name.length > 0) {
-    if (findRnDataRecord(name.text) != nullptr || (store != nullptr && store->find(name.view()) != nullptr)) {
+    if (findRnDataRecord(name.text) != nullptr ||
+        (store != nullptr && store->find(name.view()) != nullptr)) {
       return zuString(name.text, static_cast<unsigned int>(name.length));
     }
     const size_t cut = name.view().rfind('_');

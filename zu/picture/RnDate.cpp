@@ -1,12 +1,15 @@
 #include "zu/picture/RnDate.h"
 
+#include <algorithm>
 #include <ctime>
+#include <iterator>
 
 #include "zu/locale/RnData.h"
 #include "zu/picture/RnEraTables.h"
-#include "zu/picture/zuCalendarConverters.h"
 #include "zu/picture/internal/RnCivilDays.h"
+#include "zu/picture/internal/RnDateSymbols.h"
 #include "zu/picture/internal/RnDateTimeUtil.h"
+#include "zu/picture/zuCalendarConverters.h"
 
 using zu::internal::CivilDate;
 using zu::internal::civilFromDays;
@@ -31,7 +34,9 @@ constexpr uint32_t kEraYearOne = 0x5143;  // 元
 constexpr int kMaxAltEras = 8;
 
 // 1 Monday .. 7 Sunday.
-int isoWeekDay(int64_t days) { return (weekDayIndex(days) + 6) % 7 + 1; }
+int isoWeekDay(int64_t days) {
+  return (weekDayIndex(days) + 6) % 7 + 1;
+}
 
 // The Monday that starts ISO week 1 of `year`.
 int64_t isoWeekOneStart(int64_t year) {
@@ -49,7 +54,9 @@ int64_t monthWeekOneStart(int64_t year, int month) {
 }
 
 // Days from Monday of a weekday numbered Sunday 1 .. Saturday 7.
-int offsetFromMonday(int weekDay) { return (weekDay + 5) % 7; }
+int offsetFromMonday(int weekDay) {
+  return (weekDay + 5) % 7;
+}
 
 void appendCodePoint(zuString& out, uint32_t codePoint) {
   if (codePoint < 0x80) {
@@ -59,7 +66,9 @@ void appendCodePoint(zuString& out, uint32_t codePoint) {
   }
 }
 
-bool yearInRange(int64_t year) { return year >= kMinYear && year <= kMaxYear; }
+bool yearInRange(int64_t year) {
+  return year >= kMinYear && year <= kMaxYear;
+}
 
 int64_t currentYear() {
   const std::time_t now = std::time(nullptr);
@@ -113,22 +122,17 @@ RnDate::RnDate(const zuString& value, const zuString& picture, const zuString& l
 }
 
 void RnDate::setDateSymbols(const char* locale) {
-  locale_ = RnLocale(locale);
-  if (!locale_.isValid()) locale_ = RnLocale(getDEFAULT_LOCALE());
-  const RnData data(locale_.getName());
-  for (int month = 0; month < 12; ++month) {
-    monthNames_[month] = data.getMonthName(month);
-    abbrMonthNames_[month] = data.getAbbrMonthName(month);
-  }
-  for (int weekDay = 0; weekDay < 7; ++weekDay) {
-    weekDayNames_[weekDay] = data.getWeekDayName(weekDay);
-    abbrWeekDayNames_[weekDay] = data.getAbbrWeekDayName(weekDay);
-  }
-  eraNames_[RnData::BC] = data.getEraName(RnData::BC);
-  eraNames_[RnData::AD] = data.getEraName(RnData::AD);
-  zeroDigit_ = zu::internal::localeZeroDigit(data);
-  altEras_ = getAltEraTable(locale_);
-  altEraCount_ = getAltEraTableCount(locale_);
+  const zu::internal::RnDateSymbols& symbols = zu::internal::dateSymbolsFor(locale);
+  locale_ = symbols.locale;
+  std::copy(std::begin(symbols.monthNames), std::end(symbols.monthNames), monthNames_);
+  std::copy(std::begin(symbols.abbrMonthNames), std::end(symbols.abbrMonthNames), abbrMonthNames_);
+  std::copy(std::begin(symbols.weekDayNames), std::end(symbols.weekDayNames), weekDayNames_);
+  std::copy(std::begin(symbols.abbrWeekDayNames), std::end(symbols.abbrWeekDayNames),
+            abbrWeekDayNames_);
+  std::copy(std::begin(symbols.eraNames), std::end(symbols.eraNames), eraNames_);
+  zeroDigit_ = symbols.zeroDigit;
+  altEras_ = symbols.altEras;
+  altEraCount_ = symbols.altEraCount;
 }
 
 void RnDate::setDays(int64_t days) {
@@ -168,15 +172,21 @@ zuString RnDate::getLocalDateFormat(int style, const zuString& locale) {
 int RnDate::getYear() const {
   return isValid() ? static_cast<int>(civilFromDays(days_).year) : 0;
 }
-int RnDate::getMonth() const { return isValid() ? civilFromDays(days_).month : 0; }
-int RnDate::getMonthDay() const { return isValid() ? civilFromDays(days_).day : 0; }
+int RnDate::getMonth() const {
+  return isValid() ? civilFromDays(days_).month : 0;
+}
+int RnDate::getMonthDay() const {
+  return isValid() ? civilFromDays(days_).day : 0;
+}
 
 int RnDate::getYearDay() const {
   if (!isValid()) return 0;
   return static_cast<int>(days_ - daysFromCivil(civilFromDays(days_).year, 1, 1) + 1);
 }
 
-int RnDate::getWeekDay() const { return isValid() ? weekDayIndex(days_) + 1 : 0; }
+int RnDate::getWeekDay() const {
+  return isValid() ? weekDayIndex(days_) + 1 : 0;
+}
 
 int RnDate::getWeekMonth() const {
   if (!isValid()) return 0;
@@ -209,7 +219,8 @@ int RnDate::epoch(int day, int month, int year) {
 int RnDate::epochWeekYear(int year, int week, int weekDay) {
   const int64_t fullYear = int64_t{year} + 1900;
   if (!yearInRange(fullYear) || week < 1 || week > 53 || weekDay < 1 || weekDay > 7) return 0;
-  const int64_t days = isoWeekOneStart(fullYear) + int64_t{week - 1} * 7 + offsetFromMonday(weekDay);
+  const int64_t days =
+      isoWeekOneStart(fullYear) + int64_t{week - 1} * 7 + offsetFromMonday(weekDay);
   // Week 53 exists only in long years: the day must still be in this ISO year.
   if (days >= isoWeekOneStart(fullYear + 1) || days < 1 || days > kLastDay) return 0;
   return static_cast<int>(days);
@@ -230,7 +241,9 @@ int RnDate::epochWeekMonth(int year, int month, int week, int weekDay) {
 
 // --- Formatting -----------------------------------------------------------
 
-zuString RnDate::toString() const { return format(getDEFAULT_DATE_FMT()); }
+zuString RnDate::toString() const {
+  return format(getDEFAULT_DATE_FMT());
+}
 
 zuString RnDate::format(const zuString& picture) const {
   if (!isValid()) return zuString();
@@ -286,7 +299,8 @@ void RnDate::subFormat(zuString& out, unsigned int symbol, int count, bool fullW
                        const CalendarFields& fields) const {
   NumeralStyle numerals{NumeralForm::kLocale, zeroDigit_};
   if (fullWidth) {
-    numerals.form = usesNativeNumerals(symbol, count) ? NumeralForm::kNative : NumeralForm::kFullWidth;
+    numerals.form =
+        usesNativeNumerals(symbol, count) ? NumeralForm::kNative : NumeralForm::kFullWidth;
     if (symbol == 'Y' && count == 5) count = 4;
   }
   const bool native = numerals.form == NumeralForm::kNative;
@@ -369,10 +383,10 @@ bool RnDate::parse(const zuString& value, const zuString& picture) {
   unsigned int position = 0;
   PictureReader reader(picture, kSymbolLetters);
   for (PictureItem item; reader.next(item);) {
-    const int next = item.kind == PictureItem::kSymbol
-                         ? subParse(value, position, item.character, item.count, item.fullWidth)
-                         : matchLiteral(value, position, item.character,
-                                        item.kind == PictureItem::kQuoted);
+    const int next =
+        item.kind == PictureItem::kSymbol
+            ? subParse(value, position, item.character, item.count, item.fullWidth)
+            : matchLiteral(value, position, item.character, item.kind == PictureItem::kQuoted);
     if (next < 0) return false;
     position = static_cast<unsigned int>(next);
   }
@@ -411,8 +425,8 @@ int RnDate::readField(const zuString& value, unsigned int position, int& slot, i
   return next;
 }
 
-int RnDate::readName(const zuString& value, unsigned int position, int& slot,
-                     const zuString* names, int count, int offset) const {
+int RnDate::readName(const zuString& value, unsigned int position, int& slot, const zuString* names,
+                     int count, int offset) const {
   if (slot >= 0) return -1;
   int index = -1;
   const int next = zu::internal::matchName(value, position, names, count, index);
@@ -444,7 +458,9 @@ int RnDate::readYear(const zuString& value, unsigned int position, int count, bo
   if (next < 0) return -1;
   fields_.twoDigitYear = count == 2 ? 1 : -1;
   fields_.yearDigits =
-      native ? 4 : static_cast<int>(value.UniLength(position, static_cast<unsigned int>(next) - position));
+      native
+          ? 4
+          : static_cast<int>(value.UniLength(position, static_cast<unsigned int>(next) - position));
   return next;
 }
 
@@ -553,8 +569,7 @@ int64_t RnDate::resolveDay(int64_t year) const {
   int day = f.monthDay >= 0 ? f.monthDay : 1;
   int month = f.month >= 0 ? f.month : 1;
   int calendarYear = static_cast<int>(year);
-  if (!getCalendarConverter(zuLiteral(locale_.getName()))
-           ->toGregorian(day, month, calendarYear)) {
+  if (!getCalendarConverter(zuLiteral(locale_.getName()))->toGregorian(day, month, calendarYear)) {
     return 0;
   }
   if (!yearInRange(calendarYear)) return 0;

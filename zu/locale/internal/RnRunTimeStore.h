@@ -1,6 +1,8 @@
 // The calling thread's run-time locale data, kept in its storage slot 4.
 #pragma once
 
+#include <atomic>
+#include <cstdint>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -11,8 +13,18 @@
 
 namespace zu::internal {
 
+// Raised whenever some thread's run-time data changes or goes, so that
+// whatever was derived from locale data can tell it is out of date.
+inline std::atomic<uint64_t> gRunTimeDataGeneration{0};
+
+inline void noteRunTimeDataChange() {
+  gRunTimeDataGeneration.fetch_add(1, std::memory_order_acq_rel);
+}
+
 class RnRunTimeStore : public zuThreadStorage {
  public:
+  ~RnRunTimeStore() override { noteRunTimeDataChange(); }
+
   // The calling thread's store; null when it has none and `create` is false.
   static RnRunTimeStore* current(bool create);
 
