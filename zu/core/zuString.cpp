@@ -323,7 +323,7 @@ void zuString::AssignUTF16(const char16_t* utf16, unsigned int units, unsigned i
   Adopt(block, length);
 }
 
-zuString& zuString::operator=(const zuString& other) {
+zuString& zuString::AssignSlow(const zuString& other) {
   if (other.chars_ == nullptr) {
     const int global = IsGlobal() || other.IsGlobal();
     ReleaseData();

@@ -119,7 +119,24 @@ class ZU_EXPORT zuString {
 
   // Shares `other`'s block; a global string receiving an ordinary or literal
   // one copies it instead.
-  zuString& operator=(const zuString& other);
+  // Inline when neither string is global and `other` is not null.
+  zuString& operator=(const zuString& other) {
+    const uint32_t scope = lengthScope_ & 3u;
+    const uint32_t otherScope = other.lengthScope_ & 3u;
+    if (scope == eGlobal || otherScope == eGlobal || other.chars_ == nullptr) {
+      return AssignSlow(other);
+    }
+    if (chars_ != other.chars_) {
+      char* const oldChars = chars_;
+      chars_ = other.chars_;
+      lengthScope_ = other.lengthScope_;
+      if (otherScope == eOrdinary) ++BlockCount(chars_);
+      if (scope == eOrdinary && oldChars != nullptr && --BlockCount(oldChars) == 0) {
+        FreeOrdinaryBlock(oldChars);
+      }
+    }
+    return *this;
+  }
   // Null gives a null string, "" the shared empty text. Throws
   // ZuExThrow(16479) when the text starts with a UTF-16 byte-order mark.
   zuString& operator=(const char* text);
@@ -434,6 +451,7 @@ class ZU_EXPORT zuString {
   static uint32_t& BlockCount(char* chars) { return reinterpret_cast<uint32_t*>(chars)[-1]; }
   static void FreeOrdinaryBlock(char* chars);
   void CopyGlobal(const zuString& other);
+  zuString& AssignSlow(const zuString& other);
   // Copies the NUL-terminated `text` after the characters, in one pass that
   // also finds its end, when AppendInPlace's conditions hold and the block
   // has room for all of it; false, the string unchanged, otherwise. Short

@@ -16,14 +16,16 @@ ISODate::ISODate(int days) : RnDate(days, RnDate::getDEFAULT_LOCALE(), kCenturyS
 
 ISODate::ISODate(const zuString& locale, int centurySplit) : RnDate(locale, centurySplit) {}
 
-ISODate::ISODate(const zuString& text, const zuString& locale) : RnDate(locale, kCenturySplit) {
-  const zuString body = isoPartBeforeT(text);
-  setDateSymbols(RnDate::getDEFAULT_LOCALE());
+// Read with the default locale's symbols (ASCII digits whatever the locale),
+// then given the names of `locale` for formatting.
+ISODate::ISODate(const zuString& text, const zuString& locale)
+    : RnDate(0, RnDate::getDEFAULT_LOCALE(), kCenturySplit) {
   int days = 0;
-  if (parse(body)) days = epoch(fields_.monthDay, fields_.month, fields_.year - 1900);
-  // The day number is set through RnDate's own constructor, which also
-  // installs the names of `locale` for formatting.
-  RnDate::operator=(RnDate(days, locale, kCenturySplit));
+  if (parse(isoPartBeforeT(text)))
+    days = epoch(fields_.monthDay, fields_.month, fields_.year - 1900);
+  resetFields();
+  setDateSymbols(locale);
+  setDays(days);
 }
 
 bool ISODate::parse(const zuString& text) {

@@ -138,17 +138,17 @@ class ZU_EXPORT RnDate {
  protected:
   // The field slots of a parse; -1 while unset.
   struct Fields {
-    int weekDay = -1;      // 1 Sunday .. 7 Saturday
-    int yearDay = -1;      // 1..366
-    int month = -1;        // 1..12
-    int monthDay = -1;     // 1..31
-    int weekOfMonth = -1;  // 0..5
-    int weekOfYear = -1;   // 1..53
-    int year = -1;         // as read: four digits, two digits or an era year
-    int twoDigitYear = -1; // 1 when the year was read through "YY"
-    int yearDigits = -1;   // how many digits the year had (native: 4)
-    int era = -1;          // 0 BC, 1 AD
-    int altEra = -1;       // row of the locale's era table
+    int weekDay = -1;       // 1 Sunday .. 7 Saturday
+    int yearDay = -1;       // 1..366
+    int month = -1;         // 1..12
+    int monthDay = -1;      // 1..31
+    int weekOfMonth = -1;   // 0..5
+    int weekOfYear = -1;    // 1..53
+    int year = -1;          // as read: four digits, two digits or an era year
+    int twoDigitYear = -1;  // 1 when the year was read through "YY"
+    int yearDigits = -1;    // how many digits the year had (native: 4)
+    int era = -1;           // 0 BC, 1 AD
+    int altEra = -1;        // row of the locale's era table
   };
 
   // Loads the names of `locale` (empty or unknown: "en_US") and makes it
@@ -187,10 +187,12 @@ class ZU_EXPORT RnDate {
   // day is not in the month.
   static int epochWeekMonth(int year, int month, int week, int weekDay);
 
+  // Sets the day number; out of the held range the date becomes invalid.
+  void setDays(int64_t days);
+
   Fields fields_;
 
  private:
-  void setDays(int64_t days);
   // Turns the parsed fields into the date.
   bool resolveFields();
   // The Gregorian year of the parsed year fields; false when out of range.
@@ -200,8 +202,8 @@ class ZU_EXPORT RnDate {
                           bool quoted);
   int readField(const zuString& value, unsigned int position, int& slot, int minDigits,
                 int maxDigits, int low, int high) const;
-  int readName(const zuString& value, unsigned int position, int& slot,
-               const zuString* names, int count, int offset) const;
+  int readName(const zuString& value, unsigned int position, int& slot, const zuString* names,
+               int count, int offset) const;
   int readAltEra(const zuString& value, unsigned int position, int form);
   int readYear(const zuString& value, unsigned int position, int count, bool fullWidth);
   // The year that "Y" writes inside era `era` for a Gregorian year and month.
