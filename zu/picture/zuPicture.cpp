@@ -1,6 +1,7 @@
 // zuPicture: the object form and the walk over a clause's alternatives.
 #include "zu/picture/zuPicture.h"
 
+#include "zu/picture/internal/zuPictureBodies.h"
 #include "zu/picture/internal/zuPreparedPicture.h"
 
 zuPicture::zuPicture(const zuString& locale) : locale_(locale) {}
@@ -31,8 +32,7 @@ zuString zuPicture::format_new(const zuString& value, const zuString& picture,
 
 namespace {
 
-using zu::internal::PictureKind;
-using zu::internal::PreparedAlternative;
+using namespace zu::internal;
 
 // Formats a value that is neither null nor empty through one alternative,
 // in the category the alternative was classified in.
@@ -41,7 +41,7 @@ int formatAlternative(const zuString& value, const PreparedAlternative& prepared
   const zuString& alternative = prepared.text;
   switch (prepared.kind) {
     case PictureKind::kNumeric:
-      return zuPicture::formatNumeric(value, alternative, locale, out, flags);
+      return formatNumericBody(value, prepared.body, prepared.bodyLocale, out, flags);
     case PictureKind::kNull:
       return zuPicture::formatNull(value, alternative, locale, out);
     case PictureKind::kZero:
@@ -52,11 +52,11 @@ int formatAlternative(const zuString& value, const PreparedAlternative& prepared
                       : zuPicture::formatDateTime(value, alternative, prepared.datePicture,
                                                   prepared.timePicture, locale, out, 1);
     case PictureKind::kDate:
-      return zuPicture::formatDate(value, alternative, locale, out, 1);
+      return formatDateBody(value, prepared.body, prepared.bodyLocale, out, 1);
     case PictureKind::kTime:
-      return zuPicture::formatTime(value, alternative, locale, out, 1);
+      return formatTimeBody(value, prepared.body, prepared.bodyLocale, out, 1);
     case PictureKind::kText:
-      return zuPicture::formatText(value, alternative, locale, out);
+      return formatTextBody(value, prepared.body, prepared.bodyLocale, out);
     case PictureKind::kCompound:
       return zuPicture::formatCompound(value, alternative, locale, out);
     case PictureKind::kNone:
@@ -70,7 +70,7 @@ int parseAlternative(const zuString& value, const PreparedAlternative& prepared,
   const zuString& alternative = prepared.text;
   switch (prepared.kind) {
     case PictureKind::kNumeric:
-      return zuPicture::parseNumeric(value, alternative, locale, out);
+      return parseNumericBody(value, prepared.body, prepared.bodyLocale, out);
     case PictureKind::kNull:
       return zuPicture::parseNull(value, alternative, locale, out);
     case PictureKind::kZero:
@@ -79,11 +79,11 @@ int parseAlternative(const zuString& value, const PreparedAlternative& prepared,
       return zuPicture::parseDateTime(value, alternative, prepared.datePicture,
                                       prepared.timePicture, locale, out, 1);
     case PictureKind::kDate:
-      return zuPicture::parseDate(value, alternative, locale, out, 1);
+      return parseDateBody(value, prepared.body, prepared.bodyLocale, out);
     case PictureKind::kTime:
-      return zuPicture::parseTime(value, alternative, locale, out, 1);
+      return parseTimeBody(value, prepared.body, prepared.bodyLocale, out);
     case PictureKind::kText:
-      return zuPicture::parseText(value, alternative, locale, out);
+      return parseTextBody(value, prepared.body, prepared.bodyLocale, out);
     case PictureKind::kCompound:
       return zuPicture::parseCompound(value, alternative, locale, out);
     case PictureKind::kNone:

@@ -9,6 +9,7 @@
 #include "zu/picture/RnNum.h"
 #include "zu/picture/RnText.h"
 #include "zu/picture/RnTime.h"
+#include "zu/picture/internal/zuPictureBodies.h"
 #include "zu/picture/internal/zuPictureDateTimeText.h"
 #include "zu/picture/internal/zuPictureScan.h"
 #include "zu/picture/zuPicture.h"
@@ -123,10 +124,15 @@ int formatDateTimeValue(const zuString& value, const zuString& picture, const zu
 
 int zuPicture::formatNumeric(const zuString& value, const zuString& picture, const zuString& locale,
                              zuString& out, int flags) {
-  out.Empty();
-  if (value.IsNull()) return 0;
   zuString numberLocale = locale;
   const zuString body = peelSubPicture(picture, getNUM(), numberLocale);
+  return zu::internal::formatNumericBody(value, body, numberLocale, out, flags);
+}
+
+int zu::internal::formatNumericBody(const zuString& value, const zuString& body,
+                                    const zuString& numberLocale, zuString& out, int flags) {
+  out.Empty();
+  if (value.IsNull()) return 0;
   RnNum number(value, numberLocale);
   if (!number.isValid()) return 0;
   return eachBodyAlternative(body, [&](const zuString& alternative) {
@@ -137,10 +143,15 @@ int zuPicture::formatNumeric(const zuString& value, const zuString& picture, con
 
 int zuPicture::formatText(const zuString& value, const zuString& picture, const zuString& locale,
                           zuString& out) {
-  out.Empty();
-  if (value.IsNull()) return 0;
   zuString textLocale = locale;
   const zuString body = peelSubPicture(picture, getTEXT(), textLocale);
+  return zu::internal::formatTextBody(value, body, textLocale, out);
+}
+
+int zu::internal::formatTextBody(const zuString& value, const zuString& body,
+                                 const zuString& textLocale, zuString& out) {
+  out.Empty();
+  if (value.IsNull()) return 0;
   RnText text(value, textLocale);
   if (!text.isValid()) return 0;
   out = text.format(body);
@@ -179,20 +190,30 @@ int zuPicture::formatZero(const zuString& value, const zuString& picture, const 
 
 int zuPicture::formatDate(const zuString& value, const zuString& picture, const zuString& locale,
                           zuString& out, int local) {
-  out.Empty();
-  if (value.IsNull()) return 0;
   zuString dateLocale = locale;
   const zuString body = peelSubPicture(picture, getDATE(), dateLocale);
+  return zu::internal::formatDateBody(value, body, dateLocale, out, local);
+}
+
+int zu::internal::formatDateBody(const zuString& value, const zuString& body,
+                                 const zuString& dateLocale, zuString& out, int local) {
+  out.Empty();
+  if (value.IsNull()) return 0;
   ISODate date(value, dateLocale);
   return formatDateValue(date, body, local, out);
 }
 
 int zuPicture::formatTime(const zuString& value, const zuString& picture, const zuString& locale,
                           zuString& out, int local) {
-  out.Empty();
-  if (value.IsNull()) return 0;
   zuString timeLocale = locale;
   const zuString body = peelSubPicture(picture, getTIME(), timeLocale);
+  return zu::internal::formatTimeBody(value, body, timeLocale, out, local);
+}
+
+int zu::internal::formatTimeBody(const zuString& value, const zuString& body,
+                                 const zuString& timeLocale, zuString& out, int local) {
+  out.Empty();
+  if (value.IsNull()) return 0;
   ISOTime time(value, timeLocale);
   return formatTimeValue(time, body, local, out);
 }
@@ -220,10 +241,15 @@ int zuPicture::formatCompound(const zuString&, const zuString&, const zuString&,
 
 int zuPicture::parseNumeric(const zuString& value, const zuString& picture, const zuString& locale,
                             zuString& out) {
-  out.Empty();
-  if (value.IsNull()) return 0;
   zuString numberLocale = locale;
   const zuString body = peelSubPicture(picture, getNUM(), numberLocale);
+  return zu::internal::parseNumericBody(value, body, numberLocale, out);
+}
+
+int zu::internal::parseNumericBody(const zuString& value, const zuString& body,
+                                   const zuString& numberLocale, zuString& out) {
+  out.Empty();
+  if (value.IsNull()) return 0;
   return eachBodyAlternative(body, [&](const zuString& alternative) {
     RnNum number(value, alternative, numberLocale);
     if (!number.isValid()) return 0;
@@ -234,10 +260,15 @@ int zuPicture::parseNumeric(const zuString& value, const zuString& picture, cons
 
 int zuPicture::parseText(const zuString& value, const zuString& picture, const zuString& locale,
                          zuString& out) {
-  out.Empty();
-  if (value.IsNull()) return 0;
   zuString textLocale = locale;
   const zuString body = peelSubPicture(picture, getTEXT(), textLocale);
+  return zu::internal::parseTextBody(value, body, textLocale, out);
+}
+
+int zu::internal::parseTextBody(const zuString& value, const zuString& body,
+                                const zuString& textLocale, zuString& out) {
+  out.Empty();
+  if (value.IsNull()) return 0;
   RnText text(value, body, textLocale);
   if (!text.isValid()) return 0;
   out = text.getText();
@@ -296,19 +327,29 @@ bool parseTimeText(const zuString& text, const zuString& body, const zuString& l
 
 int zuPicture::parseDate(const zuString& value, const zuString& picture, const zuString& locale,
                          zuString& out, int) {
-  out.Empty();
-  if (value.IsNull()) return 0;
   zuString dateLocale = locale;
   const zuString body = peelSubPicture(picture, getDATE(), dateLocale);
+  return zu::internal::parseDateBody(value, body, dateLocale, out);
+}
+
+int zu::internal::parseDateBody(const zuString& value, const zuString& body,
+                                const zuString& dateLocale, zuString& out) {
+  out.Empty();
+  if (value.IsNull()) return 0;
   return parseDateText(value, body, dateLocale, out);
 }
 
 int zuPicture::parseTime(const zuString& value, const zuString& picture, const zuString& locale,
                          zuString& out, int) {
-  out.Empty();
-  if (value.IsNull()) return 0;
   zuString timeLocale = locale;
   const zuString body = peelSubPicture(picture, getTIME(), timeLocale);
+  return zu::internal::parseTimeBody(value, body, timeLocale, out);
+}
+
+int zu::internal::parseTimeBody(const zuString& value, const zuString& body,
+                                const zuString& timeLocale, zuString& out) {
+  out.Empty();
+  if (value.IsNull()) return 0;
   return parseTimeText(value, body, timeLocale, out);
 }
 

@@ -48,10 +48,30 @@ PictureKind classify(const zuString& alternative, zuString& datePicture, zuStrin
   return PictureKind::kNone;
 }
 
-void addAlternative(const zuString& text, PreparedPicture& prepared) {
+// The category word whose sub-picture the engines of `kind` read.
+const zuLiteral* engineWord(PictureKind kind) {
+  switch (kind) {
+    case PictureKind::kNumeric:
+      return &zuPicture::getNUM();
+    case PictureKind::kText:
+      return &zuPicture::getTEXT();
+    case PictureKind::kDate:
+      return &zuPicture::getDATE();
+    case PictureKind::kTime:
+      return &zuPicture::getTIME();
+    default:
+      return nullptr;
+  }
+}
+
+void addAlternative(const zuString& text, const zuString& locale, PreparedPicture& prepared) {
   PreparedAlternative alternative;
   alternative.text = text;
   alternative.kind = classify(text, alternative.datePicture, alternative.timePicture);
+  if (const zuLiteral* word = engineWord(alternative.kind)) {
+    alternative.bodyLocale = locale;
+    alternative.body = peelSubPicture(text, *word, alternative.bodyLocale);
+  }
   alternative.takesNull = zuPicture::isNullPicture(text) != 0;
   alternative.takesEmpty = zuPicture::isEmptyPicture(text) != 0;
   prepared.alternatives.push_back(std::move(alternative));
@@ -67,9 +87,10 @@ void prepare(const zuString& picture, const zuString& locale, PreparedPicture& p
     unsigned int bar = 0;
     zuStorage<zuString> pieces;
     if (alternative.CharInString('|', bar) && zuPicture::getAlternates(alternative, pieces)) {
-      for (unsigned int j = 0; j < pieces.GetSize(); ++j) addAlternative(pieces[j], prepared);
+      for (unsigned int j = 0; j < pieces.GetSize(); ++j)
+        addAlternative(pieces[j], locale, prepared);
     } else {
-      addAlternative(alternative, prepared);
+      addAlternative(alternative, locale, prepared);
     }
   }
 }

@@ -34,6 +34,10 @@ struct PreparedAlternative {
   // The date and time parts of a date-time alternative.
   zuString datePicture;
   zuString timePicture;
+  // For a numeric, text, date or time alternative: the sub-picture peeled
+  // off (see peelSubPicture) and the locale it is read in.
+  zuString body;
+  zuString bodyLocale;
 };
 
 struct PreparedPicture {
