@@ -1,10 +1,13 @@
 #include "zu/picture/RnText.h"
 
+#include <array>
+#include <cstdint>
 #include <cstring>
 
 #include "zu/core/zuCharConverter.h"
 #include "zu/core/zuUnicode.h"
 #include "zu/locale/RnData.h"
+#include "zu/locale/internal/RnRunTimeStore.h"
 
 namespace {
 
@@ -146,11 +149,48 @@ RnText::RnText(const zuString& value, const zuString& picture, const zuString& l
   parse(value, picture);
 }
 
+namespace {
+
+// The locale a text is made in and its zero symbol, remembered per thread
+// for the last locales named (the empty name, the thread's current locale,
+// is always looked up). Dropped when run-time locale data changes.
+struct ChosenLocale {
+  zuString key;
+  uint64_t generation = 0;
+  bool used = false;
+  RnLocale locale;
+  unsigned int zeroSymbol = '0';
+};
+
+}  // namespace
+
 void RnText::chooseLocale(const zuString& locale) {
+  constexpr std::size_t kRemembered = 4;
+  thread_local std::array<ChosenLocale, kRemembered> remembered;
+  thread_local std::size_t nextToReplace = 0;
+  const uint64_t generation = zu::internal::gRunTimeDataGeneration.load(std::memory_order_acquire);
+  if (!locale.IsEmpty()) {
+    for (const ChosenLocale& entry : remembered) {
+      if (entry.used && entry.generation == generation && entry.key.Equals(locale)) {
+        locale_ = entry.locale;
+        zeroSymbol_ = entry.zeroSymbol;
+        return;
+      }
+    }
+  }
   RnLocale chosen(locale.IsEmpty() ? RnLocale::getLocale() : locale);
   if (!chosen.isValid()) chosen = RnLocale(RnLocale::getDEFAULT_LOCALE());
   locale_ = chosen;
   setTextSymbols(locale_.getName());
+  if (locale.IsEmpty()) return;
+  ChosenLocale& entry = remembered[nextToReplace];
+  nextToReplace = (nextToReplace + 1) % kRemembered;
+  entry.used = false;
+  entry.key = zuString(static_cast<const char*>(locale), locale.Length());
+  entry.generation = generation;
+  entry.locale = locale_;
+  entry.zeroSymbol = zeroSymbol_;
+  entry.used = true;
 }
 
 void RnText::setTextSymbols(const char* locale) {
