@@ -98,8 +98,8 @@ bool walkPicture(const Text& picture, bool fullWidth, bool allowOpenQuote, OnRun
   return flush(RunEnd::End);
 }
 
-Text toText(const zuString& text) {
-  Text out;
+void toText(const zuString& text, Text& out) {
+  out.clear();
   out.reserve(text.Length());
   unsigned pos = 0;
   while (pos < text.Length()) {
@@ -108,8 +108,27 @@ Text toText(const zuString& text) {
     if (pos == before) break;
     out.push_back(static_cast<char32_t>(c));
   }
-  return out;
 }
+
+// The buffers format and parse work in, kept per thread so that a call
+// makes no heap allocation of its own; those grown past a few pages are let
+// go after the call.
+struct Scratch {
+  Text value;
+  Text picture;
+  std::string out;
+
+  static Scratch& current() {
+    thread_local Scratch scratch;
+    return scratch;
+  }
+  void trim() {
+    constexpr size_t kKept = 4096;
+    if (value.capacity() > kKept) Text().swap(value);
+    if (picture.capacity() > kKept) Text().swap(picture);
+    if (out.capacity() > kKept) std::string().swap(out);
+  }
+};
 
 void appendChar(std::string& out, char32_t c) {
   char bytes[4];
@@ -208,9 +227,13 @@ const zuLiteral& RnText::getTEXT_PICTURE_SYMBOLS() {
 
 zuString RnText::format(const zuString& picture) {
   if (!valid_) return zuString::EmptyString();
+  Scratch& scratch = Scratch::current();
   try {
-    const Text value = toText(value_);
-    std::string out;
+    toText(value_, scratch.value);
+    toText(picture, scratch.picture);
+    scratch.out.clear();
+    const Text& value = scratch.value;
+    std::string& out = scratch.out;
     unsigned pos = 0;
     auto onRun = [&](char32_t symbol, unsigned count, RunEnd end) {
       const bool fits = !consumesValue(symbol) || count <= value.size() - pos;
@@ -226,12 +249,13 @@ zuString RnText::format(const zuString& picture) {
       appendChar(out, c);
       return true;
     };
-    if (!walkPicture(toText(picture), false, true, onRun, onLiteral, onQuoted)) {
-      return zuString::EmptyString();
-    }
-    if (pos != 0 && pos != value.size()) return zuString::EmptyString();
-    return toZuString(out);
+    const bool fits = walkPicture(scratch.picture, false, true, onRun, onLiteral, onQuoted) &&
+                      (pos == 0 || pos == value.size());
+    const zuString result = fits ? toZuString(out) : zuString::EmptyString();
+    scratch.trim();
+    return result;
   } catch (...) {
+    scratch.trim();
     return zuString::EmptyString();
   }
 }
@@ -275,9 +299,13 @@ bool RnText::subFormat(const Text& value, char32_t symbol, unsigned count, unsig
 
 bool RnText::parse(const zuString& text, const zuString& picture) {
   if (text.IsNull()) return false;
+  Scratch& scratch = Scratch::current();
   try {
-    const Text input = toText(text);
-    std::string collected;
+    toText(text, scratch.value);
+    toText(picture, scratch.picture);
+    scratch.out.clear();
+    const Text& input = scratch.value;
+    std::string& collected = scratch.out;
     unsigned pos = 0;
     auto skipSpaces = [&] {
       while (pos < input.size() && zuCharConverter::IsUniSpace(input[pos])) ++pos;
@@ -307,12 +335,16 @@ bool RnText::parse(const zuString& text, const zuString& picture) {
           return onQuoted(c);
       }
     };
-    if (!walkPicture(toText(picture), false, false, onRun, onLiteral, onQuoted)) return false;
-    if (pos != input.size()) return false;
-    value_ = toZuString(collected);
-    valid_ = true;
-    return true;
+    const bool matched = walkPicture(scratch.picture, false, false, onRun, onLiteral, onQuoted) &&
+                         pos == input.size();
+    if (matched) {
+      value_ = toZuString(collected);
+      valid_ = true;
+    }
+    scratch.trim();
+    return matched;
   } catch (...) {
+    scratch.trim();
     return false;
   }
 }
@@ -373,7 +405,9 @@ int RnText::matchCharacter(const Text& text, unsigned from, unsigned to) {
 void RnText::getSymbolCount(const zuString& picture, unsigned& count) {
   count = 0;
   try {
-    count = xlate(toText(picture));
+    Text text;
+    toText(picture, text);
+    count = xlate(text);
   } catch (...) {
     count = 0;
   }

@@ -96,7 +96,8 @@ bool RnDecimal::read(const char* text, size_t length) {
     roundFraction(count_ - 1 - point_);
   }
   stripTrailingZeros();
-  if (count_ != 0 && std::isinf(toDouble())) {
+  // Below 10^308 a value is a finite double; only longer ones are tried.
+  if (count_ != 0 && point_ > 308 && std::isinf(toDouble())) {
     count_ = 0;
     return false;
   }
