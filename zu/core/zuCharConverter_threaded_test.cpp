@@ -3,12 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <latch>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include "zu/core/internal/zuConverterCache.h"
 #include "zu/core/zuGxCharConverter.h"
+#include "zu/runtime/zuThreadLocalStorage.h"
 
 namespace {
 
@@ -62,6 +64,33 @@ TEST(zuCharConverterThreadedTest, ThreadsConvertConcurrentlyWithOwnCaches) {
   }
   for (auto& thread : threads) thread.join();
   EXPECT_EQ(failures.load(), 0);
+}
+
+// Another thread destroys a waiting thread's converter cache; the waiting
+// thread must then make a new one instead of using the one it remembered.
+TEST(zuCharConverterThreadedTest, CacheResetByAnotherThreadIsNotReused) {
+  const zuGxCharConverter latin1("ISO-8859-1");
+  std::latch ready(2);
+  std::latch reset(2);
+  unsigned int workerId = 0;
+  std::string before;
+  std::string after;
+  std::thread worker([&] {
+    workerId = zuThreadLocalStorage::getThreadId();
+    char out[16] = {};
+    zuCharConverter::UTF8()->Convert(out, sizeof out, &latin1, "caf\xE9", 4);
+    before = out;
+    ready.arrive_and_wait();
+    reset.arrive_and_wait();
+    zuCharConverter::UTF8()->Convert(out, sizeof out, &latin1, "na\xEFve", 5);
+    after = out;
+  });
+  ready.arrive_and_wait();
+  zuThreadLocalStorage::resetThreadStorage(zuThreadLocalStorage::eCharConverterCache, workerId);
+  reset.arrive_and_wait();
+  worker.join();
+  EXPECT_EQ(before, "caf\xC3\xA9");
+  EXPECT_EQ(after, "na\xC3\xAFve");
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "zu/core/zuException.h"
-#include "zu/runtime/internal/zuCacheSlotGeneration.h"
+#include "zu/runtime/internal/zuRememberedSlots.h"
 #include "zu/runtime/internal/zuThreadId.h"
 
 namespace {
@@ -20,7 +20,7 @@ std::atomic<int> gCaching{1};
 std::atomic<std::size_t> gManagers{0};
 
 // The calling thread's manager, found without searching the thread table,
-// and the slot generation it was found under (see zuCacheSlotGeneration.h).
+// and the slot generation it was found under (see zuRememberedSlots.h).
 // The manager clears it when it dies on its own thread. Initial-exec keeps
 // the lookup to one load relative to the thread pointer.
 [[gnu::tls_model("initial-exec")]] thread_local zuCacheManager* tCallingThreadManager = nullptr;
@@ -94,7 +94,8 @@ zuCacheManager::~zuCacheManager() {
 
 zuCacheManager* zuCacheManager::getCacheManager(unsigned int threadId) {
   if (gCaching.load(std::memory_order_relaxed) == 0) return &GlobalManager();
-  const uint64_t generation = zu::internal::gCacheSlotGeneration.load(std::memory_order_acquire);
+  const uint64_t generation =
+      zu::internal::gRememberedSlotGeneration.load(std::memory_order_acquire);
   zuCacheManager* calling = tCallingThreadManager;
   if (calling != nullptr && tCallingThreadGeneration == generation &&
       (threadId == 0 || threadId == calling->threadId_)) {

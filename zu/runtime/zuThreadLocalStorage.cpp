@@ -1,7 +1,7 @@
 #include "zu/runtime/zuThreadLocalStorage.h"
 
 #include "zu/core/zuException.h"
-#include "zu/runtime/internal/zuCacheSlotGeneration.h"
+#include "zu/runtime/internal/zuRememberedSlots.h"
 #include "zu/runtime/internal/zuThreadExitHook.h"
 #include "zu/runtime/internal/zuThreadId.h"
 #include "zu/runtime/internal/zuThreadTable.h"
@@ -30,7 +30,7 @@ void destroySlot(zuThreadLocalStorage& storage, zuThreadLocalStorage::eCacheType
   if (object == nullptr) return;
   // Cleared first, so a lookup from inside the destructor never sees it.
   storage.Slot(slot, nullptr);
-  if (slot == zuThreadLocalStorage::eCacheManager) zu::internal::noteCacheSlotChange();
+  if (zu::internal::isRememberedSlot(slot)) zu::internal::noteRememberedSlotChange();
   delete object;
 }
 
@@ -89,7 +89,7 @@ void zuThreadLocalStorage::setThreadStorage(eCacheType slot, zuThreadStorage* va
   checkSlot(slot);
   zuThreadLocalStorage* storage = ThreadTable::instance().find(resolve(threadId));
   if (storage == nullptr) return;
-  if (slot == eCacheManager) zu::internal::noteCacheSlotChange();
+  if (zu::internal::isRememberedSlot(slot)) zu::internal::noteRememberedSlotChange();
   storage->Slot(slot, value);
 }
 

@@ -6,6 +6,7 @@
 
 #include "zu/core/internal/zuCodePageNames.h"
 #include "zu/core/zuException.h"
+#include "zu/runtime/internal/zuRememberedSlots.h"
 
 namespace zu::internal {
 
@@ -15,17 +16,34 @@ constexpr uint64_t kScratchStep = 32;
 
 }  // namespace
 
+namespace {
+
+// The calling thread's cache and the slot generation it was found under
+// (see zuRememberedSlots.h). Initial-exec: one load from the thread pointer.
+[[gnu::tls_model("initial-exec")]] thread_local zuConverterCache* tCurrentCache = nullptr;
+[[gnu::tls_model("initial-exec")]] thread_local uint64_t tCurrentGeneration = 0;
+
+}  // namespace
+
 zuConverterCache& zuConverterCache::current() {
+  const uint64_t generation = gRememberedSlotGeneration.load(std::memory_order_acquire);
+  if (tCurrentCache != nullptr && tCurrentGeneration == generation) return *tCurrentCache;
   auto* cache = static_cast<zuConverterCache*>(
       zuThreadLocalStorage::getThreadStorage(zuThreadLocalStorage::eCharConverterCache));
-  if (cache != nullptr) return *cache;
-  cache = new (std::nothrow) zuConverterCache;
-  if (cache == nullptr) throw zuExMemory();
-  zuThreadLocalStorage::setThreadStorage(zuThreadLocalStorage::eCharConverterCache, cache);
+  if (cache == nullptr) {
+    cache = new (std::nothrow) zuConverterCache;
+    if (cache == nullptr) throw zuExMemory();
+    zuThreadLocalStorage::setThreadStorage(zuThreadLocalStorage::eCharConverterCache, cache);
+  }
+  // Remembered under the generation read before the lookup, so that a
+  // change since (setting the slot just now included) is seen next time.
+  tCurrentCache = cache;
+  tCurrentGeneration = generation;
   return *cache;
 }
 
 zuConverterCache::~zuConverterCache() {
+  if (tCurrentCache == this) tCurrentCache = nullptr;
   for (unsigned int i = 0; i < size_; ++i) ucnv_close(entries_[i].converter);
   ::operator delete(codePoints_);
 }
