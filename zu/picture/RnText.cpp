@@ -27,7 +27,17 @@ bool isAsciiLetter(char32_t c) {
 }
 
 bool isSymbol(char32_t c) {
-  return c != 0 && c < 0x80 && std::strchr("9AO0Xt", static_cast<char>(c)) != nullptr;
+  switch (c) {
+    case '9':
+    case 'A':
+    case 'O':
+    case '0':
+    case 'X':
+    case 't':
+      return true;
+    default:
+      return false;
+  }
 }
 
 // The symbols that stand for one value character ("t" does not).
@@ -101,8 +111,13 @@ bool walkPicture(const Text& picture, bool fullWidth, bool allowOpenQuote, OnRun
 void toText(const zuString& text, Text& out) {
   out.clear();
   out.reserve(text.Length());
+  const char* bytes = text;
   unsigned pos = 0;
   while (pos < text.Length()) {
+    if (static_cast<unsigned char>(bytes[pos]) < 0x80) {
+      out.push_back(static_cast<char32_t>(bytes[pos++]));
+      continue;
+    }
     const unsigned before = pos;
     const unsigned int c = text.UniChar(pos);
     if (pos == before) break;
@@ -131,6 +146,10 @@ struct Scratch {
 };
 
 void appendChar(std::string& out, char32_t c) {
+  if (c < 0x80) {
+    out.push_back(static_cast<char>(c));
+    return;
+  }
   char bytes[4];
   out.append(bytes, static_cast<size_t>(zuUCStoUTF8(bytes, c)));
 }
