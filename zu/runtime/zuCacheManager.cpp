@@ -79,6 +79,7 @@ zuCacheManager::~zuCacheManager() {
   if (tCallingThreadManager == this) tCallingThreadManager = nullptr;
   if (counted_) gManagers.fetch_sub(1, std::memory_order_relaxed);
   for (zuMemoryCacheList* list : lists_) delete list;
+  delete parked_;
   for (std::size_t i = 0; i < spareListCount_; ++i) delete spareLists_[i];
   for (ArenaInfo* arena : arenas_) {
     std::free(arena->area);
@@ -178,7 +179,10 @@ zuMemoryCacheList* zuCacheManager::FindOrAddList(unsigned int size, unsigned lon
   const std::ptrdiff_t index = position - lists_.begin();
   reserveOneMore(lists_);
   zuMemoryCacheList* list = nullptr;
-  if (spareListCount_ != 0) {
+  if (parked_ != nullptr && parked_->BlockSize() == size) {
+    list = std::exchange(parked_, nullptr);
+    list->Reuse(size, blocksPerPool);
+  } else if (spareListCount_ != 0) {
     list = spareLists_[--spareListCount_];
     list->Reuse(size, blocksPerPool);
   } else {
@@ -209,7 +213,26 @@ void zuCacheManager::ReleasePool(zuMemoryCache* pool) {
   }
   zuCacheManager* manager = pool->Manager();
   manager->ForgetPool(list, pool);
-  if (list->Release(pool)) manager->RemoveList(list);
+  if (list->PoolCount() == 1) {
+    manager->ParkList(list);
+  } else {
+    list->Release(pool);
+  }
+}
+
+void zuCacheManager::ParkList(zuMemoryCacheList* list) {
+  UnlinkList(list);
+  if (parked_ != nullptr) RetireList(parked_);
+  parked_ = list;
+}
+
+void zuCacheManager::RetireList(zuMemoryCacheList* list) {
+  while (list->PoolCount() != 0) list->Release(const_cast<zuMemoryCache*>(list->Pool(0)));
+  if (spareListCount_ < kSpareLists) {
+    spareLists_[spareListCount_++] = list;
+  } else {
+    delete list;
+  }
 }
 
 void* zuCacheManager::TakeSpareArea(std::size_t& bytes) {
@@ -239,17 +262,12 @@ void zuCacheManager::ForgetPool(const zuMemoryCacheList* list, const zuMemoryCac
   }
 }
 
-void zuCacheManager::RemoveList(zuMemoryCacheList* list) {
+void zuCacheManager::UnlinkList(zuMemoryCacheList* list) {
   lists_.erase(std::find(lists_.begin(), lists_.end(), list));
   // A list is remembered only for requested sizes up to its block size.
   const std::size_t last = std::min<std::size_t>(list->BlockSize(), kDirectSizes - 1);
   for (std::size_t size = list->LowestDirectSize(); size <= last; ++size) {
     if (direct_[size] == list) direct_[size] = nullptr;
-  }
-  if (spareListCount_ < kSpareLists) {
-    spareLists_[spareListCount_++] = list;
-  } else {
-    delete list;
   }
 }
 

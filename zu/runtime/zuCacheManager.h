@@ -5,10 +5,14 @@
 // remembers its pool in a pointer-sized header in front of the caller's
 // bytes, so it is freed by address alone. The caller's bytes are 8-byte
 // aligned. Pools hold about 50,000 bytes of blocks and are released as soon
-// as they are wholly free. The manager keeps the areas of the last two
-// released pools as spares for the pools it makes next, so that a string
-// growing through block sizes does not make the heap grow and shrink at
-// every step; everything else goes back to the heap at once.
+// as they are wholly free, and a list without pools leaves the manager. Two
+// things are held back from the heap: the areas of the last two released
+// pools, as spares for the pools made next (a string growing through block
+// sizes does not make the heap grow and shrink at every step), and the last
+// list whose only pool became wholly free, parked outside the manager's
+// lists with that pool, which the next request for its block size takes
+// back as it stands (a value formatted, its text dropped, the next value
+// formatted). Everything else goes back to the heap at once.
 //
 //   void* bytes = zuCacheManager_alloc(40);    // the calling thread's cache
 //   zuCacheManager_free(bytes);                // by the same thread
@@ -123,7 +127,13 @@ class ZU_EXPORT zuCacheManager : public zuThreadStorage {
   void ForgetPool(const zuMemoryCacheList* list, const zuMemoryCache* pool);
   zuMemoryCacheList* FindOrAddList(unsigned int size, unsigned long long maxSize);
   static void ReleasePool(zuMemoryCache* pool);
-  void RemoveList(zuMemoryCacheList* list);
+  // Takes a list out of the manager's lists and direct table.
+  void UnlinkList(zuMemoryCacheList* list);
+  // Unlinks `list`, whose one pool has just become wholly free, keeping the
+  // pool; the list parked before it is retired.
+  void ParkList(zuMemoryCacheList* list);
+  // Destroys the pools of an unlinked list and keeps it as a spare.
+  void RetireList(zuMemoryCacheList* list);
   ArenaInfo* NewArena(unsigned int size, int full);
 
   std::vector<zuMemoryCacheList*> lists_;  // sorted by block size
@@ -147,6 +157,9 @@ class ZU_EXPORT zuCacheManager : public zuThreadStorage {
   // Removed lists kept for reuse, for the same reason as the spare areas.
   static constexpr std::size_t kSpareLists = 4;
   zuMemoryCacheList* spareLists_[kSpareLists] = {};
+  // The list last emptied, unlinked but still holding its wholly free pool,
+  // which a next request for its block size takes back as it stands.
+  zuMemoryCacheList* parked_ = nullptr;
   std::size_t spareListCount_ = 0;
 };
 

@@ -97,6 +97,25 @@ TEST(zuCacheManagerTest, SizesSharingAListFollowItsPools) {
   EXPECT_EQ(cache.ListCount(), 0u);
 }
 
+// A list whose only pool empties leaves the manager at once; taking its
+// block size again brings it back, and another list emptied retires it.
+TEST(zuCacheManagerTest, EmptiedListLeavesAndComesBack) {
+  zuCacheManager cache(10, 50000);
+  const struct {
+    unsigned int size;
+    std::vector<std::size_t> listsWhileHeld;
+  } steps[] = {{64, {64}}, {64, {64}}, {100, {100}}, {64, {64}}, {100, {100}}};
+  for (const auto& step : steps) {
+    SCOPED_TRACE(step.size);
+    void* block = cache.allocMemory(step.size);
+    std::memset(block, 0x5A, step.size);
+    EXPECT_EQ(blockSizes(cache), step.listsWhileHeld);
+    EXPECT_EQ(cache.List(0)->PoolCount(), 1u);
+    zuCacheManager::freeMemory(block);
+    EXPECT_EQ(cache.ListCount(), 0u);
+  }
+}
+
 TEST(zuCacheManagerTest, PoolsFillInAddressOrderAndReleaseWhenWhollyFree) {
   zuCacheManager cache(10, 50000);
   const unsigned int size = 1000;  // 50 blocks per pool

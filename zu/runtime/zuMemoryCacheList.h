@@ -39,7 +39,8 @@ class ZU_EXPORT zuMemoryCacheList {
     return TakeFromAnotherPool();
   }
 
-  // Makes an empty list (no pools) serve a new block size, as if new.
+  // Makes an unlinked list serve a block size as if new: with no pools, or
+  // with the wholly free pool it was parked with (same block size).
   void Reuse(std::size_t blockSize, std::size_t poolBlockCount) {
     blockSize_ = blockSize;
     poolBlockCount_ = poolBlockCount;
