@@ -118,6 +118,19 @@ uint32_t zuDecodeTable::encode(char16_t unit) {
 
 bool zuDecodeTable::toUTF8(const char* in, unsigned int inBytes, char* out, unsigned int outBytes,
                            unsigned int& written) const {
+  // No input byte gives more than three bytes of UTF-8, and each character
+  // goes out as a whole word: with this much room no store needs a check.
+  const bool roomy = uint64_t{outBytes} >= 3ull * inBytes + 1;
+  unsigned char* const end =
+      roomy ? decode<false>(in, inBytes, out, outBytes) : decode<true>(in, inBytes, out, outBytes);
+  if (end == nullptr) return false;
+  written = static_cast<unsigned int>(end - reinterpret_cast<unsigned char*>(out));
+  return true;
+}
+
+template <bool kCheckRoom>
+unsigned char* zuDecodeTable::decode(const char* in, unsigned int inBytes, char* out,
+                                     unsigned int outBytes) const {
   const auto* bytes = reinterpret_cast<const unsigned char*>(in);
   const unsigned char* const end = bytes + inBytes;
   auto* cursor = reinterpret_cast<unsigned char*>(out);
@@ -125,30 +138,28 @@ bool zuDecodeTable::toUTF8(const char* in, unsigned int inBytes, char* out, unsi
   while (bytes < end) {
     uint32_t entry = single_[*bytes];
     if (entry >= kAskIcu) {
-      if (entry != kLead || end - bytes < 2) return false;
+      if (entry != kLead || end - bytes < 2) return nullptr;
       entry = pairs_[bytes[0]][bytes[1]];
-      if (entry >= kAskIcu) return false;
+      if (entry >= kAskIcu) return nullptr;
       bytes += 2;
     } else {
       ++bytes;
     }
     const unsigned int length = entry >> 24;
-    if (limit - cursor >= 4) {
-      // All four bytes go out at once; those past the character's are
+    if (!kCheckRoom || limit - cursor >= 4) {
+      // The whole entry goes out at once; the bytes past the character's are
       // overwritten by the next one or lie beyond the written text.
-      const uint32_t utf8 = entry & 0xFFFFFFu;
-      std::memcpy(cursor, &utf8, 4);
+      std::memcpy(cursor, &entry, 4);
     } else if (limit - cursor >= length) {
       for (unsigned int i = 0; i < length; ++i) {
         cursor[i] = static_cast<unsigned char>(entry >> 8 * i);
       }
     } else {
-      return false;
+      return nullptr;
     }
     cursor += length;
   }
-  written = static_cast<unsigned int>(cursor - reinterpret_cast<unsigned char*>(out));
-  return true;
+  return cursor;
 }
 
 const zuDecodeTable* decodeTableFor(int codePage) {

@@ -30,6 +30,12 @@ class zuDecodeTable {
   bool toUTF8(const char* in, unsigned int inBytes, char* out, unsigned int outBytes,
               unsigned int& written) const;
 
+  // The decoding itself; the end of the written UTF-8, or null where
+  // toUTF8 gives false.
+  template <bool kCheckRoom>
+  unsigned char* decode(const char* in, unsigned int inBytes, char* out,
+                        unsigned int outBytes) const;
+
   // An entry holds the character's UTF-8 bytes in its low three bytes
   // (first byte lowest) and their count in its top byte; or one of two marks.
   static constexpr uint32_t kLead = 0xFF000000u;    // starts a two-byte character
