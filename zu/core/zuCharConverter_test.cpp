@@ -282,6 +282,34 @@ TEST(zuCharConverterTest, TableDecodingMatchesIcuForEveryBytePair) {
   }
 }
 
+// Short Shift_JIS texts decoded into buffers of every size: a buffer too
+// small gives nothing, one large enough the whole text, and no byte past
+// the buffer's end is touched.
+TEST(zuCharConverterTest, TableDecodingRespectsTheBufferSize) {
+  const zuGxCharConverter sjis("SJIS");
+  const char in[] =
+      "\x93\xFA\x96\x7B"
+      "a";  // "日本a"
+  const std::string expected =
+      "\xE6\x97\xA5\xE6\x9C\xAC"
+      "a";
+  for (unsigned int size = 0; size <= 16; ++size) {
+    SCOPED_TRACE(size);
+    char out[24];
+    std::memset(out, '#', sizeof out);
+    const unsigned int written = zuCharConverter::UTF8()->Convert(out, size, &sjis, in, 5);
+    if (size < expected.size()) {
+      EXPECT_EQ(written, 0u);
+    } else {
+      EXPECT_EQ(std::string(out, written), expected);
+      if (size > expected.size()) {
+        EXPECT_EQ(out[written], '\0');
+      }
+    }
+    EXPECT_EQ(std::string(out + size, sizeof out - size), std::string(sizeof out - size, '#'));
+  }
+}
+
 TEST(zuCharConverterTest, CacheKeepsEightConvertersMostRecentFirst) {
   zuThreadLocalStorage::resetThreadStorage(zuThreadLocalStorage::eCharConverterCache);
   const char* names[] = {"SJIS",   "GBK",    "Big5",  "latin1", "latin2",
