@@ -1,6 +1,7 @@
 #include "zu/picture/RnNum.h"
 
 #include <cstring>
+#include <memory>
 #include <string>
 
 #include "zu/core/zuException.h"
@@ -54,8 +55,15 @@ struct RnNum::SymbolCache {
 };
 
 RnNum::SymbolCache& RnNum::symbolCache() {
-  thread_local SymbolCache cache;
-  return cache;
+  // Reached through an initial-exec pointer: one load from the thread
+  // pointer instead of a call to the dynamic loader for a large variable.
+  [[gnu::tls_model("initial-exec")]] thread_local SymbolCache* cache = nullptr;
+  thread_local std::unique_ptr<SymbolCache> owner;
+  if (cache == nullptr) {
+    owner = std::make_unique<SymbolCache>();
+    cache = owner.get();
+  }
+  return *cache;
 }
 
 RnNum::RnNum(const zuString& value, const zuString& locale) {
@@ -71,8 +79,7 @@ RnNum::RnNum(const zuString& value, const zuString& picture, const zuString& loc
 void RnNum::init(const zuString& locale) {
   SymbolCache& cache = symbolCache();
   const bool cacheable = !locale.IsEmpty() && locale.Length() < sizeof cache.name &&
-                         RnRunTimeStore::current(false) == nullptr &&
-                         RnLocale::get(1u) == nullptr;
+                         RnRunTimeStore::current(false) == nullptr && RnLocale::get(1u) == nullptr;
   if (cacheable && std::strcmp(cache.name, locale) == 0) {
     locale_ = cache.locale;
     cache.copyTo(*this);
@@ -213,8 +220,9 @@ bool RnNum::DblToStr(double value, int width, int precision, bool keepPoint, zuS
   out.Empty();
   RnDecimal decimal;
   if (width >= kMaxWidth || !decimal.fromDouble(value)) return false;
-  precision = precision < 0 ? 0 : (precision > RnDecimal::kSignificant ? RnDecimal::kSignificant
-                                                                        : precision);
+  precision = precision < 0
+                  ? 0
+                  : (precision > RnDecimal::kSignificant ? RnDecimal::kSignificant : precision);
   decimal.roundFraction(precision);
   char buffer[2 * kMaxWidth + 64];
   size_t length = 0;

@@ -118,7 +118,7 @@ size_t countCodePoints(const char* text, size_t length) {
   return count;
 }
 
-void TextSink::put(const char* text, size_t length) {
+void TextSink::putLong(const char* text, size_t length) {
   if (heap_.empty()) {
     if (size_ + length <= sizeof inline_) {
       std::memcpy(inline_ + size_, text, length);

@@ -68,11 +68,37 @@ class TextSink {
       put(&c, 1);
     }
   }
-  void put(const char* text, size_t length);
+  // Inline for the short pieces a number is made of, into the inline buffer.
+  void put(const char* text, size_t length) {
+    if (length <= 4 && heap_.empty() && size_ <= sizeof inline_ - 4) {
+      char* to = inline_ + size_;
+      switch (length) {
+        case 4:
+          to[3] = text[3];
+          [[fallthrough]];
+        case 3:
+          to[2] = text[2];
+          [[fallthrough]];
+        case 2:
+          to[1] = text[1];
+          [[fallthrough]];
+        case 1:
+          to[0] = text[0];
+          break;
+        default:
+          break;
+      }
+      size_ += length;
+      return;
+    }
+    putLong(text, length);
+  }
   const char* data() const { return heap_.empty() ? inline_ : heap_.data(); }
   size_t size() const { return size_; }
 
  private:
+  void putLong(const char* text, size_t length);
+
   char inline_[240];
   std::string heap_;
   size_t size_ = 0;
