@@ -1,9 +1,9 @@
 #include "zu/picture/RnNum.h"
 
 #include <cstring>
-#include <memory>
 #include <string>
 
+#include "zu/core/internal/zuThreadMemo.h"
 #include "zu/core/zuException.h"
 #include "zu/locale/RnData.h"
 #include "zu/locale/internal/RnRunTimeStore.h"
@@ -55,15 +55,7 @@ struct RnNum::SymbolCache {
 };
 
 RnNum::SymbolCache& RnNum::symbolCache() {
-  // Reached through an initial-exec pointer: one load from the thread
-  // pointer instead of a call to the dynamic loader for a large variable.
-  [[gnu::tls_model("initial-exec")]] thread_local SymbolCache* cache = nullptr;
-  thread_local std::unique_ptr<SymbolCache> owner;
-  if (cache == nullptr) {
-    owner = std::make_unique<SymbolCache>();
-    cache = owner.get();
-  }
-  return *cache;
+  return zuThreadMemo<SymbolCache>::get();
 }
 
 RnNum::RnNum(const zuString& value, const zuString& locale) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "zu/core/internal/zuThreadMemo.h"
 #include "zu/core/zuCharConverter.h"
 #include "zu/core/zuUnicode.h"
 #include "zu/locale/RnData.h"
@@ -200,12 +201,18 @@ struct ChosenLocale {
   unsigned int zeroSymbol = '0';
 };
 
+struct ChosenLocales {
+  std::array<ChosenLocale, 4> entries;
+  std::size_t nextToReplace = 0;
+};
+
 }  // namespace
 
 void RnText::chooseLocale(const zuString& locale) {
-  constexpr std::size_t kRemembered = 4;
-  thread_local std::array<ChosenLocale, kRemembered> remembered;
-  thread_local std::size_t nextToReplace = 0;
+  ChosenLocales& memo = zu::internal::zuThreadMemo<ChosenLocales>::get();
+  auto& remembered = memo.entries;
+  std::size_t& nextToReplace = memo.nextToReplace;
+  constexpr std::size_t kRemembered = std::tuple_size_v<decltype(memo.entries)>;
   const uint64_t generation = zu::internal::gRunTimeDataGeneration.load(std::memory_order_acquire);
   if (!locale.IsEmpty()) {
     for (const ChosenLocale& entry : remembered) {

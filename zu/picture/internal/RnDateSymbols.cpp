@@ -3,6 +3,7 @@
 #include <array>
 #include <cstring>
 
+#include "zu/core/internal/zuThreadMemo.h"
 #include "zu/locale/RnData.h"
 #include "zu/locale/internal/RnRunTimeStore.h"
 #include "zu/picture/RnDate.h"
@@ -40,11 +41,17 @@ void load(const char* name, RnDateSymbols& symbols) {
   symbols.altEraCount = getAltEraTableCount(symbols.locale);
 }
 
+struct Memo {
+  std::array<Remembered, kRemembered> entries;
+  std::size_t nextToReplace = 0;
+};
+
 }  // namespace
 
 const RnDateSymbols& dateSymbolsFor(const char* locale) {
-  thread_local std::array<Remembered, kRemembered> remembered;
-  thread_local std::size_t nextToReplace = 0;
+  Memo& memo = zuThreadMemo<Memo>::get();
+  auto& remembered = memo.entries;
+  std::size_t& nextToReplace = memo.nextToReplace;
   const char* name = locale != nullptr ? locale : "";
   const uint64_t generation = gRunTimeDataGeneration.load(std::memory_order_acquire);
   for (Remembered& entry : remembered) {

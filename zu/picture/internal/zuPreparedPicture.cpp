@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "zu/core/internal/zuThreadMemo.h"
 #include "zu/picture/internal/zuPictureScan.h"
 #include "zu/picture/zuPicture.h"
 
@@ -98,7 +99,7 @@ void prepare(const zuString& picture, const zuString& locale, PreparedPicture& p
 }  // namespace
 
 const PreparedPicture& preparedPicture(const zuString& picture, const zuString& locale) {
-  thread_local std::array<Remembered, kRemembered> remembered;
+  auto& remembered = zuThreadMemo<std::array<Remembered, kRemembered>>::get();
   Remembered& slot = remembered[mix(mix(2166136261u, picture), locale) % kRemembered];
   if (slot.used && sameText(slot.picture, picture) && sameText(slot.locale, locale)) {
     return slot.prepared;
