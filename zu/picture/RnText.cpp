@@ -110,20 +110,24 @@ bool walkPicture(const Text& picture, bool fullWidth, bool allowOpenQuote, OnRun
 }
 
 void toText(const zuString& text, Text& out) {
-  out.clear();
-  out.reserve(text.Length());
+  // A text has no more characters than bytes: sized once, filled through a
+  // pointer, cut to what was read.
+  const unsigned length = text.Length();
+  out.resize(length);
+  char32_t* to = out.data();
   const char* bytes = text;
   unsigned pos = 0;
-  while (pos < text.Length()) {
+  while (pos < length) {
     if (static_cast<unsigned char>(bytes[pos]) < 0x80) {
-      out.push_back(static_cast<char32_t>(bytes[pos++]));
+      *to++ = static_cast<char32_t>(bytes[pos++]);
       continue;
     }
     const unsigned before = pos;
     const unsigned int c = text.UniChar(pos);
     if (pos == before) break;
-    out.push_back(static_cast<char32_t>(c));
+    *to++ = static_cast<char32_t>(c);
   }
+  out.resize(static_cast<size_t>(to - out.data()));
 }
 
 // The buffers format and parse work in, kept per thread so that a call
@@ -134,10 +138,7 @@ struct Scratch {
   Text picture;
   std::string out;
 
-  static Scratch& current() {
-    thread_local Scratch scratch;
-    return scratch;
-  }
+  static Scratch& current() { return zu::internal::zuThreadMemo<Scratch>::get(); }
   void trim() {
     constexpr size_t kKept = 4096;
     if (value.capacity() > kKept) Text().swap(value);
