@@ -8,6 +8,9 @@
 //   StringCopy64 vs std_string: ours 2.1 ns, peer 9.8 ns, ratio 4.67
 //
 // The ratio is the peer's time divided by ours: above 1 we are faster.
+// With --benchmark_repetitions the medians are compared; on a shared machine
+// add --benchmark_enable_random_interleaving=true so that a slow spell does
+// not fall on one side only.
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
@@ -22,14 +25,18 @@ class RatioReporter : public benchmark::ConsoleReporter {
   void ReportRuns(const std::vector<Run>& runs) override {
     ConsoleReporter::ReportRuns(runs);
     for (const Run& run : runs) {
-      if (run.run_type != Run::RT_Iteration || run.error_occurred) continue;
-      const std::string name = run.benchmark_name();
+      if (run.error_occurred) continue;
+      const bool median = run.run_type == Run::RT_Aggregate && run.aggregate_name == "median";
+      if (run.run_type != Run::RT_Iteration && !median) continue;
+      const std::string name = run.run_name.str();
       const std::size_t slash = name.rfind('/');
       if (slash == std::string::npos) continue;
       const double nanos = run.GetAdjustedRealTime() *
                            benchmark::GetTimeUnitMultiplier(benchmark::kNanosecond) /
                            benchmark::GetTimeUnitMultiplier(run.time_unit);
-      times_[name.substr(0, slash)][name.substr(slash + 1)] = nanos;
+      Time& time = times_[name.substr(0, slash)][name.substr(slash + 1)];
+      // A median, once there, is not replaced by a single repetition.
+      if (median || !time.median) time = Time{nanos, median};
     }
   }
 
@@ -39,17 +46,22 @@ class RatioReporter : public benchmark::ConsoleReporter {
     for (const auto& [comparison, roles] : times_) {
       const auto ours = roles.find("ours");
       if (ours == roles.end()) continue;
-      for (const auto& [peer, peerNanos] : roles) {
+      for (const auto& [peer, peerTime] : roles) {
         if (peer == "ours") continue;
         std::printf("%s vs %s: ours %.1f ns, peer %.1f ns, ratio %.2f\n", comparison.c_str(),
-                    peer.c_str(), ours->second, peerNanos, peerNanos / ours->second);
+                    peer.c_str(), ours->second.nanos, peerTime.nanos,
+                    peerTime.nanos / ours->second.nanos);
       }
     }
     std::fflush(stdout);
   }
 
  private:
-  std::map<std::string, std::map<std::string, double>> times_;
+  struct Time {
+    double nanos = 0;
+    bool median = false;
+  };
+  std::map<std::string, std::map<std::string, Time>> times_;
 };
 
 }  // namespace
