@@ -39,8 +39,9 @@
 // - Parsing reads the text from its right-hand end. Digits may be ASCII,
 //   the locale's digits or full-width. "9" needs one digit per symbol; "8"
 //   and "z" take a digit when there is one; "Z" takes a digit, a space or
-//   nothing. The radix symbol may be missing only when no fraction digit
-//   was read (a short or dropped fraction). "," takes the grouping symbol
+//   nothing. In the fraction an "8", "z" or "Z" leaves alone the digits the
+//   "9"s further left still need ("zz9.99zz" reads "234.50"). The radix symbol may be missing only
+//   when no fraction digit was read (a short or dropped fraction). "," takes the grouping symbol
 //   when present (any space-like character when the locale groups with a
 //   space). "$" and "$$" require the symbol and the name (the name without
 //   regard to ASCII case); "%" requires the locale's or the ASCII percent
@@ -138,14 +139,14 @@ class ZU_EXPORT RnNum {
   static SymbolCache& symbolCache();
   struct ParseState;
   struct Analysis {
-    unsigned leading = 0;    // digit symbols before the radix
-    unsigned trailing = 0;   // digit symbols after it
-    unsigned nines = 0;      // "9" symbols in the whole picture
-    bool scientific = false;  // "E"
-    bool percent = false;     // "%"
-    bool hasRadix = false;    // ".", "V" or "v"
-    bool hasSign = false;     // S s ( ) CR cr DB db
-    bool zeroBlanking = true;       // no "9", "8" or "Z"
+    unsigned leading = 0;            // digit symbols before the radix
+    unsigned trailing = 0;           // digit symbols after it
+    unsigned nines = 0;              // "9" symbols in the whole picture
+    bool scientific = false;         // "E"
+    bool percent = false;            // "%"
+    bool hasRadix = false;           // ".", "V" or "v"
+    bool hasSign = false;            // S s ( ) CR cr DB db
+    bool zeroBlanking = true;        // no "9", "8" or "Z"
     bool dropFractionZeros = false;  // fraction digits all "z"
     bool shortFraction = false;      // fraction digits all "8"
   };

@@ -42,6 +42,8 @@ struct RnNum::ParseState {
   bool percent = false;
   unsigned fractionDigits = 0;
   unsigned ninesLeft = 0;
+  // "9" symbols of the fraction not matched yet (the fraction is read first).
+  unsigned fractionNinesLeft = 0;
   // The locale's texts, reversed.
   std::string radix, grouping, negativeSign, positiveSign, percentSign, currencySymbol,
       currencyName;
@@ -81,6 +83,22 @@ struct RnNum::ParseState {
     }
     pos += what.size();
     return true;
+  }
+  // The digits from pos on, up to the first character that is not one.
+  unsigned digitRun() const {
+    unsigned run = 0;
+    size_t at = pos;
+    while (at < text.size()) {
+      size_t bytes = 0;
+      const uint32_t c = decodeUtf8(text.data(), text.size(), at, bytes);
+      if (!((c >= '0' && c <= '9') || (c >= zero && c <= zero + 9) ||
+            (c >= 0xFF10 && c <= 0xFF19))) {
+        break;
+      }
+      ++run;
+      at += bytes;
+    }
+    return run;
   }
   // The digit at pos in ASCII, the locale's digits or full width; -1 when none.
   int digitAt(size_t& bytes) const {
@@ -137,8 +155,18 @@ bool RnNum::parsePicture(const zuString& text, const zuString& picture) {
 
 bool RnNum::scanReversed(ParseState& state, const std::string& picture) const {
   state.ninesLeft = analysis_.nines;
-  NumPictureReader reader(picture.data(), picture.size(), true);
+  state.fractionNinesLeft = 0;
   NumPictureItem item;
+  if (analysis_.hasRadix) {
+    // The fraction comes first in the reversed picture, up to the radix.
+    NumPictureReader counter(picture.data(), picture.size(), true);
+    while (counter.next(item)) {
+      if (item.kind != NumPictureItem::kSymbol) continue;
+      if (item.symbol == '.' || item.symbol == 'V' || item.symbol == 'v') break;
+      if (item.symbol == '9') state.fractionNinesLeft += item.count;
+    }
+  }
+  NumPictureReader reader(picture.data(), picture.size(), true);
   while (reader.next(item)) {
     if (item.kind == NumPictureItem::kLiteral) {
       if (state.text.compare(state.pos, item.length, item.text, item.length) != 0) return false;
@@ -170,10 +198,18 @@ bool RnNum::subParse(ParseState& state, char symbol, unsigned count) const {
     case 'Z':
     case 'z':
       for (unsigned i = 0; i < count; ++i) {
-        if (symbol == '9') --state.ninesLeft;
-        if (state.fractionAbsent && a.hasRadix && !state.radixPassed) continue;
+        const bool inFraction = a.hasRadix && !state.radixPassed;
+        if (symbol == '9') {
+          --state.ninesLeft;
+          if (inFraction && state.fractionNinesLeft > 0) --state.fractionNinesLeft;
+        }
+        if (state.fractionAbsent && inFraction) continue;
+        // In the fraction an optional digit leaves the "9"s further left
+        // the digits they need: "zz9.99zz" reads "234.50".
+        const bool spared =
+            symbol != '9' && inFraction && state.digitRun() <= state.fractionNinesLeft;
         size_t bytes = 0;
-        const int digit = state.digitsClosed ? -1 : state.digitAt(bytes);
+        const int digit = state.digitsClosed || spared ? -1 : state.digitAt(bytes);
         if (digit >= 0) {
           state.pos += bytes;
           state.number += static_cast<char>('0' + digit);

@@ -25,6 +25,9 @@ TEST(RnNumParseTest, ReadsTextThroughPicture) {
       {"en_US", "12.5", "99.88", "12.5"},
       {"en_US", "12", "99.88", "12"},
       {"en_US", "12", "zz9.zz", "12"},
+      {"en_US", "234.50", "zz9.99zz", "234.5"},  // optional digits leave the 9s theirs
+      {"en_US", "234.5078", "zz9.99zz", "234.5078"},
+      {"en_US", "1.5", "9.9z", "1.5"},
       {"en_US", "  7", "ZZ9", "7"},
       {"en_US", "50%", "99%", "0.5"},
       {"en_US", "(5)", "(9)", "-5"},
@@ -74,11 +77,11 @@ TEST(RnNumParseTest, RoundTripsInManyLocales) {
                                          "ja_JP", "fa",    "de_CH", "ru_RU", "th_TH_TH",
                                          "ar_EG", "es_ES", "zh_CN"};
   static const char* const kPictures[] = {
-      "z,zzz,zz9.99", "s999999.999", "zzzzz9.88", "(z,zzz,zz9.99)", "9.999E",
-      "zz,zzz,zz9.99CR", "zzz,zz9%",   "$z,zzz,zz9.99", "$$ zzzzzz9.zz", "ZZZZZZ9v99",
+      "z,zzz,zz9.99",    "s999999.999", "zzzzz9.88",     "(z,zzz,zz9.99)", "9.999E",
+      "zz,zzz,zz9.99CR", "zzz,zz9%",    "$z,zzz,zz9.99", "$$ zzzzzz9.zz",  "ZZZZZZ9v99",
   };
-  static const char* const kValues[] = {"0", "1", "-1", "12.5", "-1234.56", "999999.99",
-                                        "0.07", "-0.5", "100000", "31.4159"};
+  static const char* const kValues[] = {"0",         "1",    "-1",   "12.5",   "-1234.56",
+                                        "999999.99", "0.07", "-0.5", "100000", "31.4159"};
   for (const char* locale : kLocales) {
     for (const char* picture : kPictures) {
       for (const char* value : kValues) {
