@@ -147,13 +147,18 @@ struct Scratch {
   }
 };
 
-void appendChar(std::string& out, char32_t c) {
-  if (c < 0x80) {
-    out.push_back(static_cast<char>(c));
-    return;
-  }
+[[gnu::noinline]] void appendEncoded(std::string& out, char32_t c) {
   char bytes[4];
   out.append(bytes, static_cast<size_t>(zuUCStoUTF8(bytes, c)));
+}
+
+// ASCII inline, the rest encoded out of line.
+inline void appendChar(std::string& out, char32_t c) {
+  if (c < 0x80) {
+    out.push_back(static_cast<char>(c));
+  } else {
+    appendEncoded(out, c);
+  }
 }
 
 // A string holding exactly these bytes (the byte constructors would drop a

@@ -41,10 +41,16 @@ uint64_t mix(uint64_t hash, const zuString& text) {
   return hash ^ (hash >> 32);
 }
 
+// Clauses and locale names are short: compared in place, without a call.
 bool sameText(const zuString& left, const zuString& right) {
-  return left.Length() == right.Length() &&
-         std::memcmp(static_cast<const char*>(left), static_cast<const char*>(right),
-                     left.Length()) == 0;
+  const unsigned int length = left.Length();
+  if (length != right.Length()) return false;
+  const char* a = left;
+  const char* b = right;
+  for (unsigned int i = 0; i < length; ++i) {
+    if (a[i] != b[i]) return false;
+  }
+  return true;
 }
 
 PictureKind classify(const zuString& alternative, zuString& datePicture, zuString& timePicture) {
