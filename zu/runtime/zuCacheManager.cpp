@@ -313,8 +313,28 @@ int zuCacheManager::getCaching() {
   return gCaching.load(std::memory_order_relaxed);
 }
 
+void* zuCacheManager::AllocateForCallingThread(unsigned int size) {
+  // The common case in a few instructions, without saving registers: the
+  // remembered manager, still valid, has a pool for the size with a block.
+  if (gCaching.load(std::memory_order_relaxed) != 0 && size < kDirectSizes) {
+    zuCacheManager* calling = tCallingThreadManager;
+    if (calling != nullptr &&
+        tCallingThreadGeneration ==
+            zu::internal::gRememberedSlotGeneration.load(std::memory_order_acquire)) {
+      if (zuMemoryCache* pool = calling->directFront_[size]) {
+        if (void* block = pool->Take()) return block;
+      }
+    }
+  }
+  return AllocateSlowly(size);
+}
+
+void* zuCacheManager::AllocateSlowly(unsigned int size) {
+  return getCacheManager(0)->allocMemory(size);
+}
+
 void* zuCacheManager_alloc(unsigned int size) {
-  return zuCacheManager::getCacheManager(0)->allocMemory(size);
+  return zuCacheManager::AllocateForCallingThread(size);
 }
 
 void zuCacheManager_free(void* block) {

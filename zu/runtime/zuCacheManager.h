@@ -102,6 +102,9 @@ class ZU_EXPORT zuCacheManager : public zuThreadStorage {
   // thread's manager dies with the thread.
   static std::size_t ManagerCount();
 
+  // zuCacheManager_alloc: a block from the calling thread's manager.
+  static void* AllocateForCallingThread(unsigned int size);
+
   // For zuMemoryCache: a spare area of at least `bytes` (and not more than
   // twice as many), `bytes` then set to its size; or null. And the offer of
   // a released pool's area, false when the manager keeps no more spares (the
@@ -120,6 +123,7 @@ class ZU_EXPORT zuCacheManager : public zuThreadStorage {
   struct GlobalTag {};
   explicit zuCacheManager(GlobalTag);
   static zuCacheManager& GlobalManager();
+  [[gnu::noinline]] static void* AllocateSlowly(unsigned int size);
   static zuCacheManager* CreateForThread(unsigned int threadId);
   void* TakeFromList(unsigned int size, unsigned long long maxSize);
   zuMemoryCacheList* ChooseList(unsigned int size, unsigned long long maxSize);
