@@ -41,13 +41,32 @@ uint64_t mix(uint64_t hash, const zuString& text) {
   return hash ^ (hash >> 32);
 }
 
-// Clauses and locale names are short: compared in place, without a call.
+template <class Word>
+bool sameWord(const char* a, const char* b) {
+  Word x;
+  Word y;
+  std::memcpy(&x, a, sizeof x);
+  std::memcpy(&y, b, sizeof y);
+  return x == y;
+}
+
+// Clauses and locale names are short: compared a word at a time, the last
+// word overlapping the one before it, without a call.
 bool sameText(const zuString& left, const zuString& right) {
-  const unsigned int length = left.Length();
+  const std::size_t length = left.Length();
   if (length != right.Length()) return false;
   const char* a = left;
   const char* b = right;
-  for (unsigned int i = 0; i < length; ++i) {
+  if (length >= 8) {
+    for (std::size_t i = 0; i + 8 < length; i += 8) {
+      if (!sameWord<uint64_t>(a + i, b + i)) return false;
+    }
+    return sameWord<uint64_t>(a + length - 8, b + length - 8);
+  }
+  if (length >= 4) {
+    return sameWord<uint32_t>(a, b) && sameWord<uint32_t>(a + length - 4, b + length - 4);
+  }
+  for (std::size_t i = 0; i < length; ++i) {
     if (a[i] != b[i]) return false;
   }
   return true;
