@@ -84,30 +84,26 @@ struct RnNum::ParseState {
     pos += what.size();
     return true;
   }
-  // The digits from pos on, up to the first character that is not one.
-  unsigned digitRun() const {
-    unsigned run = 0;
-    size_t at = pos;
-    while (at < text.size()) {
-      size_t bytes = 0;
-      const uint32_t c = decodeUtf8(text.data(), text.size(), at, bytes);
-      if (!((c >= '0' && c <= '9') || (c >= zero && c <= zero + 9) ||
-            (c >= 0xFF10 && c <= 0xFF19))) {
-        break;
-      }
-      ++run;
-      at += bytes;
-    }
-    return run;
-  }
-  // The digit at pos in ASCII, the locale's digits or full width; -1 when none.
-  int digitAt(size_t& bytes) const {
-    if (pos >= text.size()) return -1;
-    const uint32_t c = decodeUtf8(text.data(), text.size(), pos, bytes);
+  // The digit at `at` in ASCII, the locale's digits or full width; -1 when none.
+  int digitAt(size_t at, size_t& bytes) const {
+    if (at >= text.size()) return -1;
+    const uint32_t c = decodeUtf8(text.data(), text.size(), at, bytes);
     if (c >= '0' && c <= '9') return static_cast<int>(c - '0');
     if (c >= zero && c <= zero + 9) return static_cast<int>(c - zero);
     if (c >= 0xFF10 && c <= 0xFF19) return static_cast<int>(c - 0xFF10);
     return -1;
+  }
+  int digitAt(size_t& bytes) const { return digitAt(pos, bytes); }
+  // Whether more than `count` digits follow from pos on; reads at most
+  // count + 1 of them.
+  bool moreDigitsThan(unsigned count) const {
+    size_t at = pos;
+    for (unsigned seen = 0; seen <= count; ++seen) {
+      size_t bytes = 0;
+      if (digitAt(at, bytes) < 0) return false;
+      at += bytes;
+    }
+    return true;
   }
   bool takeNegative() { return take(negativeSign) || take("-"); }
   bool takeSign(bool isNegative) {
@@ -207,7 +203,7 @@ bool RnNum::subParse(ParseState& state, char symbol, unsigned count) const {
         // In the fraction an optional digit leaves the "9"s further left
         // the digits they need: "zz9.99zz" reads "234.50".
         const bool spared =
-            symbol != '9' && inFraction && state.digitRun() <= state.fractionNinesLeft;
+            symbol != '9' && inFraction && !state.moreDigitsThan(state.fractionNinesLeft);
         size_t bytes = 0;
         const int digit = state.digitsClosed || spared ? -1 : state.digitAt(bytes);
         if (digit >= 0) {

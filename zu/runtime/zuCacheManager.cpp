@@ -227,7 +227,7 @@ void zuCacheManager::ParkList(zuMemoryCacheList* list) {
 }
 
 void zuCacheManager::RetireList(zuMemoryCacheList* list) {
-  while (list->PoolCount() != 0) list->Release(const_cast<zuMemoryCache*>(list->Pool(0)));
+  while (list->PoolCount() != 0) list->Release(list->Front());
   if (spareListCount_ < kSpareLists) {
     spareLists_[spareListCount_++] = list;
   } else {
