@@ -8,6 +8,7 @@
 
 #include "zu/core/internal/zuCharClass.h"
 #include "zu/core/internal/zuCodePointSet.h"
+#include "zu/core/internal/zuShortCopy.h"
 #include "zu/core/internal/zuStringBlock.h"
 #include "zu/core/internal/zuStringMutex.h"
 #include "zu/core/zuAtomStore.h"
@@ -92,6 +93,21 @@ zuString::zuString(const zuString& other, unsigned int length)
     : lengthScope_(eDefault), chars_(nullptr) {
   if (other.chars_ == nullptr) return;
   CopyBytes(other.chars_, length < other.Length() ? length : other.Length(), other.GetThreadId());
+}
+
+zuString zuString::FromBytes(const char* bytes, unsigned int length) {
+  zuString text;
+  if (length == 0) {
+    text.SetLiteral(kEmptyText, 0);
+    return text;
+  }
+  if (length > kMaxLength) throw zuExMemory();
+  zuStringData* block = zu::internal::allocateStringBlock(length, 0);
+  zu::internal::copyShort(block->chars(), bytes, length);
+  text.chars_ = block->chars();
+  text.chars_[length] = '\0';
+  text.lengthScope_ = (length << 2) | eOrdinary;
+  return text;
 }
 
 zuString::zuString(const char* text) : lengthScope_(eDefault), chars_(nullptr) {

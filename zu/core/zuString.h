@@ -104,6 +104,11 @@ class ZU_EXPORT zuString {
   zuString(const char* text, const zuCharConverter* converter, unsigned int threadId = 0);
   zuString(const char* text, unsigned int length, const zuCharConverter* converter,
            unsigned int threadId = 0);
+  // Exactly the `length` bytes at `bytes`, NULs and a leading byte-order
+  // mark included (the byte constructors act on those), in a block of the
+  // calling thread; no bytes give the shared empty text. For text a caller
+  // has just written into a buffer of its own. Throws zuExMemory.
+  static zuString FromBytes(const char* bytes, unsigned int length);
 
   // Releases the block.
   ~zuString() {

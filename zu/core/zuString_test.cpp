@@ -310,6 +310,21 @@ TEST(zuStringTest, ByteOrderMarksAndWideSources) {
   }
   // A copy stops at the first NUL even when a longer length is given.
   EXPECT_EQ(bytes(zuString("ab\0cd", 5)), "ab");
+  // FromBytes keeps every byte, marks and NULs included.
+  const zuString exact = zuString::FromBytes(littleEndian, 4);
+  EXPECT_EQ(bytes(exact), std::string(littleEndian, 4));
+  EXPECT_FALSE(exact.IsLiteral() || exact.IsGlobal());
+  const std::string marked("\xEF\xBB\xBF"
+                           "ab\0c",
+                           7);
+  EXPECT_EQ(bytes(zuString::FromBytes(marked.data(), 7)), marked);
+  // Every length through the short copies and past them.
+  const std::string alphabet = "abcdefghijklmnopqrstuvwxyz0123456789";
+  for (unsigned length = 1; length <= alphabet.size(); ++length) {
+    EXPECT_EQ(bytes(zuString::FromBytes(alphabet.data(), length)), alphabet.substr(0, length));
+  }
+  EXPECT_TRUE(zuString::FromBytes("x", 0).IsEmpty());
+  EXPECT_FALSE(zuString::FromBytes(nullptr, 0).IsNull());
 
   const zuString wide(u"caf\u00e9 \U0001F600");
   EXPECT_EQ(bytes(wide), "caf\xC3\xA9 \xF0\x9F\x98\x80");

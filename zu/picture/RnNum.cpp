@@ -9,7 +9,6 @@
 #include "zu/locale/internal/RnRunTimeStore.h"
 #include "zu/picture/internal/RnDecimal.h"
 #include "zu/picture/internal/RnNumPicture.h"
-#include "zu/picture/internal/RnNumText.h"
 
 using namespace zu::internal;
 
@@ -224,7 +223,7 @@ bool RnNum::DblToStr(double value, int width, int precision, bool keepPoint, zuS
       decimal.writeFixed(buffer + length, sizeof buffer - length, width - static_cast<int>(length),
                          precision, keepPoint || precision > 0);
   if (written == 0) return false;
-  out = stringOfBytes(buffer, length + written);
+  out = zuString::FromBytes(buffer, static_cast<unsigned int>(length + written));
   return true;
 }
 
@@ -238,5 +237,5 @@ bool RnNum::StrToDbl(const zuString& text, double& value) {
 void RnNum::Reverse(zuString& text) {
   std::string reversed;
   reverseUtf8(text, text.Length(), reversed);
-  text = stringOfBytes(reversed.data(), reversed.size());
+  text = zuString::FromBytes(reversed.data(), static_cast<unsigned int>(reversed.size()));
 }

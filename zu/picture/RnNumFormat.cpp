@@ -4,7 +4,6 @@
 #include "zu/picture/RnNum.h"
 #include "zu/picture/internal/RnDecimal.h"
 #include "zu/picture/internal/RnNumPicture.h"
-#include "zu/picture/internal/RnNumText.h"
 
 using namespace zu::internal;
 
@@ -127,7 +126,7 @@ zuString RnNum::formatPicture(const zuString& picture, unsigned* radixPos, int f
     const size_t end = state.radixAt == kNoRadix ? state.out.size() : state.radixAt;
     *radixPos = static_cast<unsigned>(countCodePoints(state.out.data(), end));
   }
-  return stringOfBytes(state.out.data(), state.out.size());
+  return zuString::FromBytes(state.out.data(), static_cast<unsigned int>(state.out.size()));
 }
 
 bool RnNum::subFormat(FormatState& state, char symbol, unsigned count) const {

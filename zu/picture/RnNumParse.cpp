@@ -9,7 +9,6 @@
 #include "zu/picture/RnNum.h"
 #include "zu/picture/internal/RnDecimal.h"
 #include "zu/picture/internal/RnNumPicture.h"
-#include "zu/picture/internal/RnNumText.h"
 
 using namespace zu::internal;
 
@@ -333,7 +332,7 @@ bool RnNum::finishParse(const ParseState& state) {
   char buffer[2 * 400];
   const size_t length = decimal.writePlain(buffer, sizeof buffer);
   if (length == 0) return false;
-  text_ = stringOfBytes(buffer, length);
+  text_ = zuString::FromBytes(buffer, static_cast<unsigned int>(length));
   value_ = decimal.toDouble();
   valueKnown_ = true;
   valid_ = true;

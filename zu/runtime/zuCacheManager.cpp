@@ -314,6 +314,11 @@ int zuCacheManager::getCaching() {
 }
 
 void* zuCacheManager::AllocateForCallingThread(unsigned int size) {
+  unsigned int ownerThreadId = 0;
+  return AllocateForCallingThread(size, ownerThreadId);
+}
+
+void* zuCacheManager::AllocateForCallingThread(unsigned int size, unsigned int& ownerThreadId) {
   // The common case in a few instructions, without saving registers: the
   // remembered manager, still valid, has a pool for the size with a block.
   if (gCaching.load(std::memory_order_relaxed) != 0 && size < kDirectSizes) {
@@ -322,15 +327,20 @@ void* zuCacheManager::AllocateForCallingThread(unsigned int size) {
         tCallingThreadGeneration ==
             zu::internal::gRememberedSlotGeneration.load(std::memory_order_acquire)) {
       if (zuMemoryCache* pool = calling->directFront_[size]) {
-        if (void* block = pool->Take()) return block;
+        if (void* block = pool->Take()) {
+          ownerThreadId = calling->threadId_;
+          return block;
+        }
       }
     }
   }
-  return AllocateSlowly(size);
+  return AllocateSlowly(size, ownerThreadId);
 }
 
-void* zuCacheManager::AllocateSlowly(unsigned int size) {
-  return getCacheManager(0)->allocMemory(size);
+void* zuCacheManager::AllocateSlowly(unsigned int size, unsigned int& ownerThreadId) {
+  zuCacheManager* manager = getCacheManager(0);
+  ownerThreadId = manager->threadId_;
+  return manager->allocMemory(size);
 }
 
 void* zuCacheManager_alloc(unsigned int size) {

@@ -104,6 +104,10 @@ class ZU_EXPORT zuCacheManager : public zuThreadStorage {
 
   // zuCacheManager_alloc: a block from the calling thread's manager.
   static void* AllocateForCallingThread(unsigned int size);
+  // The same, also giving the thread id of the manager the block came from
+  // (0 for a heap block while caching is off), as blocks that record their
+  // owner need it.
+  static void* AllocateForCallingThread(unsigned int size, unsigned int& ownerThreadId);
 
   // For zuMemoryCache: a spare area of at least `bytes` (and not more than
   // twice as many), `bytes` then set to its size; or null. And the offer of
@@ -123,7 +127,7 @@ class ZU_EXPORT zuCacheManager : public zuThreadStorage {
   struct GlobalTag {};
   explicit zuCacheManager(GlobalTag);
   static zuCacheManager& GlobalManager();
-  [[gnu::noinline]] static void* AllocateSlowly(unsigned int size);
+  [[gnu::noinline]] static void* AllocateSlowly(unsigned int size, unsigned int& ownerThreadId);
   static zuCacheManager* CreateForThread(unsigned int threadId);
   void* TakeFromList(unsigned int size, unsigned long long maxSize);
   zuMemoryCacheList* ChooseList(unsigned int size, unsigned long long maxSize);

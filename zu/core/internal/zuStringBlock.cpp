@@ -1,5 +1,6 @@
 #include "zu/core/internal/zuStringBlock.h"
 
+#include <bit>
 #include <new>
 
 #include "zu/core/zuException.h"
@@ -25,9 +26,7 @@ zuStringData* initBlock(void* memory, uint32_t capacity, unsigned int threadId) 
 }  // namespace
 
 uint32_t ordinaryCapacity(uint32_t request) {
-  uint32_t capacity = kFirstCapacity;
-  while (capacity < request) capacity *= 2;
-  return capacity;
+  return request <= kFirstCapacity ? kFirstCapacity : std::bit_ceil(request);
 }
 
 // The block comes from the thread's cache and carries the cache's thread id
@@ -35,6 +34,12 @@ uint32_t ordinaryCapacity(uint32_t request) {
 zuStringData* allocateStringBlock(uint32_t request, unsigned int threadId) {
   if (request > kLargestRequest) throw zuExMemory();
   const uint32_t capacity = ordinaryCapacity(request);
+  if (threadId == 0) {
+    unsigned int owner = 0;
+    void* memory = zuCacheManager::AllocateForCallingThread(
+        static_cast<unsigned int>(blockBytes(capacity)), owner);
+    return initBlock(memory, capacity, owner);
+  }
   zuCacheManager* cache = zuCacheManager::getCacheManager(threadId);
   void* memory = cache->allocMemory(static_cast<unsigned int>(blockBytes(capacity)));
   return initBlock(memory, capacity, cache->getThreadId());
