@@ -1,6 +1,7 @@
 #include "zu/picture/internal/zuPreparedPicture.h"
 
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <cstring>
 
@@ -12,7 +13,8 @@ namespace zu::internal {
 
 namespace {
 
-constexpr std::size_t kRemembered = 64;
+constexpr unsigned kSlotBits = 6;
+constexpr std::size_t kRemembered = std::size_t{1} << kSlotBits;
 
 struct Remembered {
   zuString picture;
@@ -21,38 +23,48 @@ struct Remembered {
   bool used = false;
 };
 
-// Mixes a text into `hash` eight bytes at a time: clauses are short, and a
-// byte at a time made a chain of dependent multiplies as long as the text.
-uint64_t mix(uint64_t hash, const zuString& text) {
-  constexpr uint64_t kMultiplier = 0x9E3779B97F4A7C15ull;
+template <class Word>
+Word loadWord(const char* bytes) {
+  Word word;
+  std::memcpy(&word, bytes, sizeof word);
+  return word;
+}
+
+// A few bytes of a text that tell most clauses apart: its first and last
+// eight and, in a longer text, the eight in its middle, with its length.
+// Two clauses that differ only elsewhere share a slot, and take turns in it.
+[[gnu::always_inline]] inline uint64_t sample(const zuString& text) {
   const char* bytes = text;
-  std::size_t left = text.Length();
-  for (; left >= 8; left -= 8, bytes += 8) {
-    uint64_t word;
-    std::memcpy(&word, bytes, 8);
-    hash = (hash ^ word) * kMultiplier;
-    hash ^= hash >> 29;
+  const std::size_t length = text.Length();
+  uint64_t bits = 0;
+  if (length >= 8) {
+    bits = loadWord<uint64_t>(bytes) ^ std::rotl(loadWord<uint64_t>(bytes + length - 8), 23);
+    if (length > 16) bits ^= std::rotl(loadWord<uint64_t>(bytes + length / 2 - 4), 41);
+  } else if (length >= 4) {
+    bits = loadWord<uint32_t>(bytes) | uint64_t{loadWord<uint32_t>(bytes + length - 4)} << 32;
+  } else if (length > 0) {
+    bits = static_cast<unsigned char>(bytes[0]) |
+           static_cast<unsigned char>(bytes[length / 2]) << 8 |
+           static_cast<unsigned char>(bytes[length - 1]) << 16;
   }
-  uint64_t tail = 0;
-  for (std::size_t i = 0; i < left; ++i) {
-    tail |= uint64_t{static_cast<unsigned char>(bytes[i])} << (8 * i);
-  }
-  hash = (hash ^ tail ^ (uint64_t{left} << 56)) * kMultiplier;
-  return hash ^ (hash >> 32);
+  return bits ^ length << 56;
+}
+
+// The slot of a clause and locale: the top bits of one multiply.
+std::size_t slotOf(const zuString& picture, const zuString& locale) {
+  constexpr uint64_t kMultiplier = 0x9E3779B97F4A7C15ull;
+  const uint64_t bits = sample(picture) ^ std::rotl(sample(locale), 31);
+  return static_cast<std::size_t>((bits * kMultiplier) >> (64 - kSlotBits));
 }
 
 template <class Word>
 bool sameWord(const char* a, const char* b) {
-  Word x;
-  Word y;
-  std::memcpy(&x, a, sizeof x);
-  std::memcpy(&y, b, sizeof y);
-  return x == y;
+  return loadWord<Word>(a) == loadWord<Word>(b);
 }
 
 // Clauses and locale names are short: compared a word at a time, the last
 // word overlapping the one before it, without a call.
-bool sameText(const zuString& left, const zuString& right) {
+[[gnu::always_inline]] inline bool sameText(const zuString& left, const zuString& right) {
   const std::size_t length = left.Length();
   if (length != right.Length()) return false;
   const char* a = left;
@@ -137,7 +149,7 @@ void prepare(const zuString& picture, const zuString& locale, PreparedPicture& p
 
 const PreparedPicture& preparedPicture(const zuString& picture, const zuString& locale) {
   auto& remembered = zuThreadMemo<std::array<Remembered, kRemembered>>::get();
-  Remembered& slot = remembered[mix(mix(0, picture), locale) % kRemembered];
+  Remembered& slot = remembered[slotOf(picture, locale)];
   if (slot.used && sameText(slot.picture, picture) && sameText(slot.locale, locale)) {
     return slot.prepared;
   }
