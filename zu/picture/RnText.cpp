@@ -1,115 +1,43 @@
 #include "zu/picture/RnText.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
 
+#include "zu/core/internal/zuShortCopy.h"
 #include "zu/core/internal/zuThreadMemo.h"
 #include "zu/core/zuCharConverter.h"
 #include "zu/core/zuUnicode.h"
 #include "zu/locale/RnData.h"
 #include "zu/locale/internal/RnRunTimeStore.h"
+#include "zu/picture/internal/RnTextPictureReader.h"
 
 namespace {
 
+using namespace zu::internal;
 using Text = std::u32string;
 
-// Where a run ended: at a quote, at another character or literal, or at the
-// end of the picture. Formatting checks the value's length only at the first
-// and the last.
-enum class RunEnd { Quote, Other, End };
-
-char32_t foldFullWidth(char32_t c) {
-  return c >= 0xFF01 && c <= 0xFF5E ? static_cast<char32_t>((c + 0x20) & 0xFF) : c;
-}
-
-bool isAsciiLetter(char32_t c) {
-  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-}
-
-bool isSymbol(char32_t c) {
-  switch (c) {
-    case '9':
-    case 'A':
-    case 'O':
-    case '0':
-    case 'X':
-    case 't':
-      return true;
-    default:
-      return false;
+// True when the text holds no byte above 0x7F.
+bool isAscii(const zuString& text) {
+  const char* bytes = text;
+  const std::size_t length = text.Length();
+  constexpr uint64_t kHighBits = 0x8080808080808080ull;
+  uint64_t seen = 0;
+  if (length >= 8) {
+    // Eight bytes at a time, the last word overlapping the one before.
+    for (std::size_t at = 0; at + 8 < length; at += 8) seen |= loadWord<uint64_t>(bytes + at);
+    seen |= loadWord<uint64_t>(bytes + length - 8);
+  } else if (length >= 4) {
+    seen = loadWord<uint32_t>(bytes) | loadWord<uint32_t>(bytes + length - 4);
+  } else {
+    for (std::size_t at = 0; at < length; ++at) seen |= static_cast<unsigned char>(bytes[at]);
   }
+  return (seen & kHighBits) == 0;
 }
 
-// The symbols that stand for one value character ("t" does not).
-bool consumesValue(char32_t c) {
-  return c != 't' && isSymbol(c);
-}
-
-bool isRunChar(char32_t c, bool fullWidth) {
-  if (fullWidth) c = foldFullWidth(c);
-  return isSymbol(c) || isAsciiLetter(c);
-}
-
-// Walks a picture left to right, grouping equal symbol characters into runs
-// and reporting runs, unquoted literals and the characters of quoted
-// literals. Any callback returning false stops the walk with false. The
-// character after a closing quote starts a run whatever it is. `fullWidth`
-// lets full-width forms of symbols and letters make runs as well; a picture
-// ending inside a quote gives `allowOpenQuote`.
-template <class OnRun, class OnLiteral, class OnQuoted>
-bool walkPicture(const Text& picture, bool fullWidth, bool allowOpenQuote, OnRun onRun,
-                 OnLiteral onLiteral, OnQuoted onQuoted) {
-  char32_t symbol = 0;
-  unsigned count = 0;
-  auto flush = [&](RunEnd end) {
-    if (count == 0) return true;
-    const unsigned runLength = count;
-    count = 0;
-    return onRun(symbol, runLength, end);
-  };
-  const size_t length = picture.size();
-  bool quoted = false;
-  size_t i = 0;
-  while (i < length) {
-    const char32_t c = picture[i];
-    if (quoted) {
-      if (c != '\'') {
-        if (!onQuoted(c)) return false;
-        ++i;
-      } else if (i + 1 < length && picture[i + 1] == '\'') {
-        if (!onQuoted(U'\'')) return false;
-        i += 2;
-      } else {
-        quoted = false;
-        if (++i < length) {
-          symbol = picture[i++];
-          count = 1;
-        }
-      }
-      continue;
-    }
-    if (c == '\'') {
-      if (!flush(RunEnd::Quote)) return false;
-      quoted = true;
-    } else if (isRunChar(c, fullWidth)) {
-      if (count > 0 && c == symbol) {
-        ++count;
-      } else {
-        if (!flush(RunEnd::Other)) return false;
-        symbol = c;
-        count = 1;
-      }
-    } else {
-      if (!flush(RunEnd::Other) || !onLiteral(c)) return false;
-    }
-    ++i;
-  }
-  if (quoted) return allowOpenQuote;
-  return flush(RunEnd::End);
-}
-
-void toText(const zuString& text, Text& out) {
+// The code points of a UTF-8 text, read as zuString::UniChar reads them.
+void toText(const zuString& text, std::u32string& out) {
   // A text has no more characters than bytes: sized once, filled through a
   // pointer, cut to what was read.
   const unsigned length = text.Length();
@@ -122,13 +50,75 @@ void toText(const zuString& text, Text& out) {
       *to++ = static_cast<char32_t>(bytes[pos++]);
       continue;
     }
-    const unsigned before = pos;
-    const unsigned int c = text.UniChar(pos);
-    if (pos == before) break;
-    *to++ = static_cast<char32_t>(c);
+    *to++ = static_cast<char32_t>(text.UniChar(pos));
   }
   out.resize(static_cast<size_t>(to - out.data()));
 }
+
+bool isAsciiLetter(char32_t c) {
+  return ((c | 0x20) - 'a') < 26u;
+}
+
+// Writes one character as UTF-8 (at most four bytes): ASCII inline.
+inline void appendChar(char*& out, char32_t c) {
+  if (c < 0x80) {
+    *out++ = static_cast<char>(c);
+  } else {
+    out += zuUCStoUTF8(out, c);
+  }
+}
+
+// A text's characters by position, with the character classes and the
+// writing that suit them. A text of ASCII bytes only is read straight from
+// its bytes, and its characters need no Unicode tables; any other is first
+// decoded into code points. The classes are the library's (the only ASCII
+// space separator is the space itself).
+struct AsciiChars {
+  explicit AsciiChars(const zuString& text) : bytes(text), count(text.Length()) {}
+  char32_t operator[](unsigned i) const { return static_cast<unsigned char>(bytes[i]); }
+  unsigned size() const { return count; }
+  // Writes characters [from, to) as UTF-8.
+  void copy(unsigned from, unsigned to, char*& out) const {
+    copyShort(out, bytes + from, to - from);
+    out += to - from;
+  }
+
+  static bool isDigit(char32_t c) { return c - '0' < 10u; }
+  static bool isAlpha(char32_t c) { return isAsciiLetter(c); }
+  static bool isAlnum(char32_t c) { return isAsciiLetter(c) || c - '0' < 10u; }
+  static bool isSpace(char32_t c) { return c == ' '; }
+  static void append(char*& out, char32_t c) { *out++ = static_cast<char>(c); }
+
+  const char* bytes;
+  unsigned count;
+};
+
+struct DecodedChars {
+  explicit DecodedChars(const std::u32string& text)
+      : chars(text.data()), count(static_cast<unsigned>(text.size())) {}
+  char32_t operator[](unsigned i) const { return chars[i]; }
+  unsigned size() const { return count; }
+  void copy(unsigned from, unsigned to, char*& out) const {
+    for (unsigned i = from; i < to; ++i) appendChar(out, chars[i]);
+  }
+
+  static bool isDigit(char32_t c) {
+    return c < 0x80 ? AsciiChars::isDigit(c) : zuCharConverter::IsDigit(c) != 0;
+  }
+  static bool isAlpha(char32_t c) {
+    return c < 0x80 ? AsciiChars::isAlpha(c) : zuCharConverter::IsAlpha(c) != 0;
+  }
+  static bool isAlnum(char32_t c) {
+    return c < 0x80 ? AsciiChars::isAlnum(c) : zuCharConverter::IsAlnum(c) != 0;
+  }
+  static bool isSpace(char32_t c) {
+    return c < 0x80 ? AsciiChars::isSpace(c) : zuCharConverter::IsUniSpace(c) != 0;
+  }
+  static void append(char*& out, char32_t c) { appendChar(out, c); }
+
+  const char32_t* chars;
+  unsigned count;
+};
 
 // The buffers format and parse work in, kept per thread so that a call
 // makes no heap allocation of its own; those grown past a few pages are let
@@ -139,6 +129,11 @@ struct Scratch {
   std::string out;
 
   static Scratch& current() { return zu::internal::zuThreadMemo<Scratch>::get(); }
+  // Room for at least `bytes` bytes of output.
+  char* room(std::size_t bytes) {
+    if (out.size() < bytes) out.resize(bytes);
+    return out.data();
+  }
   void trim() {
     constexpr size_t kKept = 4096;
     if (value.capacity() > kKept) Text().swap(value);
@@ -147,38 +142,15 @@ struct Scratch {
   }
 };
 
-[[gnu::noinline]] void appendEncoded(std::string& out, char32_t c) {
-  char bytes[4];
-  out.append(bytes, static_cast<size_t>(zuUCStoUTF8(bytes, c)));
-}
-
-// ASCII inline, the rest encoded out of line.
-inline void appendChar(std::string& out, char32_t c) {
-  if (c < 0x80) {
-    out.push_back(static_cast<char>(c));
-  } else {
-    appendEncoded(out, c);
-  }
-}
-
-// A string holding exactly these bytes (the byte constructors would drop a
-// leading byte-order mark that the value may well contain).
-zuString toZuString(const std::string& bytes) {
-  if (bytes.empty()) return zuString::EmptyString();
-  zuString out;
-  std::memcpy(out.ReAlloc(static_cast<unsigned>(bytes.size()), 0), bytes.data(), bytes.size());
-  out.SetLength(static_cast<unsigned>(bytes.size()));
-  return out;
-}
-
 bool isSpaceLiteral(char32_t c) {
   return c == '?' || c == '*' || c == '+';
 }
 
-template <class Test>
-int matchClass(const Text& text, unsigned from, unsigned to, Test test) {
+template <class Chars, class Test>
+int matchClass(const Chars& text, unsigned from, unsigned to, Test test) {
+  to = std::min(to, text.size());
   unsigned pos = from;
-  while (pos < to && pos < text.size() && test(text[pos])) ++pos;
+  while (pos < to && test(text[pos])) ++pos;
   return pos == from ? -1 : static_cast<int>(pos - from);
 }
 
@@ -259,31 +231,24 @@ const zuLiteral& RnText::getTEXT_PICTURE_SYMBOLS() {
 
 zuString RnText::format(const zuString& picture) {
   if (!valid_) return zuString::EmptyString();
+  return formatValue(value_, picture);
+}
+
+zuString RnText::formatValue(const zuString& value, const zuString& picture) {
+  if (value.IsNull()) return zuString::EmptyString();
   Scratch& scratch = Scratch::current();
   try {
-    toText(value_, scratch.value);
-    toText(picture, scratch.picture);
-    scratch.out.clear();
-    const Text& value = scratch.value;
-    std::string& out = scratch.out;
-    unsigned pos = 0;
-    auto onRun = [&](char32_t symbol, unsigned count, RunEnd end) {
-      const bool fits = !consumesValue(symbol) || count <= value.size() - pos;
-      if (!fits && end == RunEnd::Quote) return false;
-      if (!fits && end == RunEnd::End) return true;
-      return subFormat(value, symbol, count, pos, out);
-    };
-    auto onLiteral = [&](char32_t c) {
-      appendChar(out, isSpaceLiteral(c) ? U' ' : c);
-      return true;
-    };
-    auto onQuoted = [&](char32_t c) {
-      appendChar(out, c);
-      return true;
-    };
-    const bool fits = walkPicture(scratch.picture, false, true, onRun, onLiteral, onQuoted) &&
-                      (pos == 0 || pos == value.size());
-    const zuString result = fits ? toZuString(out) : zuString::EmptyString();
+    zuString result;
+    // Every picture character writes at most one character: one byte when
+    // value and picture are ASCII, at most four otherwise.
+    if (isAscii(value) && isAscii(picture)) {
+      result = formatChars(AsciiChars(value), AsciiChars(picture), scratch.room(picture.Length()));
+    } else {
+      toText(value, scratch.value);
+      toText(picture, scratch.picture);
+      result = formatChars(DecodedChars(scratch.value), DecodedChars(scratch.picture),
+                           scratch.room(4 * scratch.picture.size()));
+    }
     scratch.trim();
     return result;
   } catch (...) {
@@ -292,86 +257,91 @@ zuString RnText::format(const zuString& picture) {
   }
 }
 
-bool RnText::subFormat(const Text& value, char32_t symbol, unsigned count, unsigned& pos,
-                       std::string& out) const {
-  unsigned written = 0;
-  for (; written < count && pos < value.size(); ++written) {
-    const char32_t c = value[pos];
-    switch (symbol) {
-      case '0':
-      case 'O':
-        if (!zuCharConverter::IsAlnum(c)) return false;
-        appendChar(out, c);
-        ++pos;
+template <class Chars>
+zuString RnText::formatChars(const Chars& value, const Chars& picture, char* buffer) {
+  char* out = buffer;
+  unsigned pos = 0;
+  PictureReader<Chars> reader(picture, false);
+  PicturePiece piece;
+  while (reader.next(piece)) {
+    switch (piece.kind) {
+      case PicturePiece::Kind::Run:
+        // A run short of value characters empties the result before a quote
+        // and is skipped at the end of the picture.
+        if (consumesValue(piece.c) && piece.count > value.size() - pos) {
+          if (piece.end == RunEnd::Quote) return zuString::EmptyString();
+          if (piece.end == RunEnd::End) break;
+        }
+        if (!subFormat(value, piece.c, piece.count, pos, out)) return zuString::EmptyString();
         break;
-      case '9':
-        if (!zuCharConverter::IsDigit(c)) return false;
-        appendChar(out, c);
-        ++pos;
+      case PicturePiece::Kind::Literal:
+        Chars::append(out, isSpaceLiteral(piece.c) ? U' ' : piece.c);
         break;
-      case 'A':
-        if (!zuCharConverter::IsAlpha(c)) return false;
-        appendChar(out, c);
-        ++pos;
-        break;
-      case 'X':
-        appendChar(out, c);
-        ++pos;
-        break;
-      case 't':
-        out.push_back('\t');
-        break;
-      default:
-        appendChar(out, symbol);
+      case PicturePiece::Kind::Quoted:
+        Chars::append(out, piece.c);
         break;
     }
   }
-  return written > 0;
+  if (pos != 0 && pos != value.size()) return zuString::EmptyString();
+  return zuString::FromBytes(buffer, static_cast<unsigned>(out - buffer));
+}
+
+template <class Chars>
+bool RnText::subFormat(const Chars& value, char32_t symbol, unsigned count, unsigned& pos,
+                       char*& out) {
+  // Nothing is written once the value is used up, literal letters and tabs
+  // included; a value symbol takes what is left of the value, up to `count`.
+  if (pos >= value.size()) return false;
+  auto copy = [&](auto test) {
+    const unsigned end = pos + std::min(count, value.size() - pos);
+    for (; pos < end; ++pos) {
+      const char32_t c = value[pos];
+      if (!test(c)) return false;
+      Chars::append(out, c);
+    }
+    return true;
+  };
+  switch (symbol) {
+    case '0':
+    case 'O':
+      return copy(Chars::isAlnum);
+    case '9':
+      return copy(Chars::isDigit);
+    case 'A':
+      return copy(Chars::isAlpha);
+    case 'X':
+      return copy([](char32_t) { return true; });
+    case 't':
+      out = std::fill_n(out, count, '\t');
+      return true;
+    default:
+      for (unsigned i = 0; i < count; ++i) Chars::append(out, symbol);
+      return true;
+  }
 }
 
 bool RnText::parse(const zuString& text, const zuString& picture) {
+  zuString collected;
+  if (!parseText(text, picture, collected)) return false;
+  value_ = collected;
+  valid_ = true;
+  return true;
+}
+
+bool RnText::parseText(const zuString& text, const zuString& picture, zuString& value) {
   if (text.IsNull()) return false;
   Scratch& scratch = Scratch::current();
   try {
-    toText(text, scratch.value);
-    toText(picture, scratch.picture);
-    scratch.out.clear();
-    const Text& input = scratch.value;
-    std::string& collected = scratch.out;
-    unsigned pos = 0;
-    auto skipSpaces = [&] {
-      while (pos < input.size() && zuCharConverter::IsUniSpace(input[pos])) ++pos;
-    };
-    auto onRun = [&](char32_t symbol, unsigned count, RunEnd) {
-      return subParse(input, pos, symbol, count, collected);
-    };
-    auto onQuoted = [&](char32_t c) {
-      if (pos >= input.size() || input[pos] != c) return false;
-      ++pos;
-      return true;
-    };
-    auto onLiteral = [&](char32_t c) {
-      switch (c) {
-        case '?':
-          if (pos >= input.size()) return false;
-          ++pos;
-          return true;
-        case '*':
-          skipSpaces();
-          return true;
-        case '+':
-          if (pos >= input.size() || !zuCharConverter::IsUniSpace(input[pos])) return false;
-          skipSpaces();
-          return true;
-        default:
-          return onQuoted(c);
-      }
-    };
-    const bool matched = walkPicture(scratch.picture, false, false, onRun, onLiteral, onQuoted) &&
-                         pos == input.size();
-    if (matched) {
-      value_ = toZuString(collected);
-      valid_ = true;
+    bool matched = false;
+    // Each character of the text is collected at most once.
+    if (isAscii(text) && isAscii(picture)) {
+      matched = parseChars(AsciiChars(text), AsciiChars(picture), scratch.room(text.Length()),
+                           value);
+    } else {
+      toText(text, scratch.value);
+      toText(picture, scratch.picture);
+      matched = parseChars(DecodedChars(scratch.value), DecodedChars(scratch.picture),
+                           scratch.room(4 * scratch.value.size()), value);
     }
     scratch.trim();
     return matched;
@@ -381,8 +351,48 @@ bool RnText::parse(const zuString& text, const zuString& picture) {
   }
 }
 
-bool RnText::subParse(const Text& text, unsigned& pos, char32_t symbol, unsigned count,
-                      std::string& out) {
+template <class Chars>
+bool RnText::parseChars(const Chars& input, const Chars& picture, char* buffer, zuString& value) {
+  char* collected = buffer;
+  unsigned pos = 0;
+  auto skipSpaces = [&] {
+    while (pos < input.size() && Chars::isSpace(input[pos])) ++pos;
+  };
+  PictureReader<Chars> reader(picture, false);
+  PicturePiece piece;
+  while (reader.next(piece)) {
+    const char32_t c = piece.c;
+    switch (piece.kind) {
+      case PicturePiece::Kind::Run:
+        if (!subParse(input, pos, c, piece.count, collected)) return false;
+        continue;
+      case PicturePiece::Kind::Literal:
+        if (c == '?') {
+          if (pos >= input.size()) return false;
+          ++pos;
+          continue;
+        }
+        if (c == '*' || c == '+') {
+          if (c == '+' && (pos >= input.size() || !Chars::isSpace(input[pos]))) return false;
+          skipSpaces();
+          continue;
+        }
+        break;
+      case PicturePiece::Kind::Quoted:
+        break;
+    }
+    // A character that stands for itself.
+    if (pos >= input.size() || input[pos] != c) return false;
+    ++pos;
+  }
+  if (reader.endedInQuote() || pos != input.size()) return false;
+  value = zuString::FromBytes(buffer, static_cast<unsigned>(collected - buffer));
+  return true;
+}
+
+template <class Chars>
+bool RnText::subParse(const Chars& text, unsigned& pos, char32_t symbol, unsigned count,
+                      char*& out) {
   if (count > text.size() - pos) return false;
   const unsigned to = pos + count;
   int matched = -1;
@@ -414,23 +424,29 @@ bool RnText::subParse(const Text& text, unsigned& pos, char32_t symbol, unsigned
   return true;
 }
 
-void RnText::getStr(const Text& text, unsigned from, unsigned to, std::string& out) {
-  for (unsigned i = from; i < to && i < text.size(); ++i) appendChar(out, text[i]);
+template <class Chars>
+void RnText::getStr(const Chars& text, unsigned from, unsigned to, char*& out) {
+  const unsigned end = std::min(to, text.size());
+  if (from < end) text.copy(from, end, out);
 }
 
-int RnText::matchNumeric(const Text& text, unsigned from, unsigned to) {
-  return matchClass(text, from, to, [](char32_t c) { return zuCharConverter::IsDigit(c); });
+template <class Chars>
+int RnText::matchNumeric(const Chars& text, unsigned from, unsigned to) {
+  return matchClass(text, from, to, Chars::isDigit);
 }
 
-int RnText::matchAlphabetic(const Text& text, unsigned from, unsigned to) {
-  return matchClass(text, from, to, [](char32_t c) { return zuCharConverter::IsAlpha(c); });
+template <class Chars>
+int RnText::matchAlphabetic(const Chars& text, unsigned from, unsigned to) {
+  return matchClass(text, from, to, Chars::isAlpha);
 }
 
-int RnText::matchAlphanumeric(const Text& text, unsigned from, unsigned to) {
-  return matchClass(text, from, to, [](char32_t c) { return zuCharConverter::IsAlnum(c); });
+template <class Chars>
+int RnText::matchAlphanumeric(const Chars& text, unsigned from, unsigned to) {
+  return matchClass(text, from, to, Chars::isAlnum);
 }
 
-int RnText::matchCharacter(const Text& text, unsigned from, unsigned to) {
+template <class Chars>
+int RnText::matchCharacter(const Chars& text, unsigned from, unsigned to) {
   return matchClass(text, from, to, [](char32_t c) { return c != 0; });
 }
 
@@ -439,20 +455,20 @@ void RnText::getSymbolCount(const zuString& picture, unsigned& count) {
   try {
     Text text;
     toText(picture, text);
-    count = xlate(text);
+    count = xlate(DecodedChars(text));
   } catch (...) {
     count = 0;
   }
 }
 
-unsigned RnText::xlate(const Text& picture) {
+template <class Chars>
+unsigned RnText::xlate(const Chars& picture) {
   unsigned total = 0;
-  auto onRun = [&](char32_t symbol, unsigned runLength, RunEnd) {
-    subXlate(symbol, runLength, total);
-    return true;
-  };
-  auto ignore = [](char32_t) { return true; };
-  walkPicture(picture, true, true, onRun, ignore, ignore);
+  PictureReader<Chars> reader(picture, true);
+  PicturePiece piece;
+  while (reader.next(piece)) {
+    if (piece.kind == PicturePiece::Kind::Run) subXlate(piece.c, piece.count, total);
+  }
   return total;
 }
 

@@ -35,8 +35,6 @@
 // throw: every failure, out of memory included, is an empty result or false.
 #pragma once
 
-#include <string>
-
 #include "zu/core/zuExport.h"
 #include "zu/core/zuLiteral.h"
 #include "zu/core/zuString.h"
@@ -79,6 +77,15 @@ class ZU_EXPORT RnText {
   // the object is left as it was and the result is false.
   bool parse(const zuString& text, const zuString& picture);
 
+  // The same two operations without an object, for callers that already
+  // hold the value: text pictures read no locale data, so the locale an
+  // object would carry changes nothing. formatValue gives the empty string
+  // when the value does not fit; parseText sets `value` only when it returns
+  // true. A null value gives the empty string, as an object without a value
+  // does, and a null text never parses.
+  static zuString formatValue(const zuString& value, const zuString& picture);
+  static bool parseText(const zuString& text, const zuString& picture, zuString& value);
+
   // "9AO0Xt".
   static const zuLiteral& getTEXT_PICTURE_SYMBOLS();
   // The number of value characters `picture` consumes: the count of "9",
@@ -87,29 +94,42 @@ class ZU_EXPORT RnText {
   static void getSymbolCount(const zuString& picture, unsigned& count);
 
  private:
-  using Text = std::u32string;
-
-  // Carries out one run of `symbol` while formatting: appends to `out` and
+  // The engines below read a text's characters by position through `Chars`
+  // (the bytes of an ASCII text or the code points of any other) and write
+  // UTF-8 through `out`, which the caller has made room behind.
+  template <class Chars>
+  static zuString formatChars(const Chars& value, const Chars& picture, char* buffer);
+  template <class Chars>
+  static bool parseChars(const Chars& text, const Chars& picture, char* buffer, zuString& value);
+  // Carries out one run of `symbol` while formatting: writes to `out` and
   // moves `pos` through the value. False when a value character has the
   // wrong class or the run wrote nothing.
-  bool subFormat(const Text& value, char32_t symbol, unsigned count, unsigned& pos,
-                 std::string& out) const;
+  template <class Chars>
+  static bool subFormat(const Chars& value, char32_t symbol, unsigned count, unsigned& pos,
+                        char*& out);
   // Carries out one run while parsing: checks `count` characters of `text`
-  // at `pos`, appends those of value symbols to `out`, moves `pos`.
-  static bool subParse(const Text& text, unsigned& pos, char32_t symbol, unsigned count,
-                       std::string& out);
-  // Appends text[from, to) to `out` as UTF-8.
-  static void getStr(const Text& text, unsigned from, unsigned to, std::string& out);
+  // at `pos`, writes those of value symbols to `out`, moves `pos`.
+  template <class Chars>
+  static bool subParse(const Chars& text, unsigned& pos, char32_t symbol, unsigned count,
+                       char*& out);
+  // Writes text[from, to) to `out` as UTF-8.
+  template <class Chars>
+  static void getStr(const Chars& text, unsigned from, unsigned to, char*& out);
   // The number of value characters the picture consumes, its runs counted
   // through subXlate.
-  static unsigned xlate(const Text& picture);
+  template <class Chars>
+  static unsigned xlate(const Chars& picture);
   static void subXlate(char32_t symbol, unsigned count, unsigned& total);
   // The length of the stretch of text[from, to) whose characters pass the
   // class test; -1 when the first one already fails.
-  static int matchNumeric(const Text& text, unsigned from, unsigned to);
-  static int matchAlphabetic(const Text& text, unsigned from, unsigned to);
-  static int matchAlphanumeric(const Text& text, unsigned from, unsigned to);
-  static int matchCharacter(const Text& text, unsigned from, unsigned to);
+  template <class Chars>
+  static int matchNumeric(const Chars& text, unsigned from, unsigned to);
+  template <class Chars>
+  static int matchAlphabetic(const Chars& text, unsigned from, unsigned to);
+  template <class Chars>
+  static int matchAlphanumeric(const Chars& text, unsigned from, unsigned to);
+  template <class Chars>
+  static int matchCharacter(const Chars& text, unsigned from, unsigned to);
 
   void chooseLocale(const zuString& locale);
 

@@ -39,11 +39,15 @@ TEST(RnTextTest, FormatsThroughPictures) {
       {"-a", "0X", ""},
       {"\xC3\xA9\xD9\xA3", "A9", "\xC3\xA9\xD9\xA3"},  // letters and digits of any script
       {"AB", "\xEF\xBC\xA1", "\xEF\xBC\xA1"},          // a full-width letter is a literal here
+      {"AB", "'\xC3\xA9'A?A", "\xC3\xA9" "A B"},        // ASCII value, other picture
+      {"\xC3\xA9" "1", "A-9", "\xC3\xA9-1"},              // other value, ASCII picture
   };
   for (const Case& c : cases) {
     RnText text(c.value, "en_US");
     EXPECT_EQ(str(text.format(c.picture)), c.expected) << c.value << " / " << c.picture;
+    EXPECT_EQ(str(RnText::formatValue(c.value, c.picture)), c.expected) << c.value;
   }
+  EXPECT_EQ(str(RnText::formatValue(zuString(), "'x'")), "");
 }
 
 TEST(RnTextTest, ParsesThroughPictures) {
@@ -82,7 +86,13 @@ TEST(RnTextTest, ParsesThroughPictures) {
     EXPECT_EQ(text.parse(c.text, c.picture), c.ok) << c.text << " / " << c.picture;
     EXPECT_EQ(str(text.getText()), c.ok ? c.value : "before") << c.text << " / " << c.picture;
     EXPECT_TRUE(text.isValid());
+    zuString value("before");
+    EXPECT_EQ(RnText::parseText(c.text, c.picture, value), c.ok) << c.text;
+    EXPECT_EQ(str(value), c.ok ? c.value : "before") << c.text;
   }
+  zuString untouched("before");
+  EXPECT_FALSE(RnText::parseText(zuString(), "", untouched));
+  EXPECT_EQ(str(untouched), "before");
 }
 
 TEST(RnTextTest, CountsValueSymbols) {

@@ -56,7 +56,7 @@ int formatAlternative(const zuString& value, const PreparedAlternative& prepared
     case PictureKind::kTime:
       return formatTimeBody(value, prepared.body, prepared.bodyLocale, out, 1);
     case PictureKind::kText:
-      return formatTextBody(value, prepared.body, prepared.bodyLocale, out);
+      return formatTextBody(value, prepared.body, out);
     case PictureKind::kCompound:
       return zuPicture::formatCompound(value, alternative, locale, out);
     case PictureKind::kNone:
@@ -83,7 +83,7 @@ int parseAlternative(const zuString& value, const PreparedAlternative& prepared,
     case PictureKind::kTime:
       return parseTimeBody(value, prepared.body, prepared.bodyLocale, out);
     case PictureKind::kText:
-      return parseTextBody(value, prepared.body, prepared.bodyLocale, out);
+      return parseTextBody(value, prepared.body, out);
     case PictureKind::kCompound:
       return zuPicture::parseCompound(value, alternative, locale, out);
     case PictureKind::kNone:

@@ -145,16 +145,11 @@ int zuPicture::formatText(const zuString& value, const zuString& picture, const 
                           zuString& out) {
   zuString textLocale = locale;
   const zuString body = peelSubPicture(picture, getTEXT(), textLocale);
-  return zu::internal::formatTextBody(value, body, textLocale, out);
+  return zu::internal::formatTextBody(value, body, out);
 }
 
-int zu::internal::formatTextBody(const zuString& value, const zuString& body,
-                                 const zuString& textLocale, zuString& out) {
-  out.Empty();
-  if (value.IsNull()) return 0;
-  RnText text(value, textLocale);
-  if (!text.isValid()) return 0;
-  out = text.format(body);
+int zu::internal::formatTextBody(const zuString& value, const zuString& body, zuString& out) {
+  out = RnText::formatValue(value, body);
   return !out.IsEmpty();
 }
 
@@ -262,17 +257,12 @@ int zuPicture::parseText(const zuString& value, const zuString& picture, const z
                          zuString& out) {
   zuString textLocale = locale;
   const zuString body = peelSubPicture(picture, getTEXT(), textLocale);
-  return zu::internal::parseTextBody(value, body, textLocale, out);
+  return zu::internal::parseTextBody(value, body, out);
 }
 
-int zu::internal::parseTextBody(const zuString& value, const zuString& body,
-                                const zuString& textLocale, zuString& out) {
+int zu::internal::parseTextBody(const zuString& value, const zuString& body, zuString& out) {
   out.Empty();
-  if (value.IsNull()) return 0;
-  RnText text(value, body, textLocale);
-  if (!text.isValid()) return 0;
-  out = text.getText();
-  return 1;
+  return RnText::parseText(value, body, out) ? 1 : 0;
 }
 
 namespace {

@@ -1,7 +1,9 @@
-// Copying a few bytes without a call: the library's strings are mostly
-// short, and for them a call to memcpy costs more than the copy itself.
+// Copying and reading a few bytes without a call: the library's strings
+// are mostly short, and for them a call to memcpy costs more than the copy
+// itself.
 //
 //   zu::internal::copyShort(block->chars(), text, length);
+//   uint64_t first = zu::internal::loadWord<uint64_t>(text);
 #pragma once
 
 #include <cstddef>
@@ -9,6 +11,15 @@
 #include <cstring>
 
 namespace zu::internal {
+
+// The bytes at `bytes` as one word of type Word, in host byte order; any
+// alignment.
+template <class Word>
+Word loadWord(const char* bytes) {
+  Word word;
+  std::memcpy(&word, bytes, sizeof word);
+  return word;
+}
 
 // Copies `length` bytes from `from` to `to` (the ranges must not overlap):
 // up to sixteen bytes as two loads and stores that may overlap each other,

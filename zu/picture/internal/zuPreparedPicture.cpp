@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "zu/core/internal/zuShortCopy.h"
 #include "zu/core/internal/zuThreadMemo.h"
 #include "zu/picture/internal/zuPictureScan.h"
 #include "zu/picture/zuPicture.h"
@@ -22,13 +23,6 @@ struct Remembered {
   PreparedPicture prepared;
   bool used = false;
 };
-
-template <class Word>
-Word loadWord(const char* bytes) {
-  Word word;
-  std::memcpy(&word, bytes, sizeof word);
-  return word;
-}
 
 // A few bytes of a text that tell most clauses apart: its first and last
 // eight and, in a longer text, the eight in its middle, with its length.
