@@ -81,8 +81,6 @@ const char zuString::kEmptyText[1] = {'\0'};
 
 // --- Construction --------------------------------------------------------------
 
-zuString::zuString() : lengthScope_(eDefault), chars_(nullptr) {}
-
 void zuString::CopyGlobal(const zuString& other) {
   lengthScope_ = eDefault;
   chars_ = nullptr;
@@ -489,14 +487,6 @@ unsigned int zuString::GetThreadId() const {
   zuStringData* block = blockOf(chars_);
   if (block->threadId == 0) block->threadId = zu::internal::currentThreadId();
   return block->threadId;
-}
-
-int zuString::IsNull() const {
-  // Callers may hold a null zuString*; hide `this` from the optimiser so the
-  // check is kept.
-  const zuString* self = this;
-  asm("" : "+r"(self));
-  return self == nullptr || self->chars_ == nullptr;
 }
 
 void zuString::ResolveRange(unsigned int& start, unsigned int& length) const {

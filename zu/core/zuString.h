@@ -61,7 +61,7 @@ class ZU_EXPORT zuString {
   // Constructors that copy bytes throw zuExMemory when no block can be had.
 
   // A null string.
-  zuString();
+  zuString() : lengthScope_(eDefault), chars_(nullptr) {}
   // Shares `other`'s block (a global source is copied by assignment).
   // Inline: sharing an ordinary block is one count increment.
   zuString(const zuString& other) : lengthScope_(other.lengthScope_), chars_(other.chars_) {
@@ -224,8 +224,14 @@ class ZU_EXPORT zuString {
   int IsThreadSafe() const { return ScopeType() == eLiteral || ScopeType() == eGlobal; }
   // Scope 2 only.
   int IsGlobal() const { return ScopeType() == eGlobal; }
-  // No character pointer (also true for a null `this`).
-  int IsNull() const;
+  // No character pointer (also true for a null `this`: callers may hold a
+  // null zuString*, so `this` is hidden from the optimiser and the check
+  // kept).
+  int IsNull() const {
+    const zuString* self = this;
+    asm("" : "+r"(self));
+    return self == nullptr || self->chars_ == nullptr;
+  }
   int IsEmpty() const { return Length() == 0; }
 
   // --- Code points ----------------------------------------------------------
