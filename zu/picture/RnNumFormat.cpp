@@ -13,6 +13,10 @@ constexpr int kMaxWidth = 326;
 constexpr size_t kNoRadix = static_cast<size_t>(-1);
 constexpr size_t kKeptItems = 24;
 
+// The texts of the ASCII digits, shared by every call that writes them.
+constexpr char kAsciiDigitText[10][4] = {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"};
+constexpr unsigned char kAsciiDigitLength[10] = {1, 1, 1, 1, 1, 1, 1, 1, 1, 1};
+
 }  // namespace
 
 struct RnNum::FormatState {
@@ -30,8 +34,12 @@ struct RnNum::FormatState {
   bool digitWritten = false;
   bool radixPassed = false;
   size_t radixAt = kNoRadix;
-  char digitText[10][4] = {};
-  unsigned char digitLength[10] = {};
+  // The texts of the digits 0-9: the ASCII ones, or the locale's written
+  // into ownText.
+  const char (*digitText)[4] = kAsciiDigitText;
+  const unsigned char* digitLength = kAsciiDigitLength;
+  char ownText[10][4];
+  unsigned char ownLength[10];
   TextSink out;
 
   void put(const zuString& text) { out.put(text, text.Length()); }
@@ -102,8 +110,12 @@ zuString RnNum::formatPicture(const zuString& picture, unsigned* radixPos, int f
   state.negative = value.isNegative() && !value.isZero();
   state.zeroBlank = a.zeroBlanking && value.isZero();
   const uint32_t zero = (flags & ASCII_DIGITS) != 0 ? '0' : zeroDigit_;
-  for (int d = 0; d < 10; ++d) {
-    state.digitLength[d] = static_cast<unsigned char>(encodeUtf8(zero + d, state.digitText[d]));
+  if (zero != '0') {
+    for (int d = 0; d < 10; ++d) {
+      state.ownLength[d] = static_cast<unsigned char>(encodeUtf8(zero + d, state.ownText[d]));
+    }
+    state.digitText = state.ownText;
+    state.digitLength = state.ownLength;
   }
 
   NumPictureReader reader(picture, picture.Length(), false);
