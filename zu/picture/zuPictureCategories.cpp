@@ -261,8 +261,10 @@ int zuPicture::parseText(const zuString& value, const zuString& picture, const z
 }
 
 int zu::internal::parseTextBody(const zuString& value, const zuString& body, zuString& out) {
+  // The text is set only on success.
+  if (RnText::parseText(value, body, out)) return 1;
   out.Empty();
-  return RnText::parseText(value, body, out) ? 1 : 0;
+  return 0;
 }
 
 namespace {
