@@ -21,6 +21,16 @@ Word loadWord(const char* bytes) {
   return word;
 }
 
+// Copies the first and the last sizeof(Word) bytes of `length` (at least
+// one Word, at most two): together they cover all of it.
+template <class Word>
+void copyEnds(char* to, const char* from, std::size_t length) {
+  const Word head = loadWord<Word>(from);
+  const Word tail = loadWord<Word>(from + length - sizeof(Word));
+  std::memcpy(to, &head, sizeof head);
+  std::memcpy(to + length - sizeof(Word), &tail, sizeof tail);
+}
+
 // Copies `length` bytes from `from` to `to` (the ranges must not overlap):
 // up to sixteen bytes as two loads and stores that may overlap each other,
 // longer copies through memcpy.
@@ -28,19 +38,9 @@ inline void copyShort(char* to, const char* from, std::size_t length) {
   if (length > 16) {
     std::memcpy(to, from, length);
   } else if (length >= 8) {
-    uint64_t head;
-    uint64_t tail;
-    std::memcpy(&head, from, 8);
-    std::memcpy(&tail, from + length - 8, 8);
-    std::memcpy(to, &head, 8);
-    std::memcpy(to + length - 8, &tail, 8);
+    copyEnds<uint64_t>(to, from, length);
   } else if (length >= 4) {
-    uint32_t head;
-    uint32_t tail;
-    std::memcpy(&head, from, 4);
-    std::memcpy(&tail, from + length - 4, 4);
-    std::memcpy(to, &head, 4);
-    std::memcpy(to + length - 4, &tail, 4);
+    copyEnds<uint32_t>(to, from, length);
   } else if (length > 0) {
     // One to three bytes: the first, the middle and the last.
     const char first = from[0];
