@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstring>
 
 #include "zu/core/internal/zuShortCopy.h"
 #include "zu/core/internal/zuThreadMemo.h"
