@@ -162,11 +162,15 @@ inline void writeUnit(char* out, uint32_t unit, bool little) {
   out[little ? 0 : 1] = low;
 }
 
-// The byte order to read with: the one given, else the one the mark says,
-// else big-endian.
-inline bool readsLittle(const char* text, unsigned int bytes, eEndianType type) {
-  if (type == eEndianUnknown && bytes >= 2) return zuUTF16BOM(text) == eEndianLittle;
-  return type == eEndianLittle;
+// The byte-order mark (FE FF or FF FE) that starts a UTF-16 text of `bytes`
+// bytes, in either order whatever order is given: returns its size (0 or 2)
+// and sets `little` to the order to read with: the one given, else the one
+// the mark says, else big-endian.
+inline unsigned int leadingMark(const char* text, unsigned int bytes, eEndianType type,
+                                bool& little) {
+  const int mark = bytes >= 2 ? zuUTF16BOM(text) : eEndianUnknown;
+  little = type == eEndianUnknown ? mark == eEndianLittle : type == eEndianLittle;
+  return mark == eEndianUnknown ? 0 : 2;
 }
 
 // The conversion loops below come in a counting form (kWrite false) and a
@@ -339,7 +343,7 @@ int zuUCStoUTF8(char* out, unsigned int codePoint) {
 unsigned int zuUTF8strlen(const char* text, unsigned int bytes) {
   const auto* in = reinterpret_cast<const unsigned char*>(text);
   unsigned int start = 0;
-  if (bytes > 3 && std::memcmp(in, kBom8, 3) == 0) start = 3;
+  if (bytes >= 3 && std::memcmp(in, kBom8, 3) == 0) start = 3;
   unsigned int count = 0;
   for (unsigned int i = start; i < bytes; ++i) count += isContinuation(in[i]) ? 0 : 1;
   return count;
@@ -443,9 +447,8 @@ int zuUCStoUTF16(char* out, unsigned int codePoint, eEndianType type) {
 unsigned int zuUTF16strlen(const char* text, eEndianType type, int bytes) {
   const bool toTerminator = bytes < 0;
   const unsigned int limit = toTerminator ? ~0u : static_cast<unsigned int>(bytes) & ~1u;
-  const bool little = readsLittle(text, toTerminator ? 2 : limit, type);
-  unsigned int pos = 0;
-  if ((toTerminator || limit > 2) && readUnit(text, little) == 0xFEFF) pos = 2;
+  bool little;
+  unsigned int pos = leadingMark(text, toTerminator ? 2 : limit, type, little);
   unsigned int count = 0;
   while (pos < limit) {
     const uint32_t unit = readUnit(text + pos, little);
@@ -495,11 +498,13 @@ unsigned int zuUTF16ByteLen(const char* text, unsigned int codePoints, eEndianTy
 
 unsigned int ConvertFromUTF16(unsigned int* out, unsigned int outMax, const char* in,
                               unsigned int inBytes, eEndianType type) {
-  const eEndianType order = readsLittle(in, inBytes, type) ? eEndianLittle : eEndianBig;
-  if (inBytes > 2 && zuUTF16Char(in, order) == 0xFEFF) {
+  bool little;
+  // A lone mark is text, as in ConvertFromUTF8.
+  if (leadingMark(in, inBytes, type, little) != 0 && inBytes > 2) {
     in += 2;
     inBytes -= 2;
   }
+  const eEndianType order = little ? eEndianLittle : eEndianBig;
   return out != nullptr ? fromUtf16<true>(out, outMax, in, inBytes, order)
                         : fromUtf16<false>(nullptr, 0, in, inBytes, order);
 }

@@ -42,8 +42,8 @@ ZU_EXPORT int zuUTF8toUCS(unsigned int& out, const char* in, unsigned int avail)
 ZU_EXPORT int zuUCStoUTF8(char* out, unsigned int codePoint);
 
 // Number of code points in the first `bytes` bytes: every byte that is not
-// 10xxxxxx starts one. A leading byte-order mark (EF BB BF) is not counted
-// when more than 3 bytes are given (as ConvertFromUTF8 skips it). Never fails.
+// 10xxxxxx starts one. A leading byte-order mark (EF BB BF) is never counted,
+// not even when it is the whole text. Never fails.
 ZU_EXPORT unsigned int zuUTF8strlen(const char* text, unsigned int bytes);
 
 // Number of bytes taken by the first `codePoints` code points of the
@@ -106,9 +106,10 @@ ZU_EXPORT int zuUTF16toUCS(unsigned int& out, const char* in, unsigned int avail
 ZU_EXPORT int zuUCStoUTF16(char* out, unsigned int codePoint, eEndianType type);
 
 // Number of characters in `bytes` bytes (odd last byte ignored; a negative
-// count means up to the first 0 unit). A leading byte-order mark is skipped
-// and, when `type` is eEndianUnknown, decides the order (big-endian without
-// one). A surrogate pair counts once, anything else one per unit.
+// count means up to the first 0 unit). A leading byte-order mark (FE FF or
+// FF FE) is never counted, whatever `type` says; only when `type` is
+// eEndianUnknown does it decide the order (big-endian without one). A
+// surrogate pair counts once, anything else one per unit.
 ZU_EXPORT unsigned int zuUTF16strlen(const char* text, eEndianType type, int bytes);
 
 // Start of the character after the one at `p` (2 or 4 bytes on), never past
@@ -124,8 +125,9 @@ ZU_EXPORT const char* zuUTF16PrevChar(const char* start, const char* p, eEndianT
 ZU_EXPORT unsigned int zuUTF16ByteLen(const char* text, unsigned int codePoints, eEndianType type);
 
 // Decodes `inBytes` bytes of UTF-16 into code points. A leading byte-order
-// mark is skipped when more than 2 bytes are given and, when `type` is
-// eEndianUnknown, decides the order (big-endian without one). Stops at the
+// mark (FE FF or FF FE) is skipped when more than 2 bytes are given, whatever
+// `type` says; only when `type` is eEndianUnknown does it decide the order
+// (big-endian without one). Stops at the
 // first sequence zuUTF16toUCS rejects, at a 0 unit, or when `outMax` code
 // points are written. With a null `out` it only counts. Returns the number of
 // code points; writes no terminator.

@@ -92,22 +92,24 @@ TEST(zuUnicodeTest, UTF8EncoderMasksTo21Bits) {
   EXPECT_EQ(std::string(out, zuUCStoUTF8(out, 0x200041)), "A");
 }
 
-TEST(zuUnicodeTest, ByteOrderMarkSkippedOnlyWhenMoreThanThreeBytes) {
+// Counting never counts a leading mark; decoding takes a lone mark as text.
+TEST(zuUnicodeTest, ByteOrderMarkNeverCountedAndSkippedWhenMoreThanThreeBytes) {
   struct Case {
     std::string text;
+    unsigned int counted;
     std::vector<unsigned int> expected;
   };
   const Case cases[] = {
-      {"\xEF\xBB\xBF", {0xFEFF}},
-      {"\xEF\xBB\xBFz", {0x7A}},
-      {"\xEF\xBB\xBF\xEF\xBB\xBF", {0xFEFF}},
-      {"a\xEF\xBB\xBF", {0x61, 0xFEFF}},
+      {"\xEF\xBB\xBF", 0, {0xFEFF}},
+      {"\xEF\xBB\xBFz", 1, {0x7A}},
+      {"\xEF\xBB\xBF\xEF\xBB\xBF", 1, {0xFEFF}},
+      {"a\xEF\xBB\xBF", 2, {0x61, 0xFEFF}},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(testing::PrintToString(c.text));
     const auto bytes = static_cast<unsigned int>(c.text.size());
     const auto buffer = exactCopy(c.text.data(), bytes);
-    EXPECT_EQ(zuUTF8strlen(buffer.get(), bytes), c.expected.size());
+    EXPECT_EQ(zuUTF8strlen(buffer.get(), bytes), c.counted);
     std::vector<unsigned int> out(8);
     out.resize(ConvertFromUTF8(out.data(), 8, buffer.get(), bytes));
     EXPECT_EQ(out, c.expected);
@@ -232,6 +234,13 @@ TEST(zuUnicodeTest, UTF16CountingHonoursTheByteOrderMark) {
       {{0xFEFF, 0x41, 0xD83D, 0xDE00, 0x42}, eEndianBig, eEndianUnknown, 3},
       {{0x41, 0xDE00, 0xD83D, 0x42}, eEndianBig, eEndianBig, 4},  // lone halves count singly
       {{0xD83D}, eEndianLittle, eEndianLittle, 1},
+      // A mark of either order is skipped; only type 0 lets it choose the
+      // order, so FF FE 41 00 3D D8 00 DE read big-endian is 4100 3DD8 00DE.
+      {{0xFEFF, 0x41, 0xD83D, 0xDE00}, eEndianLittle, eEndianBig, 3},
+      {{0xFEFF, 0x41, 0xD83D, 0xDE00}, eEndianLittle, eEndianLittle, 2},
+      {{0xFEFF, 0x41, 0xD83D, 0xDE00}, eEndianBig, eEndianLittle, 3},
+      {{0xFEFF}, eEndianLittle, eEndianUnknown, 0},
+      {{0xFEFF}, eEndianBig, eEndianLittle, 0},
   };
   for (const Case& c : cases) {
     const std::string bytes = utf16Bytes(c.units, c.written);
@@ -274,6 +283,11 @@ TEST(zuUnicodeTest, ConvertFromUTF16StopsAtFaultZeroOrCapacity) {
       }
     }
   }
+  // A mark against the order given is still a mark: skipped, not decoded.
+  const std::string marked = utf16Bytes({0xFEFF, 0x41}, eEndianLittle);
+  unsigned int out[2] = {};
+  EXPECT_EQ(ConvertFromUTF16(out, 2, marked.data(), 4, eEndianBig), 1u);
+  EXPECT_EQ(out[0], 0x4100u);
 }
 
 TEST(zuUnicodeTest, UTF16StepsForwardAndBack) {

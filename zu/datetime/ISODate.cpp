@@ -20,9 +20,9 @@ ISODate::ISODate(const zuString& locale, int centurySplit) : RnDate(locale, cent
 // then given the names of `locale` for formatting.
 ISODate::ISODate(const zuString& text, const zuString& locale)
     : RnDate(0, RnDate::getDEFAULT_LOCALE(), kCenturySplit) {
-  int days = 0;
-  if (parse(isoPartBeforeT(text)))
-    days = epoch(fields_.monthDay, fields_.month, fields_.year - 1900);
+  // The year goes through the picture rules: "24-03-05" fails as "YYYY"
+  // would, "0024-03-05" is 1924.
+  const int days = parse(isoPartBeforeT(text)) && resolveFields() ? getDays() : 0;
   resetFields();
   setDateSymbols(locale);
   setDays(days);

@@ -6,8 +6,10 @@
 //
 // Accepted forms: YYYY, YYYYMM, YYYYMMDD (basic) and YYYY-MM, YYYY-MM-DD
 // (extended, chosen by a "-" anywhere in the text); a missing month or day
-// is 1. There are no week dates, ordinal dates or signed years. Only the
-// text before the first "T" is read, trimmed of white space at both ends.
+// is 1. There are no week dates, ordinal dates or signed years. The year
+// has four digits ("24-03-05" and "209-03-05" fail); one below 100 is
+// 1900 + year, as under a "YYYY" picture ("0024-03-05" is 1924-03-05). Only
+// the text before the first "T" is read, trimmed of white space at both ends.
 //
 // Parsing always uses the default locale's symbols; the locale given is
 // installed afterwards for formatting. A text that does not match leaves

@@ -26,7 +26,12 @@ TEST(ISODateTest, ReadsTheCalendarDateForms) {
       {"2024-3-05", ""},
       {"2024-02-30", ""},
       {"2024-13", ""},
-      {"0000-01-01", ""},
+      {"0000-01-01", "1900-01-01"},  // a year below 100 is 1900 + year
+      {"0024-03-05", "1924-03-05"},
+      {"00240305", "1924-03-05"},
+      {"24-03-05", ""},  // the year has four digits
+      {"024-03-05", ""},
+      {"209-03-05", ""},
       {"2024-W01", ""},
       {"2024-061", ""},
       {"+2024-03-05", ""},
@@ -49,6 +54,7 @@ TEST(ISODateTimeTest, SplitsAtTAndFormatsBothParts) {
       {"2024-03-05", "YYYY-MM-DDTHH:MM", ""},
       {"2024-03-05T10:20", "YYYY-MM-DD HH:MM", ""},
       {"2024-03-05Tnoon", "YYYY-MM-DDTHH:MM", ""},
+      {"24-03-05T10:20", "YYYY-MM-DDTHH:MM", ""},
   };
   for (const Case& c : cases) {
     const ISODateTime value(c.text, "en_US", "en_US");

@@ -190,11 +190,15 @@ class ZU_EXPORT RnDate {
   // Sets the day number; out of the held range the date becomes invalid.
   void setDays(int64_t days);
 
+  // Turns the parsed fields into the date, with the year rules of parse: a
+  // year under "YYYY" needs four digits unless an era names it, and one
+  // below 100 read that way is 1900 + year. False (the date unchanged) when
+  // the fields name no date.
+  bool resolveFields();
+
   Fields fields_;
 
  private:
-  // Turns the parsed fields into the date.
-  bool resolveFields();
   // The Gregorian year of the parsed year fields; false when out of range.
   bool resolveYear(int64_t& year) const;
   int64_t resolveDay(int64_t year) const;

@@ -134,7 +134,7 @@ int RnTime::dayMillis() const {
   return static_cast<int>(shown - floorDiv(shown, MILLISPERDAY) * MILLISPERDAY);
 }
 
-int RnTime::getMillis() const { return valid_ ? value_ : -1; }
+int RnTime::getMillis() const { return valid_ ? dayMillis() : -1; }
 int RnTime::getHour() const { return valid_ ? dayMillis() / MILLISPERHOUR : -1; }
 int RnTime::getMinute() const {
   return valid_ ? dayMillis() % MILLISPERHOUR / MILLISPERMINUTE : -1;

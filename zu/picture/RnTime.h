@@ -90,7 +90,9 @@ class ZU_EXPORT RnTime {
   // The time under getDEFAULT_TIME_FMT().
   zuString toString() const;
 
-  // The stored count as given to the constructor (0 when invalid).
+  // The time of day shown, in milliseconds: 0 .. MILLISPERDAY - 1, the
+  // stored count less its one, in the display zone (so 13:05:09.007 reads
+  // 47109007); -1 when invalid. Whole days past the origin: getDays().
   int getMillis() const;
   // The fields of the time in its display zone; -1 when invalid.
   int getHour() const;

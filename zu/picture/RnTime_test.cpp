@@ -49,6 +49,10 @@ TEST(RnTimeTest, ReadingsFollowTheDisplayZoneAndCountDays) {
   struct Case { int millis, zoneMinutes, add, hour, minute, second, milli, days; };
   const Case cases[] = {
       {at(13, 5, 7, 9), 0, 0, 13, 5, 7, 9, 0},
+      {at(13, 5, 9, 7), 0, 0, 13, 5, 9, 7, 0},
+      {at(0, 0), 0, 0, 0, 0, 0, 0, 0},
+      {at(23, 59, 59, 999), 0, 1, 0, 0, 0, 0, 1},
+      {at(0, 0), 0, -1, 23, 59, 59, 999, -1},
       {at(23, 0), 0, 2 * kHour, 1, 0, 0, 0, 1},
       {at(0, 30), 0, -kHour, 23, 30, 0, 0, -1},
       {at(20, 0), 330, 0, 1, 30, 0, 0, 1},
@@ -64,7 +68,13 @@ TEST(RnTimeTest, ReadingsFollowTheDisplayZoneAndCountDays) {
     EXPECT_EQ(time.getSecond(), c.second) << c.millis;
     EXPECT_EQ(time.getMilliSecond(), c.milli) << c.millis;
     EXPECT_EQ(time.getDays(), c.days) << c.millis;
+    // The count read back is the displayed time of day: the stored count
+    // less the one that marks a time, in the display zone.
+    EXPECT_EQ(time.getMillis(),
+              ((c.hour * 60 + c.minute) * 60 + c.second) * 1000 + c.milli) << c.millis;
+    EXPECT_EQ(std::string(time.format("FFF")), std::to_string(1000 + c.milli).substr(1));
   }
+  EXPECT_EQ(RnTime(at(13, 5, 9, 7), "en_US").getMillis(), 47109007);
   RnTime invalid("en_US");
   invalid += 5;
   EXPECT_FALSE(invalid.isValid());
@@ -167,8 +177,8 @@ TEST(RnTimeTest, ParsesFields) {
     EXPECT_EQ(time.getSecond(), c.second) << label;
     EXPECT_EQ(time.getMilliSecond(), c.milli) << label;
     EXPECT_EQ(time.getTimeZone(), c.zoneMinutes * kMinute) << label;
-    const int universal = (c.hour * 60 + c.minute - c.zoneMinutes) * kMinute + c.second * 1000 + c.milli;
-    EXPECT_EQ(time.getMillis(), universal + 1) << label;
+    EXPECT_EQ(time.getMillis(), (c.hour * 60 + c.minute) * kMinute + c.second * 1000 + c.milli)
+        << label;
   }
 }
 

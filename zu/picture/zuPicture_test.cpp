@@ -100,6 +100,13 @@ TEST_F(zuPictureTest, FormatsThroughEveryCategoryInManyLocales) {
     EXPECT_EQ(str(out), c.expected) << c.picture << " " << c.value << " " << c.locale;
     EXPECT_EQ(status, 1) << c.picture << " " << c.value;
   }
+  // A canonical year has four digits, in date and date-time values alike.
+  for (const char* value : {"24-03-05", "209-03-05", "24-03-05T10:00"}) {
+    int status = kUntouched;
+    zuPicture::format(value, "date{YYYY-MM-DD}' 'time{HH:MM}|date{YYYY-MM-DD}", "en_US", &status,
+                      0);
+    EXPECT_EQ(status, 0) << value;
+  }
 }
 
 TEST_F(zuPictureTest, StylesUseTheLocalePatterns) {
