@@ -45,15 +45,59 @@ function(zu_define_library)
                         ICU::uc ICU::i18n ICU::data ${CMAKE_DL_LIBS})
 endfunction()
 
-# zu_library(SUBSYSTEM <name> SOURCES <cpp...> HEADERS <public headers...>)
-# Adds a subsystem's sources to the library and records its public headers
-# for installation under include/zu/<name>/.
+# zu_library(SUBSYSTEM <folder> [NAME <layer>] [DEPS <layer...>]
+#            SOURCES <cpp and internal headers...> HEADERS <public headers...>)
+# Adds sources to the library and records the public headers for
+# installation under include/zu/<folder>/. Every file belongs to one layer,
+# NAME (the folder's name by default); a layer's files may include only its
+# own files and those of the layers in its DEPS (several calls for one layer
+# add up). The `layering` test checks every #include against these lists,
+# and that every file under zu/ is listed by some call.
 function(zu_library)
-  cmake_parse_arguments(ARG "" "SUBSYSTEM" "SOURCES;HEADERS" ${ARGN})
+  cmake_parse_arguments(ARG "" "SUBSYSTEM;NAME" "SOURCES;HEADERS;DEPS" ${ARGN})
+  if(NOT ARG_NAME)
+    set(ARG_NAME ${ARG_SUBSYSTEM})
+  endif()
   target_sources(zuutility_objects PRIVATE ${ARG_SOURCES})
   foreach(header IN LISTS ARG_HEADERS)
     install(FILES ${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zu/${ARG_SUBSYSTEM})
   endforeach()
+  zu_record_layer_files(${ARG_NAME} "${ARG_DEPS}" ${ARG_SOURCES} ${ARG_HEADERS})
+endfunction()
+
+# Records files (relative to the calling folder) under a layer and its deps.
+function(zu_record_layer_files layer deps)
+  set_property(GLOBAL APPEND PROPERTY ZU_LAYERS ${layer})
+  set_property(GLOBAL APPEND PROPERTY ZU_LAYER_DEPS_${layer} ${deps})
+  foreach(file IN LISTS ARGN)
+    file(RELATIVE_PATH relative ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR}/${file})
+    set_property(GLOBAL APPEND PROPERTY ZU_LAYER_FILES_${layer} ${relative})
+  endforeach()
+endfunction()
+
+# Writes what the zu_library and zu_test calls recorded and registers the
+# `layering` test that checks every #include "zu/..." against it.
+function(zu_add_layering_test)
+  if(NOT ZU_BUILD_TESTS)
+    return()
+  endif()
+  get_property(layers GLOBAL PROPERTY ZU_LAYERS)
+  list(REMOVE_DUPLICATES layers)
+  set(manifest "set(ZU_LAYERS ${layers})\n")
+  foreach(layer IN LISTS layers)
+    foreach(kind DEPS FILES TESTS)
+      get_property(items GLOBAL PROPERTY ZU_LAYER_${kind}_${layer})
+      if(items)
+        list(REMOVE_DUPLICATES items)
+      endif()
+      string(APPEND manifest "set(ZU_LAYER_${kind}_${layer} ${items})\n")
+    endforeach()
+  endforeach()
+  file(WRITE ${PROJECT_BINARY_DIR}/layering/manifest.cmake "${manifest}")
+  add_test(NAME layering
+    COMMAND ${CMAKE_COMMAND} -DSOURCE_DIR=${PROJECT_SOURCE_DIR}
+            -DMANIFEST=${PROJECT_BINARY_DIR}/layering/manifest.cmake
+            -P ${PROJECT_SOURCE_DIR}/cmake/zuLayering.cmake)
 endfunction()
 
 # zu_test(NAME <exe> SOURCES <*_test.cpp...> [LABELS <label...>])
@@ -69,6 +113,12 @@ function(zu_test)
   if(NOT ARG_SOURCES)
     return()
   endif()
+  # Tests belong to their folder's layer and may also use zu/testing.
+  get_filename_component(folder ${CMAKE_CURRENT_SOURCE_DIR} NAME)
+  foreach(file IN LISTS ARG_SOURCES)
+    file(RELATIVE_PATH relative ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR}/${file})
+    set_property(GLOBAL APPEND PROPERTY ZU_LAYER_TESTS_${folder} ${relative})
+  endforeach()
   if(TARGET ${ARG_NAME})
     target_sources(${ARG_NAME} PRIVATE ${ARG_SOURCES})
     return()

@@ -4,6 +4,7 @@
 #include "zu/core/zuFormat.h"
 #include "zu/core/zuFormatPos.h"
 #include "zu/core/zuString.h"
+#include "zu/runtime/internal/zuRaise.h"
 
 namespace {
 
@@ -185,3 +186,7 @@ void ZuExThrow(const zuFormatPos& format, int reported) {
 void ZuExThrow(const zuFormatPos& format) {
   ZuExThrow(format, 0);
 }
+
+// The base layer's failures, thrown as the rest of the library throws them.
+void zu::internal::raiseOutOfMemory() { throw zuExMemory(); }
+void zu::internal::raiseMessage(unsigned short id) { ZuExThrow(id); }

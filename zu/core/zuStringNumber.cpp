@@ -7,7 +7,7 @@
 #include <cstring>
 #include <string>
 
-#include "zu/locale/RnLocale.h"
+#include "zu/core/internal/zuDecimalPoint.h"
 
 namespace {
 
@@ -21,7 +21,7 @@ int zuString::Number(double* value) const {
   *value = 0;
   if (Length() == 0) return 0;
   char* end = nullptr;
-  const char point = RnLocale::SystemDecimalPointAsChar();
+  const char point = zu::internal::runtimeDecimalPoint();
   if (point == '.') {
     *value = std::strtod(chars_, &end);
     return end == chars_ + Length();
@@ -105,7 +105,7 @@ int zuString::Number(double value, unsigned int decimals, int trimZeros) {
   // The largest double prints with 309 integer digits.
   char printed[400];
   std::snprintf(printed, sizeof printed, "%#.*f", static_cast<int>(decimals), value);
-  const char* point = std::strchr(printed, RnLocale::SystemDecimalPointAsChar());
+  const char* point = std::strchr(printed, zu::internal::runtimeDecimalPoint());
   const unsigned int integerLength =
       static_cast<unsigned int>(point != nullptr ? point - printed : std::strlen(printed));
   const char* fraction = point != nullptr ? point + 1 : "0";

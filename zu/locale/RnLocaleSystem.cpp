@@ -4,11 +4,11 @@
 #include <unicode/ustring.h>
 
 #include <clocale>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string>
 
+#include "zu/core/internal/zuDecimalPoint.h"
 #include "zu/locale/RnLocale.h"
 #include "zu/locale/RnData.h"
 #include "zu/locale/internal/RnLocaleMap.h"
@@ -112,11 +112,7 @@ zuString RnLocale::PositiveSign() { return systemLocaleData().getPositiveSymbol(
 zuString RnLocale::DecimalPoint() { return systemLocaleData().getRadixSymbol(); }
 zuString RnLocale::ThousandsSep() { return systemLocaleData().getGroupingSymbol(); }
 
-char RnLocale::SystemDecimalPointAsChar() {
-  char text[16];
-  std::snprintf(text, sizeof text, "%2.1f", 1.0);
-  return text[1];
-}
+char RnLocale::SystemDecimalPointAsChar() { return zu::internal::runtimeDecimalPoint(); }
 
 zuString RnLocale::SystemDecimalPoint() {
   zuString point;

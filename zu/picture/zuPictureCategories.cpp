@@ -3,12 +3,11 @@
 
 #include "zu/core/zuException.h"
 #include "zu/core/zuFormat.h"
-#include "zu/datetime/ISODate.h"
-#include "zu/datetime/ISOTime.h"
 #include "zu/picture/RnDate.h"
 #include "zu/picture/RnNum.h"
 #include "zu/picture/RnText.h"
 #include "zu/picture/RnTime.h"
+#include "zu/picture/internal/zuCanonicalDateTime.h"
 #include "zu/picture/internal/zuPictureBodies.h"
 #include "zu/picture/internal/zuPictureDateTimeText.h"
 #include "zu/picture/internal/zuPictureScan.h"
@@ -76,14 +75,14 @@ void splitDateTimeValue(const zuString& value, zuString& datePart, zuString& tim
   }
 }
 
-int formatDateValue(ISODate& date, const zuString& body, int local, zuString& out) {
+int formatDateValue(RnDate& date, const zuString& body, int local, zuString& out) {
   if (local) date.setLocalDate();
   if (!date.isValid()) return 0;
   out = date.format(body);
   return !out.IsEmpty();
 }
 
-int formatTimeValue(ISOTime& time, const zuString& body, int local, zuString& out) {
+int formatTimeValue(RnTime& time, const zuString& body, int local, zuString& out) {
   if (local) time.setLocalTime();
   if (!time.isValid()) return 0;
   out = time.format(body, 0);
@@ -103,8 +102,8 @@ int formatDateTimeValue(const zuString& value, const zuString& picture, const zu
   const zuString dateBody = peelSubPicture(datePicture, zuPicture::getDATE(), dateLocale);
   zuString timeLocale = locale;
   const zuString timeBody = peelSubPicture(timePicture, zuPicture::getTIME(), timeLocale);
-  ISODate date(datePart, dateLocale);
-  ISOTime time(timePart, timeLocale);
+  zu::internal::CanonicalDate date(datePart, dateLocale);
+  zu::internal::CanonicalTime time(timePart, timeLocale);
   zuString timeText;
   if (!formatTimeValue(time, timeBody, local, timeText)) return 0;
   if (dayShift) {
@@ -194,7 +193,7 @@ int zu::internal::formatDateBody(const zuString& value, const zuString& body,
                                  const zuString& dateLocale, zuString& out, int local) {
   out.Empty();
   if (value.IsNull()) return 0;
-  ISODate date(value, dateLocale);
+  zu::internal::CanonicalDate date(value, dateLocale);
   return formatDateValue(date, body, local, out);
 }
 
@@ -209,7 +208,7 @@ int zu::internal::formatTimeBody(const zuString& value, const zuString& body,
                                  const zuString& timeLocale, zuString& out, int local) {
   out.Empty();
   if (value.IsNull()) return 0;
-  ISOTime time(value, timeLocale);
+  zu::internal::CanonicalTime time(value, timeLocale);
   return formatTimeValue(time, body, local, out);
 }
 

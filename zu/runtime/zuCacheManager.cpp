@@ -6,9 +6,9 @@
 #include <new>
 #include <utility>
 
-#include "zu/core/zuException.h"
 #include "zu/runtime/internal/zuRememberedSlots.h"
 #include "zu/runtime/internal/zuThreadId.h"
+#include "zu/runtime/internal/zuRaise.h"
 
 namespace {
 
@@ -28,7 +28,7 @@ std::atomic<std::size_t> gManagers{0};
 
 void* heapAlloc(unsigned int size) {
   void* block = std::malloc(size == 0 ? 1 : size);
-  if (block == nullptr) throw zuExMemory();
+  if (block == nullptr) zu::internal::raiseOutOfMemory();
   return block;
 }
 
@@ -38,7 +38,7 @@ void reserveOneMore(std::vector<T>& items) {
   try {
     items.reserve(items.size() + 1);
   } catch (const std::bad_alloc&) {
-    throw zuExMemory();
+    zu::internal::raiseOutOfMemory();
   }
 }
 
@@ -63,7 +63,7 @@ zuCacheManager::zuCacheManager(unsigned int listCapacity, unsigned int poolBudge
   try {
     lists_.reserve(listCapacity);
   } catch (const std::bad_alloc&) {
-    throw zuExMemory();
+    zu::internal::raiseOutOfMemory();
   }
   gManagers.fetch_add(1, std::memory_order_relaxed);
 }
@@ -117,7 +117,7 @@ zuCacheManager* zuCacheManager::getCacheManager(unsigned int threadId) {
 zuCacheManager* zuCacheManager::CreateForThread(unsigned int threadId) {
   auto* manager =
       new (std::nothrow) zuCacheManager(kThreadListCapacity, kThreadPoolBudget, threadId);
-  if (manager == nullptr) throw zuExMemory();
+  if (manager == nullptr) zu::internal::raiseOutOfMemory();
   zuThreadLocalStorage::setThreadStorage(zuThreadLocalStorage::eCacheManager, manager, threadId);
   return manager;
 }
@@ -187,7 +187,7 @@ zuMemoryCacheList* zuCacheManager::FindOrAddList(unsigned int size, unsigned lon
     list->Reuse(size, blocksPerPool);
   } else {
     list = new (std::nothrow) zuMemoryCacheList(size, blocksPerPool, this);
-    if (list == nullptr) throw zuExMemory();
+    if (list == nullptr) zu::internal::raiseOutOfMemory();
   }
   lists_.insert(lists_.begin() + index, list);
   return list;
@@ -200,7 +200,7 @@ void zuCacheManager::freeMemory(void* block) {
     return;
   }
   zuMemoryCache* pool = zuMemoryCache::FromBlock(block);
-  if (pool == nullptr) ZuExThrow(16479);
+  if (pool == nullptr) zu::internal::raiseMessage(16479);
   pool->Give(block);
   if (pool->InUse() == 0) ReleasePool(pool);
 }
@@ -291,11 +291,11 @@ zuCacheManager::ArenaInfo* zuCacheManager::NewArena(unsigned int size, int full)
   std::vector<ArenaInfo*>& owner = full ? fullArenas_ : arenas_;
   reserveOneMore(owner);
   char* area = static_cast<char*>(std::malloc(size));
-  if (area == nullptr) throw zuExMemory();
+  if (area == nullptr) zu::internal::raiseOutOfMemory();
   auto* arena = new (std::nothrow) ArenaInfo{area, area, size, full};
   if (arena == nullptr) {
     std::free(area);
-    throw zuExMemory();
+    zu::internal::raiseOutOfMemory();
   }
   owner.push_back(arena);
   return arena;

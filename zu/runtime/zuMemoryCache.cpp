@@ -4,8 +4,8 @@
 #include <limits>
 #include <new>
 
-#include "zu/core/zuException.h"
 #include "zu/runtime/zuCacheManager.h"
+#include "zu/runtime/internal/zuRaise.h"
 
 namespace {
 
@@ -35,20 +35,20 @@ zuMemoryCache* zuMemoryCache::Create(std::size_t blockSize, std::size_t blockCou
   if (blockSize == 0) blockSize = 1;
   if (blockCount == 0) blockCount = 1;
   constexpr std::size_t kMax = std::numeric_limits<std::size_t>::max();
-  if (blockSize > kMax / 2) throw zuExMemory();
+  if (blockSize > kMax / 2) zu::internal::raiseOutOfMemory();
   // A free block keeps its free-list link in its first word.
   const std::size_t payload =
       roundUp(blockSize < sizeof(char*) ? sizeof(char*) : blockSize, kAlignment);
   const std::size_t stride = kHeaderBytes + payload;
   std::size_t blockBytes = 0;
   if (__builtin_mul_overflow(blockCount, stride, &blockBytes) || blockBytes > kMax - kPoolBytes) {
-    throw zuExMemory();
+    zu::internal::raiseOutOfMemory();
   }
   std::size_t areaBytes = kPoolBytes + blockBytes;
   void* memory =
       manager != nullptr ? manager->TakeSpareArea(areaBytes) : nullptr;  // may raise areaBytes
   if (memory == nullptr) memory = std::malloc(areaBytes);
-  if (memory == nullptr) throw zuExMemory();
+  if (memory == nullptr) zu::internal::raiseOutOfMemory();
   char* area = static_cast<char*>(memory) + kPoolBytes;
   return new (memory) zuMemoryCache(blockSize, blockCount, areaBytes, stride, area, list, manager);
 }

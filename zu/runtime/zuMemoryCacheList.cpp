@@ -1,9 +1,9 @@
 #include "zu/runtime/zuMemoryCacheList.h"
+#include "zu/runtime/internal/zuRaise.h"
 
 #include <new>
 #include <utility>
 
-#include "zu/core/zuException.h"
 
 zuMemoryCacheList::zuMemoryCacheList(std::size_t blockSize, std::size_t poolBlockCount,
                                      zuCacheManager* manager)
@@ -29,7 +29,7 @@ void* zuMemoryCacheList::TakeFromAnotherPool() {
   try {
     pools_.reserve(pools_.size() + 1);
   } catch (const std::bad_alloc&) {
-    throw zuExMemory();
+    zu::internal::raiseOutOfMemory();
   }
   zuMemoryCache* pool = zuMemoryCache::Create(blockSize_, poolBlockCount_, this, manager_);
   pools_.push_back(pool);

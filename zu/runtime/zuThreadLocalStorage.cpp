@@ -1,10 +1,10 @@
 #include "zu/runtime/zuThreadLocalStorage.h"
 
-#include "zu/core/zuException.h"
 #include "zu/runtime/internal/zuRememberedSlots.h"
 #include "zu/runtime/internal/zuThreadExitHook.h"
 #include "zu/runtime/internal/zuThreadId.h"
 #include "zu/runtime/internal/zuThreadTable.h"
+#include "zu/runtime/internal/zuRaise.h"
 
 namespace {
 
@@ -17,7 +17,7 @@ constexpr int kMaxDestroyPasses = 4;
 
 void checkSlot(zuThreadLocalStorage::eCacheType slot) {
   if (static_cast<unsigned int>(slot) >= zuThreadLocalStorage::eCacheTypeCount) {
-    ZuExThrow(16479);
+    zu::internal::raiseMessage(16479);
   }
 }
 

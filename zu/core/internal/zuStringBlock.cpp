@@ -3,8 +3,8 @@
 #include <bit>
 #include <new>
 
-#include "zu/core/zuException.h"
 #include "zu/runtime/zuCacheManager.h"
+#include "zu/runtime/internal/zuRaise.h"
 
 namespace zu::internal {
 
@@ -32,7 +32,7 @@ uint32_t ordinaryCapacity(uint32_t request) {
 // The block comes from the thread's cache and carries the cache's thread id
 // (0 while caching is off: the cache then hands out heap memory).
 zuStringData* allocateStringBlock(uint32_t request, unsigned int threadId) {
-  if (request > kLargestRequest) throw zuExMemory();
+  if (request > kLargestRequest) raiseOutOfMemory();
   const uint32_t capacity = ordinaryCapacity(request);
   if (threadId == 0) {
     unsigned int owner = 0;
@@ -50,9 +50,9 @@ void releaseStringBlock(zuStringData* block) {
 }
 
 zuStringData* allocateHeapStringBlock(uint32_t request) {
-  if (request > kLargestRequest) throw zuExMemory();
+  if (request > kLargestRequest) raiseOutOfMemory();
   void* memory = ::operator new(blockBytes(request), std::nothrow);
-  if (memory == nullptr) throw zuExMemory();
+  if (memory == nullptr) raiseOutOfMemory();
   return initBlock(memory, request, 0);
 }
 

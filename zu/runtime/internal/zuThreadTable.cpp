@@ -2,10 +2,9 @@
 
 #include <new>
 
-#include "zu/core/zuException.h"
 #include "zu/runtime/internal/zuThreadExitHook.h"
-#include "zu/runtime/zuMutex.h"
 #include "zu/runtime/zuThreadLocalStorage.h"
+#include "zu/runtime/internal/zuRaise.h"
 
 namespace zu::internal {
 
@@ -43,7 +42,7 @@ ThreadTable& ThreadTable::instance() {
   return *table;
 }
 
-ThreadTable::ThreadTable() : mutex_(zuMutex::NewMutex()) {
+ThreadTable::ThreadTable() {
   createThreadExitHook(releaseExitingThread);
 }
 
@@ -55,7 +54,6 @@ ThreadTable::~ThreadTable() {
     delete block;
     block = next;
   }
-  delete mutex_;
 }
 
 zuThreadLocalStorage* ThreadTable::find(unsigned int threadId) const {
@@ -83,8 +81,8 @@ zuThreadLocalStorage* ThreadTable::findCurrent(unsigned int self, bool& memoized
 
 zuThreadLocalStorage* ThreadTable::findOrCreate(unsigned int threadId) {
   zuThreadLocalStorage* created = new (std::nothrow) zuThreadLocalStorage;
-  if (created == nullptr) throw zuExMemory();
-  zuAcquireMutex lock(mutex_);
+  if (created == nullptr) raiseOutOfMemory();
+  std::lock_guard<std::mutex> lock(mutex_);
   // Another thread may have made the entry (for this id) since the scan.
   if (zuThreadLocalStorage* existing = find(threadId)) {
     delete created;
@@ -112,13 +110,13 @@ ThreadEntry* ThreadTable::claimFreeEntry() {
     last = block;
   }
   ThreadBlock* appended = new (std::nothrow) ThreadBlock;
-  if (appended == nullptr) throw zuExMemory();
+  if (appended == nullptr) raiseOutOfMemory();
   last->next.store(appended, std::memory_order_release);
   return &appended->entries[0];
 }
 
 zuThreadLocalStorage* ThreadTable::release(unsigned int threadId) {
-  zuAcquireMutex lock(mutex_);
+  std::lock_guard<std::mutex> lock(mutex_);
   for (ThreadBlock* block = &first_; block != nullptr;
        block = block->next.load(std::memory_order_acquire)) {
     for (ThreadEntry& entry : block->entries) {

@@ -7,8 +7,8 @@
 #pragma once
 
 #include <atomic>
+#include <mutex>
 
-class zuMutex;
 class zuThreadLocalStorage;
 
 namespace zu::internal {
@@ -57,7 +57,7 @@ class ThreadTable {
   ThreadEntry* claimFreeEntry();
 
   ThreadBlock first_;
-  zuMutex* mutex_;
+  std::mutex mutex_;
   std::atomic<unsigned long long> releases_{0};
 };
 
