@@ -76,7 +76,8 @@ function(zu_record_layer_files layer deps)
 endfunction()
 
 # Writes what the zu_library and zu_test calls recorded and registers the
-# `layering` test that checks every #include "zu/..." against it.
+# `layering` test that checks every #include "zu/..." against it, and the
+# `message_ids` test that keeps message ids out of the code as numbers.
 function(zu_add_layering_test)
   if(NOT ZU_BUILD_TESTS)
     return()
@@ -98,6 +99,9 @@ function(zu_add_layering_test)
     COMMAND ${CMAKE_COMMAND} -DSOURCE_DIR=${PROJECT_SOURCE_DIR}
             -DMANIFEST=${PROJECT_BINARY_DIR}/layering/manifest.cmake
             -P ${PROJECT_SOURCE_DIR}/cmake/zuLayering.cmake)
+  add_test(NAME message_ids
+    COMMAND ${CMAKE_COMMAND} -DSOURCE_DIR=${PROJECT_SOURCE_DIR}
+            -P ${PROJECT_SOURCE_DIR}/cmake/zuMessageIdsInCode.cmake)
 endfunction()
 
 # zu_test(NAME <exe> SOURCES <*_test.cpp...> [LABELS <label...>])

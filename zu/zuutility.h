@@ -24,6 +24,7 @@
 #include "zu/core/zuExResourceFailure.h"
 #include "zu/core/zuExVersionMismatch.h"
 #include "zu/core/zuException.h"
+#include "zu/core/zuMessageIds.h"
 #include "zu/core/zuFormat.h"
 #include "zu/core/zuFormatPos.h"
 #include "zu/core/zuNewHandler.h"

@@ -6,13 +6,13 @@
 #include "zu/core/internal/zuAtomHash.h"
 #include "zu/core/internal/zuAtomTableHolder.h"
 #include "zu/core/zuException.h"
+#include "zu/core/zuMessageIds.h"
 
 using zu::internal::atomHash;
 using zu::internal::zuAtomTableHolder;
 
 namespace {
 
-constexpr unsigned short kInvalidArgument = 16479;
 constexpr uint32_t kInitialMask = 4095;
 // Marks a retired atom: no lookup can produce this length or hash.
 constexpr uint32_t kRetired = 0xFFFFFFFFu;
@@ -46,7 +46,7 @@ zuAtomStore* zuAtomTable::findInTable(const char* text, unsigned int hash,
 }
 
 void zuAtomTable::initializeAtom(zuAtomStore*& atom) {
-  if (atom == nullptr || atom->text == nullptr) ZuExThrow(kInvalidArgument);
+  if (atom == nullptr || atom->text == nullptr) ZuExThrow(zuMessageIds::kInvalidArgument);
   uint32_t length = 0;
   atom->hash = atomHash(atom->text, length);
   atom->length = length;
@@ -99,13 +99,13 @@ void zuAtomTable::grow() {
 }
 
 zuAtomStore* zuAtomTable::getAtom(const char* text, unsigned int threadId) {
-  if (text == nullptr) ZuExThrow(kInvalidArgument);
+  if (text == nullptr) ZuExThrow(zuMessageIds::kInvalidArgument);
   uint32_t length = 0;
   const uint32_t hash = atomHash(text, length);
   if (zuAtomStore* global = zuGlobalAtomTable()->findInTable(text, hash, length)) return global;
 
   zuAtomTableHolder* holder = zuAtomTableHolder::of(threadId, 1);
-  if (holder == nullptr) ZuExThrow(kInvalidArgument);
+  if (holder == nullptr) ZuExThrow(zuMessageIds::kInvalidArgument);
   if (zuAtomStore* local = holder->table().findInTable(text, hash, length)) return local;
   return holder->makeAtom(text, length);
 }

@@ -8,6 +8,7 @@
 
 #include "zu/core/internal/zuCatalogueRegistry.h"
 #include "zu/core/internal/zuMessageLocale.h"
+#include "zu/core/zuMessageIds.h"
 
 namespace {
 
@@ -97,25 +98,39 @@ TEST(zuCatalogueTest, LocaleNamesAndSuffixOrder) {
   EXPECT_EQ(zu::internal::catalogueSuffixes({"pt", ""}, {}), (Suffixes{"pt", "En", "Intl"}));
 }
 
-// The ids the library throws, and the conversions each text must hold so
-// that the streamed argument lands in it.
-TEST(zuCatalogueTest, ShippedCataloguesHaveEveryMessageWithMatchingPlaceholders) {
+// The ids the library throws by name, the published number of each, and the
+// conversions each text must hold so that the streamed argument lands in it:
+// every name has a text in every catalogue, and every text a name.
+TEST(zuCatalogueTest, ShippedCataloguesHaveEveryMessageIdWithMatchingPlaceholders) {
+  namespace ids = zuMessageIds;
   struct Case {
-    int id;
+    unsigned short id;
+    unsigned short published;
     const char* placeholders;
   };
   const Case cases[] = {
-      {16479, ""},   {16480, "%s"}, {16583, ""}, {16656, ""}, {16777, ""}, {16984, ""},
-      {17107, "%d"}, {17174, ""},   {17185, ""}, {17186, ""}, {17187, ""}, {17234, ""},
-      {17235, ""},   {17236, ""},   {17237, ""}, {17244, ""}, {17245, ""},
+      {ids::kInvalidArgument, 16479, ""},    {ids::kCompoundPicture, 16480, "%s"},
+      {ids::kOutOfMemory, 16583, ""},        {ids::kStreamAllocation, 16656, ""},
+      {ids::kInvalidBase64, 16777, ""},      {ids::kListIndex, 16984, ""},
+      {ids::kUnknownUnit, 17107, "%d"},      {ids::kAngleRange, 17174, ""},
+      {ids::kInvalidYear, 17185, ""},        {ids::kInvalidMonth, 17186, ""},
+      {ids::kInvalidDay, 17187, ""},         {ids::kInvalidHour, 17234, ""},
+      {ids::kInvalidMinute, 17235, ""},      {ids::kInvalidSecond, 17236, ""},
+      {ids::kInvalidMillisecond, 17237, ""}, {ids::kMorningMarker, 17244, ""},
+      {ids::kAfternoonMarker, 17245, ""},
   };
+  ASSERT_EQ(std::size(ids::kAll), std::size(cases));
+  for (size_t i = 0; i < std::size(cases); ++i) {
+    EXPECT_EQ(cases[i].id, cases[i].published);
+    EXPECT_EQ(ids::kAll[i], cases[i].id) << i;
+  }
   for (const char* language : {"En", "fr", "de"}) {
     zu::internal::zuCatalogue catalogue;
     const std::string path = zu::internal::libraryDirectory() + "Resources" + language + ".msg";
     ASSERT_TRUE(zu::internal::readCatalogueFile(path, catalogue)) << path;
     EXPECT_EQ(catalogue.texts.size(), std::size(cases)) << language << ": unknown ids";
     for (const Case& c : cases) {
-      const std::string* text = catalogue.find(static_cast<uint16_t>(c.id));
+      const std::string* text = catalogue.find(c.id);
       ASSERT_NE(text, nullptr) << language << " " << c.id;
       EXPECT_EQ(conversionsIn(*text), c.placeholders) << language << " " << c.id << ": " << *text;
     }

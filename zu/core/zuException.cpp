@@ -5,10 +5,10 @@
 #include "zu/core/zuFormatPos.h"
 #include "zu/core/zuString.h"
 #include "zu/runtime/internal/zuRaise.h"
+#include "zu/core/zuMessageIds.h"
 
 namespace {
 
-constexpr unsigned short kOutOfMemoryId = 16583;
 constexpr size_t kInitialCapacity = 4;
 
 zuExErrItem itemFromFormat(unsigned short id, const zuString& text, const void* format,
@@ -148,7 +148,7 @@ const zuExErrItem& zuExMemory::operator[](unsigned int) const {
   // One item per thread rather than per process: resolving writes its text,
   // and a string belongs to the thread that fills it. Building it allocates
   // nothing, so it is safe to reach while memory is exhausted.
-  thread_local zuExErrItem outOfMemory(kOutOfMemoryId);
+  thread_local zuExErrItem outOfMemory(zuMessageIds::kOutOfMemory);
   outOfMemory.Resolve();
   return outOfMemory;
 }

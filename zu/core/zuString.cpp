@@ -16,12 +16,12 @@
 #include "zu/core/zuException.h"
 #include "zu/core/zuUnicode.h"
 #include "zu/runtime/internal/zuThreadId.h"
+#include "zu/core/zuMessageIds.h"
 
 using zu::internal::zuStringData;
 
 namespace {
 
-constexpr unsigned short kInvalidArgument = 16479;
 // Room for one code point in the widest (6-byte) UTF-8 form and a NUL.
 constexpr unsigned int kCodePointBytes = 7;
 // The widest UTF-8 form a UTF-16 unit can need, counted generously.
@@ -368,7 +368,7 @@ zuString& zuString::operator=(const char* text) {
     return *this;
   }
   const unsigned int length = StringLength(text);
-  if (utf16Mark(text, length) != 0) ZuExThrow(kInvalidArgument);
+  if (utf16Mark(text, length) != 0) ZuExThrow(zuMessageIds::kInvalidArgument);
   if (length == 0) {
     SetEmptyText();
   } else {

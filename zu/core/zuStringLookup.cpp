@@ -4,10 +4,10 @@
 #include <new>
 
 #include "zu/core/zuException.h"
+#include "zu/core/zuMessageIds.h"
 
 namespace {
 
-constexpr unsigned short kInvalidArgument = 16479;
 
 const zuString** newNames(uint32_t capacity) {
   auto* names = new (std::nothrow) const zuString*[capacity];
@@ -25,7 +25,7 @@ zuStringLookup::zuStringLookup(unsigned int capacity)
 zuStringLookup::~zuStringLookup() { delete[] names_; }
 
 unsigned int zuStringLookup::add(const zuString* name) {
-  if (name == nullptr) ZuExThrow(kInvalidArgument);
+  if (name == nullptr) ZuExThrow(zuMessageIds::kInvalidArgument);
   if (size_ == capacity_) grow();
   names_[size_] = name;
   return size_++;

@@ -9,12 +9,12 @@
 #include "zu/locale/internal/RnRunTimeStore.h"
 #include "zu/picture/internal/RnDecimal.h"
 #include "zu/picture/internal/RnNumPicture.h"
+#include "zu/core/zuMessageIds.h"
 
 using namespace zu::internal;
 
 namespace {
 
-constexpr unsigned short kInvalidArgument = 16479;
 // Widths from here on cannot be formatted.
 constexpr int kMaxWidth = 326;
 
@@ -141,7 +141,7 @@ void RnNum::subXlate(char symbol, unsigned count, bool& allZ, bool& all8, bool& 
     case '8':
     case 'Z':
     case 'z':
-      if (afterE) ZuExThrow(kInvalidArgument);
+      if (afterE) ZuExThrow(zuMessageIds::kInvalidArgument);
       if (a.hasRadix) {
         a.trailing += count;
         allZ = allZ && symbol == 'z';
@@ -155,11 +155,11 @@ void RnNum::subXlate(char symbol, unsigned count, bool& allZ, bool& all8, bool& 
     case '.':
     case 'V':
     case 'v':
-      if (a.hasRadix || count > 1 || afterE) ZuExThrow(kInvalidArgument);
+      if (a.hasRadix || count > 1 || afterE) ZuExThrow(zuMessageIds::kInvalidArgument);
       a.hasRadix = true;
       break;
     case 'E':
-      if (a.scientific || count > 1) ZuExThrow(kInvalidArgument);
+      if (a.scientific || count > 1) ZuExThrow(zuMessageIds::kInvalidArgument);
       a.scientific = afterE = true;
       break;
     case '%':

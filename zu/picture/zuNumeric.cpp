@@ -10,6 +10,7 @@
 #include <string>
 
 #include "zu/core/zuException.h"
+#include "zu/core/zuMessageIds.h"
 
 namespace {
 
@@ -54,7 +55,7 @@ long ZuApplyFactor(long value, long multiplier, long divisor) {
   const int64_t v = static_cast<int32_t>(value);
   const int64_t m = static_cast<int32_t>(multiplier);
   const int64_t d = static_cast<int32_t>(divisor);
-  if (d == 0) ZuExThrow(16479);
+  if (d == 0) ZuExThrow(zuMessageIds::kInvalidArgument);
   const int64_t quotient = v / d;
   const int64_t remainder = v % d;
   int64_t tenths = static_cast<int64_t>(static_cast<__int128>(remainder) * m * 10 / d);
@@ -79,7 +80,7 @@ zuString ZuDoubleToString(double value, unsigned digits, int round) {
 }
 
 char* zuNumeric::strToDot(char* text) {
-  if (text == nullptr) ZuExThrow(16479);
+  if (text == nullptr) ZuExThrow(zuMessageIds::kInvalidArgument);
   const std::string point = runtimeDecimalPoint();
   if (point == ".") return text;
   char* write = text;

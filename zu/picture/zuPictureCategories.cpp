@@ -12,12 +12,12 @@
 #include "zu/picture/internal/zuPictureDateTimeText.h"
 #include "zu/picture/internal/zuPictureScan.h"
 #include "zu/picture/zuPicture.h"
+#include "zu/core/zuMessageIds.h"
 
 using zu::internal::peelSubPicture;
 
 namespace {
 
-constexpr unsigned short kCompoundNotSupported = 16480;
 constexpr int kCenturySplit = 30;
 
 // A style pattern may carry alternatives of its own (the negative form of a
@@ -228,7 +228,7 @@ int zuPicture::formatDateTime_new(const zuString& value, const zuString& picture
 
 int zuPicture::formatCompound(const zuString&, const zuString&, const zuString&, zuString& out) {
   out.Empty();
-  ZuExThrow(zuFormat(kCompoundNotSupported, zuString("zuPicture::formatCompound")));
+  ZuExThrow(zuFormat(zuMessageIds::kCompoundPicture, zuString("zuPicture::formatCompound")));
 }
 
 // --- Parsing ------------------------------------------------------------------------
@@ -368,5 +368,5 @@ int zuPicture::parseDateTime(const zuString& value, const zuString& picture,
 
 int zuPicture::parseCompound(const zuString&, const zuString&, const zuString&, zuString& out) {
   out.Empty();
-  ZuExThrow(zuFormat(kCompoundNotSupported, zuString("zuPicture::parseCompound")));
+  ZuExThrow(zuFormat(zuMessageIds::kCompoundPicture, zuString("zuPicture::parseCompound")));
 }

@@ -9,6 +9,7 @@
 #include "zu/runtime/internal/zuRememberedSlots.h"
 #include "zu/runtime/internal/zuThreadId.h"
 #include "zu/runtime/internal/zuRaise.h"
+#include "zu/core/zuMessageIds.h"
 
 namespace {
 
@@ -200,7 +201,7 @@ void zuCacheManager::freeMemory(void* block) {
     return;
   }
   zuMemoryCache* pool = zuMemoryCache::FromBlock(block);
-  if (pool == nullptr) zu::internal::raiseMessage(16479);
+  if (pool == nullptr) zu::internal::raiseMessage(zuMessageIds::kInvalidArgument);
   pool->Give(block);
   if (pool->InUse() == 0) ReleasePool(pool);
 }

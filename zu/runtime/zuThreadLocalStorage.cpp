@@ -5,6 +5,7 @@
 #include "zu/runtime/internal/zuThreadId.h"
 #include "zu/runtime/internal/zuThreadTable.h"
 #include "zu/runtime/internal/zuRaise.h"
+#include "zu/core/zuMessageIds.h"
 
 namespace {
 
@@ -17,7 +18,7 @@ constexpr int kMaxDestroyPasses = 4;
 
 void checkSlot(zuThreadLocalStorage::eCacheType slot) {
   if (static_cast<unsigned int>(slot) >= zuThreadLocalStorage::eCacheTypeCount) {
-    zu::internal::raiseMessage(16479);
+    zu::internal::raiseMessage(zuMessageIds::kInvalidArgument);
   }
 }
 

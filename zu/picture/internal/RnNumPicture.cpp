@@ -3,12 +3,12 @@
 #include <cstring>
 
 #include "zu/core/zuException.h"
+#include "zu/core/zuMessageIds.h"
 
 namespace zu::internal {
 
 namespace {
 
-constexpr unsigned short kInvalidArgument = 16479;
 constexpr char kSymbols[] = "(%$,.)89BCDERSVZbcdrsvzt";
 
 // The letter that completes a pair started by `first`, 0 when `first`
@@ -148,7 +148,7 @@ bool NumPictureReader::next(NumPictureItem& item) {
     size_t end = pos_ + 1;
     for (;;) {
       const void* quote = std::memchr(picture_ + end, '\'', length_ - end);
-      if (quote == nullptr) ZuExThrow(kInvalidArgument);
+      if (quote == nullptr) ZuExThrow(zuMessageIds::kInvalidArgument);
       end = static_cast<size_t>(static_cast<const char*>(quote) - picture_);
       if (end + 1 < length_ && picture_[end + 1] == '\'') {
         end += 2;
@@ -179,13 +179,13 @@ bool NumPictureReader::next(NumPictureItem& item) {
   item.count = 0;
   if (isPairLetter(symbol)) {
     const char partner = pairPartner(symbol, reversed_);
-    if (partner == 0) ZuExThrow(kInvalidArgument);
+    if (partner == 0) ZuExThrow(zuMessageIds::kInvalidArgument);
     item.symbol = reversed_ ? partner : symbol;
     while (pos_ < length_) {
       size_t firstBytes = 0, secondBytes = 0;
       if (symbolAt(pos_, firstBytes) != symbol) break;
       if (pos_ + firstBytes >= length_ || symbolAt(pos_ + firstBytes, secondBytes) != partner) {
-        ZuExThrow(kInvalidArgument);
+        ZuExThrow(zuMessageIds::kInvalidArgument);
       }
       pos_ += firstBytes + secondBytes;
       ++item.count;
