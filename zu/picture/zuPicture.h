@@ -43,7 +43,10 @@
 //
 // Errors: nothing throws for an unrecognised picture; a compound alternative
 // (for example "num{9} text{X}") raises zuExFull with message 16480 and the
-// operation's name. Engines and data are per thread: a zuPicture belongs to
+// operation's name. Running out of memory is never a mismatch: the
+// library's own allocations raise zuExMemory, and so does a failed operator
+// new once the client installs zuNewHandler(ZuExMemoryHandler) (else the
+// runtime's std::bad_alloc passes through). Engines and data are per thread: a zuPicture belongs to
 // the thread that uses it, and the static operations may run on any thread.
 #pragma once
 
