@@ -11,13 +11,6 @@
 
 using namespace zu::internal;
 
-namespace {
-
-// Widths from here on cannot be formatted.
-constexpr int kMaxWidth = 326;
-
-}  // namespace
-
 // The locale and symbols that this thread's last RnNum resolved from a
 // locale name, so that making one RnNum per value stays cheap. It is used
 // only while the thread has neither run-time locale data nor registered

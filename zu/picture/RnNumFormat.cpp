@@ -11,7 +11,6 @@ using namespace zu::internal;
 
 namespace {
 
-constexpr int kMaxWidth = 326;
 constexpr size_t kNoRadix = static_cast<size_t>(-1);
 constexpr size_t kKeptItems = 24;
 

@@ -5,6 +5,7 @@
 
 #include "zu/locale/RnData.h"
 #include "zu/picture/zuPicture.h"
+#include "zu/picture/internal/zuPictureGrammarPieces.h"
 
 namespace {
 
@@ -40,7 +41,7 @@ TEST(zuPictureGrammarTest, EscapesAndLegacyQuotes) {
       {"\\u0041", "A"},   {"x\\u00e9y", "x\xC3\xA9y"}, {"\\u00G1", "\\u00G1"},
       {"\\u41", "\\u41"}, {"\\\\u0041", "\\A"},        {"num{9}", "num{9}"},
   };
-  for (const auto& e : escapes) EXPECT_EQ(str(zuPicture::interpret(e[0])), e[1]) << e[0];
+  for (const auto& e : escapes) EXPECT_EQ(str(zu::internal::interpret(e[0])), e[1]) << e[0];
   const char* legacy[][2] = {
       {"\"it's\"", "'it''s'"},
       {"'say \"hi\"'", "'say \"\"hi\"\"'"},
@@ -66,7 +67,7 @@ TEST(zuPictureGrammarTest, QuotedLiteralReadsDoubledQuotes) {
   for (const Case& c : cases) {
     unsigned int pos = 0;
     zuString text;
-    EXPECT_EQ(zuPicture::getLiteralSubstr(c.picture, c.quotePos, pos, &text), c.ok) << c.picture;
+    EXPECT_EQ(zu::internal::getLiteralSubstr(c.picture, c.quotePos, pos, &text), c.ok) << c.picture;
     if (!c.ok) continue;
     EXPECT_EQ(str(text), c.text);
     EXPECT_EQ(pos, c.end);
@@ -172,14 +173,14 @@ TEST(zuPictureGrammarTest, LocaleFromPicture) {
 }
 
 TEST(zuPictureGrammarTest, CharacterClasses) {
-  EXPECT_TRUE(zuPicture::isCharNumeric('0') && zuPicture::isCharNumeric('9'));
-  EXPECT_FALSE(zuPicture::isCharNumeric('1'));
-  for (char c : std::string("\"' ,-./:?+*$()")) EXPECT_TRUE(zuPicture::isCharLiteral(c)) << c;
-  EXPECT_FALSE(zuPicture::isCharLiteral('|') || zuPicture::isCharLiteral('{'));
-  EXPECT_TRUE(zuPicture::isCharAlphabetic(0xE9) && zuPicture::isCharAlphabetic('q'));
-  EXPECT_FALSE(zuPicture::isCharAlphabetic('9'));
-  EXPECT_TRUE(zuPicture::isCharQuote('\''));
-  EXPECT_FALSE(zuPicture::isCharQuote('"'));
+  EXPECT_TRUE(zu::internal::isCharNumeric('0') && zu::internal::isCharNumeric('9'));
+  EXPECT_FALSE(zu::internal::isCharNumeric('1'));
+  for (char c : std::string("\"' ,-./:?+*$()")) EXPECT_TRUE(zu::internal::isCharLiteral(c)) << c;
+  EXPECT_FALSE(zu::internal::isCharLiteral('|') || zu::internal::isCharLiteral('{'));
+  EXPECT_TRUE(zu::internal::isCharAlphabetic(0xE9) && zu::internal::isCharAlphabetic('q'));
+  EXPECT_FALSE(zu::internal::isCharAlphabetic('9'));
+  EXPECT_TRUE(zu::internal::isCharQuote('\''));
+  EXPECT_FALSE(zu::internal::isCharQuote('"'));
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include "zu/core/zuExErrItem.h"
 #include "zu/core/zuException.h"
 #include "zu/picture/zuPicture.h"
+#include "zu/picture/internal/zuPictureGrammarPieces.h"
 
 namespace {
 
@@ -247,8 +248,8 @@ TEST_F(zuPictureTest, ClassifiesPictures) {
                       (zuPicture::isNullPicture(c.picture) ? kNull : 0) |
                       (zuPicture::isZeroPicture(c.picture) ? kZero : 0) |
                       (zuPicture::isDateTimePicture(c.picture, date, time) ? kDateTime : 0) |
-                      (zuPicture::isCompoundPicture(c.picture) ? kCompound : 0) |
-                      (zuPicture::isEmptyPicture(c.picture) ? kEmpty : 0);
+                      (zu::internal::isCompoundPicture(c.picture) ? kCompound : 0) |
+                      (zu::internal::isEmptyPicture(c.picture) ? kEmpty : 0);
     EXPECT_EQ(kinds, c.kinds) << c.picture;
   }
   zuString date, time;

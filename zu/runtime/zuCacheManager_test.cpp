@@ -10,13 +10,16 @@
 
 #include "zu/core/zuException.h"
 #include "zu/runtime/internal/zuThreadId.h"
+#include "zu/runtime/internal/zuCacheManagerPeer.h"
 
 namespace {
 
+using Peer = zu::internal::CacheManagerPeer;
+
 std::vector<std::size_t> blockSizes(const zuCacheManager& cache) {
   std::vector<std::size_t> sizes;
-  for (std::size_t index = 0; index < cache.ListCount(); ++index) {
-    sizes.push_back(cache.List(index)->BlockSize());
+  for (std::size_t index = 0; index < Peer::listCount(cache); ++index) {
+    sizes.push_back(Peer::list(cache, index)->BlockSize());
   }
   return sizes;
 }
@@ -81,20 +84,20 @@ TEST(zuCacheManagerTest, SizesSharingAListFollowItsPools) {
   void* shared = cache.allocMemory(150);
   for (std::size_t index = 1; index < first.size() - 1; ++index)
     first[index] = cache.allocMemory(200);
-  ASSERT_EQ(cache.ListCount(), 1u);
+  ASSERT_EQ(Peer::listCount(cache), 1u);
   void* second = cache.allocMemory(200);  // the first pool is full
-  ASSERT_EQ(cache.List(0)->PoolCount(), 2u);
+  ASSERT_EQ(Peer::list(cache, 0)->PoolCount(), 2u);
   EXPECT_NE(zuMemoryCache::FromBlock(second), zuMemoryCache::FromBlock(shared));
 
   zuCacheManager::freeMemory(shared);
   for (std::size_t index = 0; index < first.size() - 1; ++index)
     zuCacheManager::freeMemory(first[index]);
-  ASSERT_EQ(cache.List(0)->PoolCount(), 1u);  // the first pool is gone
+  ASSERT_EQ(Peer::list(cache, 0)->PoolCount(), 1u);  // the first pool is gone
   void* again = cache.allocMemory(150);
   EXPECT_EQ(zuMemoryCache::FromBlock(again), zuMemoryCache::FromBlock(second));
   zuCacheManager::freeMemory(again);
   zuCacheManager::freeMemory(second);
-  EXPECT_EQ(cache.ListCount(), 0u);
+  EXPECT_EQ(Peer::listCount(cache), 0u);
 }
 
 // A list whose only pool empties leaves the manager at once; taking its
@@ -110,9 +113,9 @@ TEST(zuCacheManagerTest, EmptiedListLeavesAndComesBack) {
     void* block = cache.allocMemory(step.size);
     std::memset(block, 0x5A, step.size);
     EXPECT_EQ(blockSizes(cache), step.listsWhileHeld);
-    EXPECT_EQ(cache.List(0)->PoolCount(), 1u);
+    EXPECT_EQ(Peer::list(cache, 0)->PoolCount(), 1u);
     zuCacheManager::freeMemory(block);
-    EXPECT_EQ(cache.ListCount(), 0u);
+    EXPECT_EQ(Peer::listCount(cache), 0u);
   }
 }
 
@@ -121,8 +124,8 @@ TEST(zuCacheManagerTest, PoolsFillInAddressOrderAndReleaseWhenWhollyFree) {
   const unsigned int size = 1000;  // 50 blocks per pool
   std::vector<void*> first;
   for (int index = 0; index < 50; ++index) first.push_back(cache.allocMemory(size));
-  ASSERT_EQ(cache.ListCount(), 1u);
-  const zuMemoryCacheList* list = cache.List(0);
+  ASSERT_EQ(Peer::listCount(cache), 1u);
+  const zuMemoryCacheList* list = Peer::list(cache, 0);
   EXPECT_EQ(list->PoolBlockCount(), 50u);
   EXPECT_TRUE(std::is_sorted(first.begin(), first.end()));
 
@@ -149,7 +152,7 @@ TEST(zuCacheManagerTest, PoolsFillInAddressOrderAndReleaseWhenWhollyFree) {
 
   // The last pool of a list goes with its list.
   for (void* block : first) zuCacheManager::freeMemory(block);
-  EXPECT_EQ(cache.ListCount(), 0u);
+  EXPECT_EQ(Peer::listCount(cache), 0u);
 
   // ... and so do the direct-table entries of the small sizes it served.
   void* hundred = cache.allocMemory(100);
@@ -157,7 +160,7 @@ TEST(zuCacheManagerTest, PoolsFillInAddressOrderAndReleaseWhenWhollyFree) {
   EXPECT_EQ(blockSizes(cache), std::vector<std::size_t>{100});
   zuCacheManager::freeMemory(hundred);
   zuCacheManager::freeMemory(sixty);
-  EXPECT_EQ(cache.ListCount(), 0u);
+  EXPECT_EQ(Peer::listCount(cache), 0u);
   sixty = cache.allocMemory(60);
   EXPECT_EQ(zuMemoryCache::FromBlock(sixty)->BlockSize(), 60u);
   zuCacheManager::freeMemory(sixty);
@@ -192,7 +195,7 @@ TEST(zuCacheManagerTest, CachingOffUsesTheHeapAndBack) {
   EXPECT_EQ(size, 30u);
   void* fromOwn = own->allocMemory(50);  // any manager goes to the heap now
   void* fromFree = zuCacheManager_alloc(70);
-  EXPECT_EQ(global->ListCount(), 0u);
+  EXPECT_EQ(Peer::listCount(*global), 0u);
   std::free(fromMin);  // heap blocks: the sanitizers check the pairing
   zuCacheManager::freeMemory(fromOwn);
   zuCacheManager_free(fromFree);
@@ -209,7 +212,7 @@ TEST(zuCacheManagerTest, ArenasAreDedicatedLargeOrSharedAndDropped) {
   zuCacheManager::ArenaInfo* big = cache.getArena(20000);
   EXPECT_EQ(big->remaining, 20000u);
   EXPECT_EQ(big->full, 1);
-  EXPECT_EQ(cache.ArenaCount(), 0u);  // dedicated arenas are never searched
+  EXPECT_EQ(Peer::arenaCount(cache), 0u);  // dedicated arenas are never searched
 
   zuCacheManager::ArenaInfo* shared = cache.getArena(100);
   EXPECT_EQ(shared->remaining, 16000u);
@@ -226,7 +229,7 @@ TEST(zuCacheManagerTest, ArenasAreDedicatedLargeOrSharedAndDropped) {
   zuCacheManager::ArenaInfo* next = cache.getArena(300);
   EXPECT_NE(next, shared);
   EXPECT_EQ(shared->full, 1);
-  EXPECT_EQ(cache.ArenaCount(), 1u);
+  EXPECT_EQ(Peer::arenaCount(cache), 1u);
   EXPECT_EQ(cache.getArena(150), next);
 }
 

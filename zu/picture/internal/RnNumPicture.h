@@ -12,6 +12,10 @@
 
 namespace zu::internal {
 
+// Numbers this many characters wide or wider (digits and point) are not
+// written: a picture or DblToStr asking for one fails.
+inline constexpr int kMaxWidth = 326;
+
 struct NumPictureItem {
   enum Kind { kSymbol, kLiteral, kQuoted };
   Kind kind = kSymbol;
