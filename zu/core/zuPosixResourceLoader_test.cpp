@@ -7,18 +7,18 @@
 #include <string>
 
 #include "zu/core/internal/zuCatalogueRegistry.h"
-#include "zu/core/internal/zuCatalogueTestFiles.h"
 #include "zu/core/internal/zuResourceLoaderState.h"
-#include "zu/core/zuException.h"
 #include "zu/core/zuExErrItem.h"
+#include "zu/core/zuException.h"
 #include "zu/core/zuFormat.h"
 #include "zu/core/zuFormatPos.h"
 #include "zu/core/zuThreadSafeString.h"
+#include "zu/testing/zuCatalogueTestFiles.h"
 
 namespace {
 
-using zu::internal::zuLocaleEnvironment;
-using zu::internal::zuScratchFolder;
+using zu::testing::zuLocaleEnvironment;
+using zu::testing::zuScratchFolder;
 
 constexpr unsigned short kProbe = 60000;
 

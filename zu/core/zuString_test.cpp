@@ -12,12 +12,11 @@
 #include "zu/core/zuException.h"
 #include "zu/core/zuLiteral.h"
 #include "zu/core/zuThreadSafeString.h"
+#include "zu/testing/zuTestText.h"
+
+using zu::testing::str;
 
 namespace {
-
-std::string bytes(const zuString& text) {
-  return std::string(static_cast<const char*>(text), text.Length());
-}
 
 TEST(zuStringTest, CopySharesBlockUntilEdited) {
   zuString original("shared text");
@@ -25,15 +24,15 @@ TEST(zuStringTest, CopySharesBlockUntilEdited) {
   EXPECT_TRUE(copy.SharesImpl(original));
   copy += "!";
   EXPECT_FALSE(copy.SharesImpl(original));
-  EXPECT_EQ(bytes(original), "shared text");
-  EXPECT_EQ(bytes(copy), "shared text!");
+  EXPECT_EQ(str(original), "shared text");
+  EXPECT_EQ(str(copy), "shared text!");
 
   zuString assigned;
   assigned = original;
   EXPECT_TRUE(assigned.SharesImpl(original));
   assigned.Set(0, 'S');
-  EXPECT_EQ(bytes(original), "shared text");
-  EXPECT_EQ(bytes(assigned), "Shared text");
+  EXPECT_EQ(str(original), "shared text");
+  EXPECT_EQ(str(assigned), "Shared text");
 }
 
 TEST(zuStringTest, GlobalNeverSharesWithOrdinary) {
@@ -69,7 +68,7 @@ TEST(zuStringTest, ScopesAndLiteralState) {
   zuString copy(literal);
   EXPECT_EQ(static_cast<const char*>(copy), kText);
   copy.ToUpper();
-  EXPECT_EQ(bytes(copy), "CONSTANT");
+  EXPECT_EQ(str(copy), "CONSTANT");
   EXPECT_STREQ(kText, "constant");
 
   EXPECT_EQ(static_cast<const char*>(zuString(1, kText)), kText);
@@ -114,37 +113,37 @@ TEST(zuStringTest, AppendsAtTheBlockEdge) {
   for (const auto& c : cases) {
     zuString text("0123456789");
     text += c.tail;
-    EXPECT_EQ(bytes(text), std::string("0123456789") + c.tail);
+    EXPECT_EQ(str(text), std::string("0123456789") + c.tail);
     EXPECT_EQ(text.Length(), 10u + std::strlen(c.tail));
     EXPECT_EQ(text.AllocSize(), c.capacity) << c.tail;
   }
   zuString shared("0123456789");
   const zuString copy(shared);
   shared += "ab";
-  EXPECT_EQ(bytes(copy), "0123456789");
-  EXPECT_EQ(bytes(shared), "0123456789ab");
+  EXPECT_EQ(str(copy), "0123456789");
+  EXPECT_EQ(str(shared), "0123456789ab");
   zuString self("0123456789");
   self += static_cast<const char*>(self) + 4;  // its own bytes, with room to spare
-  EXPECT_EQ(bytes(self), "0123456789456789");
+  EXPECT_EQ(str(self), "0123456789456789");
 }
 
 TEST(zuStringTest, PositionsAreClamped) {
   const zuString text("abcdef");
   EXPECT_EQ(text[6], '\0');
   EXPECT_EQ(text.Char(100), '\0');
-  EXPECT_EQ(bytes(text.Substring(2, 100)), "cdef");
+  EXPECT_EQ(str(text.Substring(2, 100)), "cdef");
   EXPECT_TRUE(text.Substring(3, 0).SharesImpl(zuString::EmptyString()));
   EXPECT_TRUE(text.Substring(11, 3).IsEmpty());
   EXPECT_EQ(text.UniLength(4, 100), 2u);
 
   zuString edited(text);
   edited.Swallow(4, 100);
-  EXPECT_EQ(bytes(edited), "abcd");
+  EXPECT_EQ(str(edited), "abcd");
   edited.Replace("XY", 100, 5);
-  EXPECT_EQ(bytes(edited), "abcdXY");
+  EXPECT_EQ(str(edited), "abcdXY");
   edited.Truncate(10);
   edited.Set(10, 'z');
-  EXPECT_EQ(bytes(edited), "abcdXY");
+  EXPECT_EQ(str(edited), "abcdXY");
 }
 
 TEST(zuStringTest, UniCharIsLenient) {
@@ -186,7 +185,7 @@ TEST(zuStringTest, UniCharIsLenient) {
   zuString edited("\xC3\xA9t\xC3\xA9");  // positions count code points
   edited.ReplaceUniChar("E", 2, 1);
   edited.ReplaceUniChar("!", 10, 4);
-  EXPECT_EQ(bytes(edited), "\xC3\xA9tE!");
+  EXPECT_EQ(str(edited), "\xC3\xA9tE!");
 }
 
 TEST(zuStringTest, Comparisons) {
@@ -237,7 +236,7 @@ TEST(zuStringTest, Tokens) {
   zuString token("old");
   unsigned int pos = 0;
   EXPECT_TRUE(text.GetToken(delimiters, token, pos));
-  EXPECT_EQ(bytes(token), "alpha");
+  EXPECT_EQ(str(token), "alpha");
   EXPECT_EQ(pos, 7u);
   EXPECT_TRUE(text.GetToken(delimiters, token, pos));
   EXPECT_FALSE(text.GetToken(delimiters, token, pos));
@@ -245,9 +244,9 @@ TEST(zuStringTest, Tokens) {
 
   zuString line(" \xE3\x80\x80 first\\ word  second\\\\ ");
   EXPECT_TRUE(line.ParseToken(token));
-  EXPECT_EQ(bytes(token), "first word");
+  EXPECT_EQ(str(token), "first word");
   EXPECT_TRUE(line.ParseToken(token));
-  EXPECT_EQ(bytes(token), "second\\");
+  EXPECT_EQ(str(token), "second\\");
   EXPECT_FALSE(line.ParseToken(token));
 }
 
@@ -262,27 +261,27 @@ TEST(zuStringTest, Editing) {
   for (const auto& [source, from, to, expected] : cases) {
     zuString text(source);
     text.ReplaceAll(from, to);
-    EXPECT_EQ(bytes(text), expected) << source << " " << from << " " << to;
+    EXPECT_EQ(str(text), expected) << source << " " << from << " " << to;
   }
 
   zuString text("hello");
   text.Replace(text, 5, 0);
   text += text;
-  EXPECT_EQ(bytes(text), "hellohellohellohello");
+  EXPECT_EQ(str(text), "hellohellohellohello");
 
   zuString spaced("  a  ");
   spaced.Trim();
-  EXPECT_EQ(bytes(spaced), "  a");
+  EXPECT_EQ(str(spaced), "  a");
   spaced = "\t\v a\xC2\xA0";  // no-break space is not trimmed
   spaced.TrimStart();
   spaced.Trim();
-  EXPECT_EQ(bytes(spaced), "a\xC2\xA0");
+  EXPECT_EQ(str(spaced), "a\xC2\xA0");
 
   zuString mixed("stra\xC3\x9F Ab");  // only A-Z change case
   mixed.ToUpper();
-  EXPECT_EQ(bytes(mixed), "STRA\xC3\x9F AB");
+  EXPECT_EQ(str(mixed), "STRA\xC3\x9F AB");
   mixed.ToLower(0, 3);
-  EXPECT_EQ(bytes(mixed), "strA\xC3\x9F AB");
+  EXPECT_EQ(str(mixed), "strA\xC3\x9F AB");
 
   zuString appended;
   appended += 'a';
@@ -290,17 +289,17 @@ TEST(zuStringTest, Editing) {
   appended += 0x20ACu;
   appended += u"\u00e9";
   appended += static_cast<const char*>(nullptr);
-  EXPECT_EQ(bytes(appended), "a\xE2\x82\xAC\xC3\xA9");
+  EXPECT_EQ(str(appended), "a\xE2\x82\xAC\xC3\xA9");
   appended = 0x1F600u;
-  EXPECT_EQ(bytes(appended), "\xF0\x9F\x98\x80");
-  EXPECT_EQ(bytes("ab" + zuString("cd")), "abcd");
+  EXPECT_EQ(str(appended), "\xF0\x9F\x98\x80");
+  EXPECT_EQ(str("ab" + zuString("cd")), "abcd");
 }
 
 TEST(zuStringTest, ByteOrderMarksAndWideSources) {
   const char littleEndian[] = "\xFF\xFE\x41\0";
-  EXPECT_EQ(bytes(zuString(littleEndian, 4)), "A");
-  EXPECT_EQ(bytes(zuString("\xFE\xFF\0A\0\xE9", 6)), "A\xC3\xA9");
-  EXPECT_EQ(bytes(zuString("\xEF\xBB\xBFtext")), "text");
+  EXPECT_EQ(str(zuString(littleEndian, 4)), "A");
+  EXPECT_EQ(str(zuString("\xFE\xFF\0A\0\xE9", 6)), "A\xC3\xA9");
+  EXPECT_EQ(str(zuString("\xEF\xBB\xBFtext")), "text");
   zuString text;
   try {
     text = littleEndian;
@@ -309,25 +308,25 @@ TEST(zuStringTest, ByteOrderMarksAndWideSources) {
     EXPECT_TRUE(error.HasResId(16479));
   }
   // A copy stops at the first NUL even when a longer length is given.
-  EXPECT_EQ(bytes(zuString("ab\0cd", 5)), "ab");
+  EXPECT_EQ(str(zuString("ab\0cd", 5)), "ab");
   // FromBytes keeps every byte, marks and NULs included.
   const zuString exact = zuString::FromBytes(littleEndian, 4);
-  EXPECT_EQ(bytes(exact), std::string(littleEndian, 4));
+  EXPECT_EQ(str(exact), std::string(littleEndian, 4));
   EXPECT_FALSE(exact.IsLiteral() || exact.IsGlobal());
   const std::string marked("\xEF\xBB\xBF"
                            "ab\0c",
                            7);
-  EXPECT_EQ(bytes(zuString::FromBytes(marked.data(), 7)), marked);
+  EXPECT_EQ(str(zuString::FromBytes(marked.data(), 7)), marked);
   // Every length through the short copies and past them.
   const std::string alphabet = "abcdefghijklmnopqrstuvwxyz0123456789";
   for (unsigned length = 1; length <= alphabet.size(); ++length) {
-    EXPECT_EQ(bytes(zuString::FromBytes(alphabet.data(), length)), alphabet.substr(0, length));
+    EXPECT_EQ(str(zuString::FromBytes(alphabet.data(), length)), alphabet.substr(0, length));
   }
   EXPECT_TRUE(zuString::FromBytes("x", 0).IsEmpty());
   EXPECT_FALSE(zuString::FromBytes(nullptr, 0).IsNull());
 
   const zuString wide(u"caf\u00e9 \U0001F600");
-  EXPECT_EQ(bytes(wide), "caf\xC3\xA9 \xF0\x9F\x98\x80");
+  EXPECT_EQ(str(wide), "caf\xC3\xA9 \xF0\x9F\x98\x80");
   const std::unique_ptr<char16_t[]> units(wide.GetAllocdZuChar());
   EXPECT_EQ(std::u16string(units.get()), u"caf\u00e9 \U0001F600");
 }
@@ -370,10 +369,10 @@ TEST(zuStringTest, NumberWritersAndReaders) {
   zuString text;
   for (const auto& [value, decimals, trimZeros, expected] : writers) {
     EXPECT_EQ(text.Number(value, decimals, trimZeros), 1);
-    EXPECT_EQ(bytes(text), expected) << value << " " << decimals << " " << trimZeros;
+    EXPECT_EQ(str(text), expected) << value << " " << decimals << " " << trimZeros;
   }
   text.Number(18446744073709551615ull);
-  EXPECT_EQ(bytes(text), "18446744073709551615");
+  EXPECT_EQ(str(text), "18446744073709551615");
 
   // Bases other than 8 and 16 read decimal.
   const std::tuple<const char*, int, int, long> readers[] = {{"101", 2, 1, 101},
@@ -406,16 +405,16 @@ TEST(zuStringTest, ToXMLByContext) {
       {zuXMLAttributeSQuote, "\"'", "\"&apos;"},
       {zuXMLText, "bad\x01\x1F\xEF\xBF\xBE\xED\xA0\x80!", "bad!"}};
   for (const auto& [type, source, expected] : cases) {
-    EXPECT_EQ(bytes(zuString(source).toXML(type)), expected) << source;
+    EXPECT_EQ(str(zuString(source).toXML(type)), expected) << source;
   }
   const zuString plain("nothing to do \xC3\xA9");
   EXPECT_TRUE(plain.toXML().SharesImpl(plain));
 
   const zuString accents("a\xC3\xA9\xE2\x82\xAC<");
   const zuString& none = zuString::EmptyString();
-  EXPECT_EQ(bytes(accents.toXML(zuXMLText, none, 0x80, 0)), "a&#xe9;&#x20ac;&lt;");
-  EXPECT_EQ(bytes(accents.toXML(zuXMLText, none, 0xE0, 0xFF)), "a&#xe9;\xE2\x82\xAC&lt;");
-  EXPECT_EQ(bytes(accents.toXML(zuXMLText, zuString("a"), 0x80, 0, zuString("<\xC3\xA9"))),
+  EXPECT_EQ(str(accents.toXML(zuXMLText, none, 0x80, 0)), "a&#xe9;&#x20ac;&lt;");
+  EXPECT_EQ(str(accents.toXML(zuXMLText, none, 0xE0, 0xFF)), "a&#xe9;\xE2\x82\xAC&lt;");
+  EXPECT_EQ(str(accents.toXML(zuXMLText, zuString("a"), 0x80, 0, zuString("<\xC3\xA9"))),
             "&#x61;\xC3\xA9&#x20ac;<");
 }
 
@@ -430,9 +429,9 @@ TEST(zuStringTest, ToXHTMLKeepsLayout) {
   };
   const std::string start = "<body xmlns=\"http://www.w3.org/1999/xhtml\"><p>";
   for (const auto& [source, body] : cases) {
-    EXPECT_EQ(bytes(zuString(source).toXHTML(0)), start + body + "</p></body>") << source;
+    EXPECT_EQ(str(zuString(source).toXHTML(0)), start + body + "</p></body>") << source;
   }
-  EXPECT_EQ(bytes(zuString("").toXHTML(1)), "<?xml version=\"1.0\"?>" + start + "</p></body>");
+  EXPECT_EQ(str(zuString("").toXHTML(1)), "<?xml version=\"1.0\"?>" + start + "</p></body>");
 }
 
 }  // namespace

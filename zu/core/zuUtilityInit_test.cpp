@@ -4,7 +4,6 @@
 
 #include <string>
 
-#include "zu/core/internal/zuCatalogueTestFiles.h"
 #include "zu/core/internal/zuResourceLoaderState.h"
 #include "zu/core/internal/zuStartupState.h"
 #include "zu/core/zuExErrItem.h"
@@ -12,6 +11,7 @@
 #include "zu/core/zuExVersionMismatch.h"
 #include "zu/core/zuPosixResourceLoader.h"
 #include "zu/core/zuVersionChecker.h"
+#include "zu/testing/zuCatalogueTestFiles.h"
 
 namespace {
 
@@ -80,7 +80,7 @@ TEST_F(zuUtilityInitTest, MismatchAfterInitialisationThrowsAtOnce) {
 }
 
 TEST_F(zuUtilityInitTest, MissingCatalogueIsQuietBeforeInitialisationAndAnErrorAfter) {
-  const zu::internal::zuLocaleEnvironment locale("fr_BE.UTF-8", nullptr);
+  const zu::testing::zuLocaleEnvironment locale("fr_BE.UTF-8", nullptr);
   zu::internal::resetResourceLoaderForTesting("NoSuchCatalogue");
   zuString text("old");
   EXPECT_EQ(text.LoadResource(16479), 0);

@@ -5,11 +5,11 @@
 #include <string>
 
 #include "zu/datetime/ISODateTime.h"
-#include "zu/picture/internal/RnTimeTestSupport.h"
+#include "zu/testing/ScopedTimeZone.h"
 
 namespace {
 
-using zu::internal::ScopedTimeZone;
+using zu::testing::ScopedTimeZone;
 
 TEST(ISODateTest, ReadsTheCalendarDateForms) {
   struct Case { const char* text; const char* expected; };  // "" fails

@@ -10,10 +10,11 @@
 #include <string_view>
 
 #include "zu/locale/RnData.h"
+#include "zu/testing/zuTestText.h"
+
+using zu::testing::str;
 
 namespace {
-
-std::string str(const zuString& text) { return std::string(text, text.Length()); }
 
 constexpr std::string_view kLiteralPunctuation = " ,-./:?+*$()\"";
 

@@ -5,10 +5,11 @@
 #include <string>
 
 #include "zu/locale/internal/RnDataName.h"
+#include "zu/testing/zuTestText.h"
+
+using zu::testing::str;
 
 namespace {
-
-std::string str(const zuString& text) { return std::string(text, text.Length()); }
 
 TEST(RnDataTest, NamesAreNormalisedBeforeLookup) {
   struct Case {

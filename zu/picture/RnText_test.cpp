@@ -4,11 +4,11 @@
 
 #include <string>
 
-namespace {
+#include "zu/testing/zuTestText.h"
 
-std::string str(const zuString& text) {
-  return std::string(text, text.Length());
-}
+using zu::testing::str;
+
+namespace {
 
 TEST(RnTextTest, FormatsThroughPictures) {
   struct Case {

@@ -6,11 +6,11 @@
 #include <ctime>
 #include <string>
 
-#include "zu/picture/internal/RnTimeTestSupport.h"
+#include "zu/testing/ScopedTimeZone.h"
 
 namespace {
 
-using zu::internal::ScopedTimeZone;
+using zu::testing::ScopedTimeZone;
 
 constexpr int kHour = RnTime::MILLISPERHOUR;
 constexpr int kMinute = RnTime::MILLISPERMINUTE;

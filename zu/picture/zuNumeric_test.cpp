@@ -11,12 +11,11 @@
 #include <string>
 
 #include "zu/core/zuException.h"
+#include "zu/testing/zuTestText.h"
+
+using zu::testing::str;
 
 namespace {
-
-std::string str(const zuString& text) {
-  return std::string(text, text.Length());
-}
 
 struct TextCase {
   double value;

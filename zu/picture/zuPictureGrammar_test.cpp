@@ -5,12 +5,11 @@
 
 #include "zu/locale/RnData.h"
 #include "zu/picture/zuPicture.h"
+#include "zu/testing/zuTestText.h"
+
+using zu::testing::str;
 
 namespace {
-
-std::string str(const zuString& text) {
-  return std::string(text, text.Length());
-}
 
 TEST(zuPictureGrammarTest, AlternativesSplitOutsideQuotesOnly) {
   struct Case {

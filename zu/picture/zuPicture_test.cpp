@@ -7,12 +7,11 @@
 #include "zu/core/zuExErrItem.h"
 #include "zu/core/zuException.h"
 #include "zu/picture/zuPicture.h"
+#include "zu/testing/zuTestText.h"
+
+using zu::testing::str;
 
 namespace {
-
-std::string str(const zuString& text) {
-  return std::string(text, text.Length());
-}
 
 constexpr int kUntouched = -7;
 
