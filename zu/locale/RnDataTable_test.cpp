@@ -1,5 +1,6 @@
-// The generated table: every record resolves to complete, valid data, and
-// the names and symbols of a spread of locales equal what ICU reports.
+// The generated table: every record resolves to complete data, and the names
+// and symbols of a spread of locales equal what ICU reports. That the
+// patterns are valid pictures is checked by the picture tests.
 #include <gtest/gtest.h>
 #include <unicode/dcfmtsym.h>
 #include <unicode/dtfmtsym.h>
@@ -7,7 +8,6 @@
 
 #include <set>
 #include <string>
-#include <string_view>
 
 #include "zu/locale/RnData.h"
 #include "zu/testing/zuTestText.h"
@@ -15,83 +15,6 @@
 using zu::testing::str;
 
 namespace {
-
-constexpr std::string_view kLiteralPunctuation = " ,-./:?+*$()\"";
-
-// Allowed run lengths of each picture symbol, as a set of counts ("0": any).
-struct SymbolRule {
-  char symbol;
-  std::string_view counts;
-};
-constexpr SymbolRule kDateRules[] = {{'D', "12"}, {'J', "13"}, {'M', "1234"}, {'E', "134"},
-                                     {'e', "1"},  {'Y', "24"}, {'w', "1"},    {'W', "2"},
-                                     {'G', "1"},  {'g', "123"}, {'t', "0"}};
-constexpr SymbolRule kTimeRules[] = {{'h', "12"}, {'k', "12"}, {'H', "12"}, {'K', "12"},
-                                     {'M', "12"}, {'S', "12"}, {'F', "3"},  {'A', "12"},
-                                     {'z', "12"}, {'Z', "123"}, {'t', "0"}};
-
-// Empty when `picture` is a valid date or time picture, else the reason.
-template <size_t N>
-std::string checkDateTimePicture(std::string_view picture, const SymbolRule (&rules)[N]) {
-  for (size_t i = 0; i < picture.size();) {
-    const char c = picture[i];
-    if (c == '\'') {
-      size_t end = i + 1;
-      while (end < picture.size() && !(picture[end] == '\'' && (end + 1 == picture.size() || picture[end + 1] != '\''))) {
-        end += picture[end] == '\'' ? 2 : 1;
-      }
-      if (end >= picture.size()) return "unterminated quote";
-      i = end + 1;
-      continue;
-    }
-    const SymbolRule* rule = nullptr;
-    for (const SymbolRule& r : rules) rule = r.symbol == c ? &r : rule;
-    if (rule == nullptr) {
-      if (kLiteralPunctuation.find(c) == std::string_view::npos) return std::string("stray '") + c + "'";
-      ++i;
-      continue;
-    }
-    size_t end = i;
-    while (end < picture.size() && picture[end] == c) ++end;
-    const char count = static_cast<char>('0' + (end - i));
-    if (rule->counts != "0" && (end - i > 9 || rule->counts.find(count) == std::string_view::npos)) {
-      return std::string("bad run of ") + c;
-    }
-    i = end;
-  }
-  return "";
-}
-
-// Empty when every alternative of `picture` is a numeric picture with digits
-// and at most one radix.
-std::string checkNumericPicture(std::string_view picture) {
-  constexpr std::string_view kSymbols = "(%$,.)89BCDERSVZbcdrsvzt";
-  int digits = 0;
-  int radixes = 0;
-  for (size_t i = 0; i <= picture.size(); ++i) {
-    const char c = i < picture.size() ? picture[i] : '|';
-    if (c == '|') {
-      if (digits == 0 || radixes > 1) return "alternative without digits or with two radixes";
-      digits = radixes = 0;
-    } else if (c == '\'') {
-      const size_t end = picture.find('\'', i + 1);
-      if (end == std::string_view::npos) return "unterminated quote";
-      i = end;
-    } else if (std::string_view("CcDd").find(c) != std::string_view::npos) {
-      const char second = c == 'C' ? 'R' : c == 'c' ? 'r' : c == 'D' ? 'B' : 'b';
-      if (i + 1 >= picture.size() || picture[i + 1] != second) return "unpaired sign symbol";
-      ++i;
-    } else if (std::string_view("RrBb").find(c) != std::string_view::npos) {
-      return "unpaired sign symbol";
-    } else if (kSymbols.find(c) != std::string_view::npos) {
-      digits += std::string_view("89zZ").find(c) != std::string_view::npos;
-      radixes += c == '.' || c == 'V' || c == 'v';
-    } else if (kLiteralPunctuation.find(c) == std::string_view::npos) {
-      return std::string("stray '") + c + "'";
-    }
-  }
-  return "";
-}
 
 void expectDistinctNames(const std::string& locale, const char* what, int count,
                          zuString (RnData::*getter)(int) const, const RnData& data) {
@@ -104,7 +27,7 @@ void expectDistinctNames(const std::string& locale, const char* what, int count,
   EXPECT_EQ(names.size(), static_cast<size_t>(count)) << locale << " " << what << " not distinct";
 }
 
-TEST(RnDataTableTest, EveryRecordResolvesToCompleteValidData) {
+TEST(RnDataTableTest, EveryRecordResolvesToCompleteData) {
   zuStorage<zuString> names;
   RnData::getLocaleNames(names);
   ASSERT_EQ(names.GetSize(), 190u);
@@ -124,15 +47,12 @@ TEST(RnDataTableTest, EveryRecordResolvesToCompleteValidData) {
       const std::string date = str(data.getDateFormat(style));
       const std::string time = str(data.getTimeFormat(style));
       EXPECT_FALSE(date.empty() || time.empty()) << locale << " style " << style;
-      EXPECT_EQ(checkDateTimePicture(date, kDateRules), "") << locale << " " << date;
-      EXPECT_EQ(checkDateTimePicture(time, kTimeRules), "") << locale << " " << time;
     }
     const std::string combining = str(data.getDateTimePattern());
     EXPECT_NE(combining.find("date{}"), std::string::npos) << locale;
     EXPECT_NE(combining.find("time{}"), std::string::npos) << locale;
     for (int category = RnData::NUMERIC; category <= RnData::PERCENT; ++category) {
-      const std::string picture = str(data.getNumericFormat(category));
-      EXPECT_EQ(checkNumericPicture(picture), "") << locale << " " << picture;
+      EXPECT_FALSE(data.getNumericFormat(category).IsEmpty()) << locale << " " << category;
     }
     for (const zuString& symbol : {data.getRadixSymbol(), data.getGroupingSymbol(), data.getPercentSymbol(),
                                    data.getNegativeSymbol(), data.getZeroSymbol(), data.getCurrencySymbol(),

@@ -6,6 +6,7 @@
 
 #include "zu/core/zuExErrItem.h"
 #include "zu/core/zuException.h"
+#include "zu/locale/RnData.h"
 #include "zu/picture/zuPicture.h"
 #include "zu/testing/zuTestText.h"
 
@@ -283,6 +284,34 @@ TEST_F(zuPictureTest, ValidityRules) {
       {zuPicture::isZeroPictureValid, "zero{#}", 0},
   };
   for (const Case& c : cases) EXPECT_EQ(c.test(c.picture), c.valid) << c.picture;
+}
+
+// The built-in locales' patterns are pictures like any other: each passes
+// the validity check of its category.
+TEST_F(zuPictureTest, EveryLocalePatternIsValid) {
+  zuStorage<zuString> names;
+  RnData::getLocaleNames(names);
+  ASSERT_GT(names.GetSize(), 100u);
+  for (unsigned int n = 0; n < names.GetSize(); ++n) {
+    const RnData data(str(names[n]).c_str());
+    for (int style = RnData::SHORT_FMT; style <= RnData::FULL_FMT; ++style) {
+      EXPECT_TRUE(zuPicture::isDatePictureValid(data.getDateFormat(style)))
+          << str(names[n]) << " " << str(data.getDateFormat(style));
+      EXPECT_TRUE(zuPicture::isTimePictureValid(data.getTimeFormat(style)))
+          << str(names[n]) << " " << str(data.getTimeFormat(style));
+      EXPECT_TRUE(zuPicture::isDateTimePictureValid(data.getDateTimeFormat(style, style)))
+          << str(names[n]) << " " << str(data.getDateTimeFormat(style, style));
+    }
+    for (int category = RnData::NUMERIC; category <= RnData::PERCENT; ++category) {
+      zuStorage<zuString> alternates;
+      ASSERT_TRUE(zuPicture::getAlternates(data.getNumericFormat(category), alternates));
+      EXPECT_GT(alternates.GetSize(), 0u) << str(names[n]);
+      for (unsigned int a = 0; a < alternates.GetSize(); ++a) {
+        EXPECT_TRUE(zuPicture::isNumericPictureValid(alternates[a]))
+            << str(names[n]) << " " << str(alternates[a]);
+      }
+    }
+  }
 }
 
 TEST_F(zuPictureTest, CompoundPicturesRaiseTheirMessage) {
