@@ -44,8 +44,7 @@ TEST(zuCatalogueTest, ParsesLinesEscapesAndSkipsWhatIsNotAMessage) {
     const char* name;
     std::string bytes;
     std::map<int, std::string> expected;
-  };
-  const Case cases[] = {
+  } const cases[] = {
       {"comments and blanks", "# note\n\n1\tone\n  \n#2\tno\n", {{1, "one"}}},
       {"CRLF and no final line feed", "1\tone\r\n2\ttwo", {{1, "one"}, {2, "two"}}},
       {"escapes", "7\ta\\tb\\nc\\\\d\\qe\\", {{7, "a\tb\nc\\d\\qe\\"}}},
@@ -72,11 +71,8 @@ TEST(zuCatalogueTest, LongTextsAreCutAtACodePointWithin1023Units) {
 
 TEST(zuCatalogueTest, LocaleNamesAndSuffixOrder) {
   struct Case {
-    const char* name;
-    const char* language;
-    const char* country;
-  };
-  const Case cases[] = {
+    const char *name, *language, *country;
+  } const cases[] = {
       {"fr_CA.UTF-8", "fr", "CA"},
       {"de_DE@euro", "de", "DE"},
       {"fil_PH", "fi", "PH"},
@@ -103,8 +99,7 @@ TEST(zuCatalogueTest, ShippedCataloguesHaveEveryMessageWithMatchingPlaceholders)
   struct Case {
     int id;
     const char* placeholders;
-  };
-  const Case cases[] = {
+  } const cases[] = {
       {16479, ""},   {16480, "%s"}, {16583, ""}, {16656, ""}, {16777, ""}, {16984, ""},
       {17107, "%d"}, {17174, ""},   {17185, ""}, {17186, ""}, {17187, ""}, {17234, ""},
       {17235, ""},   {17236, ""},   {17237, ""}, {17244, ""}, {17245, ""},

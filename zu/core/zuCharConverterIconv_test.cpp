@@ -22,8 +22,7 @@
 namespace {
 
 struct Encoding {
-  const char* ours;
-  const char* iconvName;
+  const char *ours, *iconvName;
   // Code points whose mapping differs between the two table versions.
   std::set<unsigned int> tableDifferences;
   // Stateful encoders may pick other (equally valid) escapes or base64

@@ -24,8 +24,7 @@ TEST(zuFormatPosTest, PlaceholdersTakeArgumentsByNumber) {
     const char* pattern;
     std::vector<const char*> arguments;
     const char* expected;
-  };
-  const Case cases[] = {
+  } const cases[] = {
       {"%2 before %1", {"P", "Q"}, "Q before P"},
       {"%0-%1", {"a", "b"}, "a-b"},  // numbered from zero
       {"%6/%5", {"a", "b"}, "b/a"},  // numbered from five

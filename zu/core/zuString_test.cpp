@@ -151,8 +151,7 @@ TEST(zuStringTest, UniCharIsLenient) {
     const char* text;
     std::vector<unsigned int> codePoints;
     std::vector<unsigned int> ends;
-  };
-  const Case cases[] = {
+  } const cases[] = {
       {"a\xC3\xA9z", {'a', 0xE9, 'z'}, {1, 3, 4}},
       {"\xF0\x9F\x98\x80", {0x1F600}, {4}},
       {"\x80\x41", {0x01}, {2}},              // a stray continuation starts a pair
@@ -335,8 +334,7 @@ TEST(zuStringTest, CharacterClasses) {
   struct Case {
     const char* text;
     int digit, lower, upper, alnum, alpha, space;
-  };
-  const Case cases[] = {
+  } const cases[] = {
       {"\xD9\xA3\xD9\xA1", 1, 0, 0, 1, 0, 0},  // Arabic-Indic digits
       {"\xC3\xA9\xC3\xBF", 0, 1, 0, 1, 1, 0},
       {"AB\xC3\x89", 0, 0, 1, 1, 1, 0},

@@ -30,12 +30,19 @@ TEST_F(zuUtilityInitTest, VersionsMatchUpToTheLastDot) {
   struct Case {
     const char* version;
     int correct;
-  };
-  const Case cases[] = {
-      {"3.6.19011.0", 1}, {"3.6.19011.7", 1}, {"3.6.19011.", 1}, {"3.6.19012.0", 0},
-      {"3.7.19011.0", 0}, {"3.6.1901.1", 0},  {"3.6.19011.0.1", 0}, {"3.6.19011.0x", 1},
+  } const cases[] = {
+      {"3.6.19011.0", 1},
+      {"3.6.19011.7", 1},
+      {"3.6.19011.", 1},
+      {"3.6.19012.0", 0},
+      {"3.7.19011.0", 0},
+      {"3.6.1901.1", 0},
+      {"3.6.19011.0.1", 0},
+      {"3.6.19011.0x", 1},
       {"3.6.19011", 1},  // only "3.6" is compared
-      {"3", 0},           {"", 0},            {"3.6.19011.0", 1},
+      {"3", 0},
+      {"", 0},
+      {"3.6.19011.0", 1},
   };
   for (const Case& c : cases) EXPECT_EQ(zuVersionChecker::IsCorrect(c.version), c.correct) << c.version;
   EXPECT_STREQ(zuGetUtilityVersion(), "3.6.19011.0");

@@ -59,12 +59,10 @@ TEST(RnDateTest, AgreesWithChronoOnEveryDayFrom1600To2400) {
 
 TEST(RnDateTest, ParsesByThePictureRules) {
   struct Case {
-    const char* value;
-    const char* picture;
+    const char *value, *picture;
     int split;
     const char* expected;  // "" when the parse fails
-  };
-  const Case cases[] = {
+  } const cases[] = {
       {"5", "D MM YYYY", 30, ""},  // literals must match
       {"5 03 2024", "D MM YYYY", 30, "2024-03-05"},
       {"05 03 2024", "D MM YYYY", 30, "2024-03-05"},
@@ -83,7 +81,7 @@ TEST(RnDateTest, ParsesByThePictureRules) {
       {"Day 5 2024", "'Day' D YYYY", 30, "2024-01-05"},
       {"Day 5 3 2024", "'Day' D M YYYY", 30, "2024-03-05"},
       {"day 5 3 2024", "'Day' D M YYYY", 30, ""},  // quoted text matches exactly
-      {"3 2024", "DDDM YYYY", 30, "2024-03-01"},  // a long D run reads nothing
+      {"3 2024", "DDDM YYYY", 30, "2024-03-01"},   // a long D run reads nothing
       {"x5/3/2024", "?D/M/YYYY", 30, "2024-03-05"},
       {"5 \t 3 2024", "D+M*YYYY", 30, "2024-03-05"},
       {"53 2024", "D+M YYYY", 30, ""},
@@ -105,7 +103,9 @@ TEST(RnDateTest, ParsesByThePictureRules) {
       {"2024-03-05", "YYYY-MM-DD", 30, "2024-03-05"},
       {"20240305", "YYYYMMDD", 30, "2024-03-05"},
       {"\xEF\xBC\x92\xEF\xBC\x90\xEF\xBC\x92\xEF\xBC\x94-03-05", "YYYY-MM-DD", 30, "2024-03-05"},
-      {"2024\xEF\xBC\x8D" "03-05", "YYYY-MM-DD", 30, "2024-03-05"},  // full-width "-"
+      {"2024\xEF\xBC\x8D"
+       "03-05",
+       "YYYY-MM-DD", 30, "2024-03-05"},  // full-width "-"
       {"", "YYYY", 30, ""},
       {"", "", 30, ""},
       {"2024", "YYYYY", 30, ""},
@@ -125,11 +125,8 @@ TEST(RnDateTest, ParsesByThePictureRules) {
 TEST(RnDateTest, FormatsEverySymbol) {
   struct Case {
     int year, month, day;
-    const char* picture;
-    const char* locale;
-    const char* expected;
-  };
-  const Case cases[] = {
+    const char *picture, *locale, *expected;
+  } const cases[] = {
       {2024, 3, 5, "D DD J JJJ M MM MMM MMMM", "en_US", "5 05 65 065 3 03 Mar March"},
       {2024, 3, 5, "E EEE EEEE e YY YYYY w WW G", "en_US", "3 Tue Tuesday 2 24 2024 1 10 AD"},
       {2024, 3, 5, "DDD JJ MMMMM EE YYY WWW GG", "en_US", "      "},

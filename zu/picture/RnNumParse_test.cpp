@@ -9,9 +9,7 @@
 namespace {
 
 struct ParseCase {
-  const char* locale;
-  const char* text;
-  const char* picture;
+  const char *locale, *text, *picture;
   const char* expected;  // null: the parse fails
 };
 

@@ -12,9 +12,7 @@ namespace {
 
 TEST(RnTextTest, FormatsThroughPictures) {
   struct Case {
-    const char* value;
-    const char* picture;
-    const char* expected;
+    const char *value, *picture, *expected;
   } cases[] = {
       {"AB12", "AA-99", "AB-12"},
       {"AB12", "AAA9", ""},  // the third character is a digit
@@ -52,8 +50,7 @@ TEST(RnTextTest, FormatsThroughPictures) {
 
 TEST(RnTextTest, ParsesThroughPictures) {
   struct Case {
-    const char* text;
-    const char* picture;
+    const char *text, *picture;
     bool ok;
     const char* value;
   } cases[] = {

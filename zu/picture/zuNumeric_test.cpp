@@ -20,12 +20,9 @@ namespace {
 
 struct TextCase {
   double value;
-  int digits;
-  int trim;
+  int digits, trim;
   const char* expected;
-};
-
-const TextCase kDblToStrCases[] = {
+} const kDblToStrCases[] = {
     {0.125, 2, 0, "0.13"},
     {-0.125, 2, 0, "-0.13"},
     {2.0, 2, 1, "2"},

@@ -77,9 +77,7 @@ TEST(zuPictureGrammarTest, SubPictureReadsWordQualifierAndBody) {
     const char* picture;
     unsigned int pos;
     int ok;
-    const char* category;
-    const char* locale;
-    const char* body;
+    const char *category, *locale, *body;
   } cases[] = {
       {"num{z9.99}", 0, 1, "num", "", "z9.99"},
       {"text(fr_FR){99'}'A}", 0, 1, "text", "fr_FR", "99'}'A"},
@@ -129,8 +127,7 @@ TEST(zuPictureGrammarTest, HasSubPictureSkipsFiller) {
   struct Case {
     const char* picture;
     int ok;
-    const char* category;
-    const char* body;
+    const char *category, *body;
   } cases[] = {
       {"99'x'-num{9}", 1, "num", "99'x'-9"},
       {"0 text{X}", 1, "text", "0 X"},

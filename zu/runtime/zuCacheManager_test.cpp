@@ -45,11 +45,9 @@ class Blocks {
 // is of the same size, and the lists are made with the thread's budget.
 TEST(zuCacheManagerTest, PoolsHoldTheBudgetInBlocks) {
   struct Case {
-    unsigned int budget;
-    unsigned int size;
+    unsigned int budget, size;
     std::size_t blocksPerPool;
-  };
-  const Case cases[] = {
+  } const cases[] = {
       {50000, 200, 250}, {50000, 1000, 50}, {50000, 300, 167}, {1000, 3000, 1}, {100, 8, 13},
   };
   for (const Case& c : cases) {
@@ -78,8 +76,7 @@ TEST(zuCacheManagerTest, ChoosesListWithinSizeAndTwiceSize) {
     unsigned int maxSize;  // 0: twice the size
     unsigned int expectedBlockSize;
     std::vector<std::size_t> expectedLists;
-  };
-  const Case cases[] = {
+  } const cases[] = {
       {25, 0, 25, {25}},
       {40, 0, 40, {25, 40}},        // 25 lies outside [40, 80]
       {12, 0, 12, {12, 25, 40}},    // 25 lies outside [12, 24]
