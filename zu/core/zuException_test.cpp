@@ -15,8 +15,10 @@
 #include "zu/core/zuFormat.h"
 #include "zu/core/zuFormatPos.h"
 #include "zu/testing/zuTestText.h"
+#include "zu/testing/zuThrown.h"
 
 using zu::testing::str;
+using zu::testing::thrown;
 
 namespace {
 
@@ -24,17 +26,6 @@ std::vector<unsigned short> ids(const zuExFull& error) {
   std::vector<unsigned short> result;
   for (unsigned int i = 0; i < error.Count(); ++i) result.push_back(error[i].ResId());
   return result;
-}
-
-template <typename Throwing>
-zuExFull caught(Throwing throwing) {
-  try {
-    throwing();
-  } catch (const zuExFull& error) {
-    return error;
-  }
-  ADD_FAILURE() << "nothing thrown";
-  return zuExFull();
 }
 
 TEST(zuExFullTest, StringJoinsResolvedTextsAndIsOwnedByCaller) {
@@ -88,26 +79,26 @@ TEST(zuExFullTest, IdQueriesReportedFlagAndBounds) {
 }
 
 TEST(zuExFullTest, ThrownFormsKeepIdTextAndParameters) {
-  const zuExFull byId = caught([] { ZuExThrow(16479); });
+  const zuExFull byId = thrown([] { ZuExThrow(16479); });
   EXPECT_EQ(byId.FirstResId(), 16479);
   EXPECT_EQ(byId.WasReported(), 0);
-  EXPECT_EQ(caught([] { ZuExThrow(16479, 1); }).WasReported(), 1);
+  EXPECT_EQ(thrown([] { ZuExThrow(16479, 1); }).WasReported(), 1);
 
-  const zuExFull percent = caught([] { ZuExThrow(zuString("100%% sure")); });
+  const zuExFull percent = thrown([] { ZuExThrow(zuString("100%% sure")); });
   EXPECT_EQ(percent.FirstResId(), 0);
   EXPECT_TRUE(percent[0].IsResolved());
   EXPECT_EQ(str(percent[0].Text()), "100% sure");
-  const zuExFull cut = caught([] { ZuExThrow(zuString("before %d after"), 1); });
+  const zuExFull cut = thrown([] { ZuExThrow(zuString("before %d after"), 1); });
   EXPECT_EQ(str(cut[0].Text()), "before ");
 
   const zuExFull formatted =
-      caught([] { ZuExThrow(zuFormat(zuString("day %d of %s")) << 32 << "May"); });
+      thrown([] { ZuExThrow(zuFormat(zuString("day %d of %s")) << 32 << "May"); });
   EXPECT_EQ(str(formatted[0].Text()), "day 32 of May");
   EXPECT_EQ(formatted[0].FormatType(), zuExErrItem::eFormat);
   ASSERT_EQ(formatted[0].getParmCount(), 2u);
   EXPECT_EQ(str(formatted[0].getParm(1)), "May");
 
-  const zuExFull positional = caught([] { ZuExThrow(zuFormatPos(zuString("%2 %1")) << 1 << 2); });
+  const zuExFull positional = thrown([] { ZuExThrow(zuFormatPos(zuString("%2 %1")) << 1 << 2); });
   EXPECT_EQ(str(positional[0].Text()), "2 1");
   EXPECT_EQ(positional[0].FormatType(), zuExErrItem::eFormatPos);
 

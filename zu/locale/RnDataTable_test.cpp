@@ -79,28 +79,26 @@ TEST(RnDataTableTest, NamesAndSymbolsEqualIcu) {
       return text.toUTF8String(out);
     };
     const RnData data(name);
+    using Symbols = icu::DateFormatSymbols;
     int32_t count = 0;
-    const icu::UnicodeString* months =
-        dates.getMonths(count, icu::DateFormatSymbols::FORMAT, icu::DateFormatSymbols::WIDE);
-    const icu::UnicodeString* abbrMonths =
-        dates.getMonths(count, icu::DateFormatSymbols::FORMAT, icu::DateFormatSymbols::ABBREVIATED);
-    for (int m = 0; m < 12; ++m) {
-      EXPECT_EQ(str(data.getMonthName(m)), utf8(months[m])) << name;
-      EXPECT_EQ(str(data.getAbbrMonthName(m)), utf8(abbrMonths[m])) << name;
-    }
-    const icu::UnicodeString* days =
-        dates.getWeekdays(count, icu::DateFormatSymbols::FORMAT, icu::DateFormatSymbols::WIDE);
-    const icu::UnicodeString* abbrDays =
-        dates.getWeekdays(count, icu::DateFormatSymbols::FORMAT, icu::DateFormatSymbols::ABBREVIATED);
-    for (int d = 0; d < 7; ++d) {
-      EXPECT_EQ(str(data.getWeekDayName(d)), utf8(days[d + 1])) << name;
-      EXPECT_EQ(str(data.getAbbrWeekDayName(d)), utf8(abbrDays[d + 1])) << name;
-    }
-    const icu::UnicodeString* eras = dates.getEras(count);
-    const icu::UnicodeString* meridiems = dates.getAmPmStrings(count);
-    for (int i = 0; i < 2; ++i) {
-      EXPECT_EQ(str(data.getEraName(i)), utf8(eras[i])) << name;
-      EXPECT_EQ(str(data.getMeridiemName(i)), utf8(meridiems[i])) << name;
+    // Each of our name lists beside ICU's (whose weekdays start at index 1).
+    const struct {
+      zuString (RnData::*ours)(int) const;
+      const icu::UnicodeString* theirs;
+      int count;
+    } lists[] = {
+        {&RnData::getMonthName, dates.getMonths(count, Symbols::FORMAT, Symbols::WIDE), 12},
+        {&RnData::getAbbrMonthName, dates.getMonths(count, Symbols::FORMAT, Symbols::ABBREVIATED),
+         12},
+        {&RnData::getWeekDayName, dates.getWeekdays(count, Symbols::FORMAT, Symbols::WIDE) + 1, 7},
+        {&RnData::getAbbrWeekDayName,
+         dates.getWeekdays(count, Symbols::FORMAT, Symbols::ABBREVIATED) + 1, 7},
+        {&RnData::getEraName, dates.getEras(count), 2},
+        {&RnData::getMeridiemName, dates.getAmPmStrings(count), 2}};
+    for (const auto& list : lists) {
+      for (int i = 0; i < list.count; ++i) {
+        EXPECT_EQ(str((data.*list.ours)(i)), utf8(list.theirs[i])) << name << " " << i;
+      }
     }
     using Symbol = icu::DecimalFormatSymbols::ENumberFormatSymbol;
     const std::pair<zuString, Symbol> symbols[] = {

@@ -13,8 +13,10 @@
 #include "zu/core/zuException.h"
 #include "zu/testing/zuCatalogueTestFiles.h"
 #include "zu/testing/zuTestText.h"
+#include "zu/testing/zuThrown.h"
 
 using zu::testing::str;
+using zu::testing::thrown;
 
 namespace {
 
@@ -96,12 +98,7 @@ TEST(zuNumericTest, RoundsAndScalesIntegers) {
     EXPECT_EQ(ZuApplyFactor(c.value, c.multiplier, c.divisor), c.expected)
         << c.value << "*" << c.multiplier << "/" << c.divisor;
   }
-  try {
-    ZuApplyFactor(1, 1, 0);
-    ADD_FAILURE() << "a zero divisor must throw";
-  } catch (const zuExFull& error) {
-    EXPECT_TRUE(error.HasResId(16479));
-  }
+  EXPECT_TRUE(thrown([] { ZuApplyFactor(1, 1, 0); }).HasResId(16479));  // zero divisor
 }
 
 TEST(zuNumericTest, TruncatesTowardZero) {
@@ -137,12 +134,7 @@ TEST(zuNumericTest, ReadsDecimalText) {
   char text[] = "1.5";
   EXPECT_EQ(zuNumeric::strToDot(text), text);
   EXPECT_STREQ(text, "1.5");
-  try {
-    zuNumeric::strToDot(nullptr);
-    ADD_FAILURE() << "null text must throw";
-  } catch (const zuExFull& error) {
-    EXPECT_TRUE(error.HasResId(16479));
-  }
+  EXPECT_TRUE(thrown([] { zuNumeric::strToDot(nullptr); }).HasResId(16479));
 }
 
 // Switches LC_NUMERIC to a locale whose decimal point is ",": an installed

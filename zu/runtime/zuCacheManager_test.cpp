@@ -10,6 +10,7 @@
 
 #include "zu/core/zuException.h"
 #include "zu/runtime/internal/zuThreadId.h"
+#include "zu/testing/zuThrown.h"
 
 namespace {
 
@@ -203,12 +204,8 @@ TEST(zuCacheManagerTest, FreeingABlockWithoutPoolThrows) {
   void* keep = cache.allocMemory(64);  // keeps the pool alive
   void* block = cache.allocMemory(64);
   zuCacheManager::freeMemory(block);
-  try {
-    zuCacheManager::freeMemory(block);  // freed twice: its header was cleared
-    ADD_FAILURE() << "no exception";
-  } catch (const zuExFull& error) {
-    EXPECT_TRUE(error.HasResId(16479));
-  }
+  // Freed twice: its header was cleared.
+  EXPECT_TRUE(zu::testing::thrown([&] { zuCacheManager::freeMemory(block); }).HasResId(16479));
   EXPECT_EQ(zuMemoryCache::FromBlock(keep)->InUse(), 1u);
   zuCacheManager::freeMemory(nullptr);
   zuCacheManager_free(keep);

@@ -4,6 +4,7 @@
 
 #include "zu/core/zuException.h"
 #include "zu/runtime/internal/zuThreadTable.h"
+#include "zu/testing/zuThrown.h"
 
 namespace {
 
@@ -16,15 +17,12 @@ struct CountedStorage : zuThreadStorage {
 };
 
 TEST(zuThreadLocalStorageTest, SlotNumbersAreChecked) {
-  EXPECT_THROW(Tls::getThreadStorage(static_cast<Tls::eCacheType>(-1)), zuExFull);
-  EXPECT_THROW(Tls::setThreadStorage(Tls::eCacheTypeCount, nullptr), zuExFull);
-  EXPECT_THROW(Tls::resetThreadStorage(Tls::eCacheTypeCount), zuExFull);
-  try {
-    Tls::getThreadStorage(Tls::eCacheTypeCount);
-    FAIL();
-  } catch (zuExFull& error) {
-    EXPECT_TRUE(error.HasResId(16479));
-  }
+  using zu::testing::thrown;
+  EXPECT_TRUE(
+      thrown([] { Tls::getThreadStorage(static_cast<Tls::eCacheType>(-1)); }).HasResId(16479));
+  EXPECT_TRUE(thrown([] { Tls::getThreadStorage(Tls::eCacheTypeCount); }).HasResId(16479));
+  EXPECT_TRUE(thrown([] { Tls::setThreadStorage(Tls::eCacheTypeCount, nullptr); }).HasResId(16479));
+  EXPECT_TRUE(thrown([] { Tls::resetThreadStorage(Tls::eCacheTypeCount); }).HasResId(16479));
   EXPECT_NO_THROW(Tls::getThreadStorage(Tls::eUnusedSlot13));
 }
 
