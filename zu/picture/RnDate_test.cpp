@@ -6,17 +6,13 @@
 #include <string>
 
 #include "zu/locale/RnData.h"
+#include "zu/testing/RnDateSteps.h"
 
 namespace {
 
 using namespace std::chrono;
 
-// RnDate's protected steps, reached the way a derived class reaches them.
-struct DateSteps : RnDate {
-  using RnDate::epoch;
-  using RnDate::epochWeekMonth;
-  using RnDate::epochWeekYear;
-};
+using DateSteps = zu::testing::RnDateSteps;
 
 int dayNumber(int year, unsigned month, unsigned day) {
   // Day 1 is 0001-01-01.

@@ -10,12 +10,11 @@
 
 #include "zu/locale/RnLocale.h"
 #include "zu/picture/RnDate.h"
+#include "zu/testing/RnDateSteps.h"
 
 namespace {
 
-struct DateSteps : RnDate {
-  using RnDate::epoch;
-};
+using DateSteps = zu::testing::RnDateSteps;
 
 // ICU's Japanese calendar, whose eras are kept independently of ours.
 TEST(RnEraTablesTest, JapaneseErasAgreeWithIcuSince1873) {
