@@ -8,7 +8,7 @@
 # standard error. A difference fails the check, naming the file and line.
 set -uo pipefail
 
-bin_dir=$1
+bin_dir=$(cd "$1" && pwd)
 shift
 export PATH="$bin_dir:$PATH" TZ=UTC
 unset LC_ALL LC_MESSAGES LANG LANGUAGE
