@@ -42,8 +42,8 @@ std::vector<LocaleEntry> builtInLocales() {
   for (unsigned int i = 0; i < names.GetSize(); ++i) {
     const RnLocale locale(names[i]);
     if (!locale.isValid()) continue;
-    entries.push_back({locale.getName(), locale.getWinName(),
-                       static_cast<const char*>(locale.getDescName())});
+    entries.push_back(
+        {locale.getName(), locale.getWinName(), static_cast<const char*>(locale.getDescName())});
   }
   return entries;
 }

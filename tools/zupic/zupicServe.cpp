@@ -28,7 +28,8 @@ constexpr const char* kServeHelp =
     "\n"
     "Serves the picture-clause playground: open the printed URL in a browser.\n"
     "The page and its JSON API (/api/format, /api/parse, /api/all-locales,\n"
-    "/api/locales, /api/locale/L) are described in docs/picture-clauses.md.\n"
+    "/api/locales, /api/locale/L) are described in the guide to picture\n"
+    "clauses, which the server shows at /guide.\n"
     "\n"
     "  --port N        the TCP port (default 8080; 0 takes a free port)\n"
     "  --host ADDRESS  the address to listen on (default 127.0.0.1)\n"
@@ -83,9 +84,8 @@ void refuseMethod(const httplib::Request& request, httplib::Response& response) 
 
 // The picture request of a GET: picture, locale and every value= parameter.
 api::PictureRequest queryRequest(const httplib::Request& request) {
-  api::PictureRequest query{request.get_param_value("picture"),
-                            request.get_param_value("locale"),
-                            {}};
+  api::PictureRequest query{
+      request.get_param_value("picture"), request.get_param_value("locale"), {}};
   const size_t count = request.get_param_value_count("value");
   for (size_t i = 0; i < count && i <= api::kMaxValues; ++i) {
     query.values.push_back(request.get_param_value("value", i));
@@ -93,8 +93,7 @@ api::PictureRequest queryRequest(const httplib::Request& request) {
   return query;
 }
 
-void pictureGet(Direction direction, const httplib::Request& request,
-                httplib::Response& response) {
+void pictureGet(Direction direction, const httplib::Request& request, httplib::Response& response) {
   send(response, api::runPicture(direction, queryRequest(request)));
 }
 
@@ -161,20 +160,21 @@ void configure(httplib::Server& server) {
   server.set_keep_alive_timeout(kKeepAliveSeconds);
   server.set_read_timeout(kIoTimeoutSeconds);
   server.set_write_timeout(kIoTimeoutSeconds);
-  server.set_default_headers({{"Cache-Control", "no-store"}, {"X-Content-Type-Options", "nosniff"}});
+  server.set_default_headers(
+      {{"Cache-Control", "no-store"}, {"X-Content-Type-Options", "nosniff"}});
   // A GET of an unknown path, and the statuses the HTTP layer sets itself
   // (400 for a malformed request, 413 for a body over the limit, 414 for a
   // URL over its limit), get a JSON body too.
   server.set_error_handler([](const httplib::Request& request, httplib::Response& response) {
     if (!response.body.empty()) return;
     const int status = response.status;
-    const std::string message = status == 404   ? "no such path: " + request.path
-                                : status == 413 ? "the request is larger than " +
-                                                      std::to_string(api::kMaxRequestBytes) +
-                                                      " bytes"
-                                : status == 414 ? "the URL is too long; send the values by POST"
-                                : status == 400 ? "the request is not well-formed HTTP"
-                                                : "HTTP status " + std::to_string(status);
+    const std::string message =
+        status == 404 ? "no such path: " + request.path
+        : status == 413
+            ? "the request is larger than " + std::to_string(api::kMaxRequestBytes) + " bytes"
+        : status == 414 ? "the URL is too long; send the values by POST"
+        : status == 400 ? "the request is not well-formed HTTP"
+                        : "HTTP status " + std::to_string(status);
     send(response, api::error(status, message));
   });
   server.set_exception_handler(
@@ -194,7 +194,8 @@ class PlaygroundServer : public httplib::Server {
 };
 
 bool readPort(const std::string& text, int& port) {
-  if (text.empty() || text.size() > 5 || text.find_first_not_of("0123456789") != std::string::npos) {
+  if (text.empty() || text.size() > 5 ||
+      text.find_first_not_of("0123456789") != std::string::npos) {
     return false;
   }
   port = std::stoi(text);

@@ -4,9 +4,9 @@
 // parse` run as processes on the same input.
 //
 //   zupic_serve_test /path/to/zupic
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <httplib.h>
-#include <fcntl.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -37,7 +37,8 @@ std::string runProcess(const std::vector<std::string>& arguments, int& status) {
     close(out[0]);
     close(out[1]);
     std::vector<char*> argv;
-    for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
+    for (const std::string& argument : arguments)
+      argv.push_back(const_cast<char*>(argument.c_str()));
     argv.push_back(nullptr);
     execv(argv[0], argv.data());
     _exit(127);
@@ -191,7 +192,8 @@ TEST_F(ServeTest, GetAndPostAnswerAsTheCommandLineDoes) {
   for (const PictureCase& c : kCases) {
     SCOPED_TRACE(std::string(c.operation) + " " + c.picture + " " + c.value);
     const CliResult expected = cli(c.operation, c.picture, c.value, c.locale);
-    const auto got = http.Get(std::string("/api/") + c.operation + query(c.picture, c.value, c.locale));
+    const auto got =
+        http.Get(std::string("/api/") + c.operation + query(c.picture, c.value, c.locale));
     ASSERT_TRUE(got);
     EXPECT_EQ(got->status, 200);
     EXPECT_EQ(got->get_header_value("Content-Type"), "application/json; charset=utf-8");
@@ -204,10 +206,10 @@ TEST_F(ServeTest, GetAndPostAnswerAsTheCommandLineDoes) {
     EXPECT_EQ(body["results"][0]["value"], c.value);
 
     // The same value twice in one POST, beside one that never matches.
-    const Json request = {{"picture", c.picture}, {"locale", c.locale},
-                          {"values", {c.value, "\x01", c.value}}};
-    const auto posted = http.Post(std::string("/api/") + c.operation, request.dump(),
-                                  "application/json");
+    const Json request = {
+        {"picture", c.picture}, {"locale", c.locale}, {"values", {c.value, "\x01", c.value}}};
+    const auto posted =
+        http.Post(std::string("/api/") + c.operation, request.dump(), "application/json");
     ASSERT_TRUE(posted);
     EXPECT_EQ(posted->status, 200);
     const Json many = Json::parse(posted->body)["results"];
@@ -263,7 +265,8 @@ TEST_F(ServeTest, LocalesMatchTheCommandLine) {
     EXPECT_NE(shown.find(line), std::string::npos) << line;
     EXPECT_NE(shown.find(field["value"].get<std::string>()), std::string::npos) << line;
   }
-  EXPECT_EQ(view["fields"].size(), static_cast<size_t>(std::count(shown.begin(), shown.end(), '\n')));
+  EXPECT_EQ(view["fields"].size(),
+            static_cast<size_t>(std::count(shown.begin(), shown.end(), '\n')));
 
   const auto all = http.Get("/api/all-locales?picture=num%7Bz,zz9.99%7D&value=1234.5");
   ASSERT_TRUE(all);
@@ -331,11 +334,12 @@ TEST_F(ServeTest, BadRequestsGetJsonErrors) {
   httplib::Client http = client();
   for (const Case& c : cases) {
     SCOPED_TRACE(std::string(c.method) + " " + c.path.substr(0, 80));
-    httplib::Result got = c.method == std::string("GET")      ? http.Get(c.path)
-                          : c.method == std::string("POST")   ? http.Post(c.path, c.body, "application/json")
-                          : c.method == std::string("PUT")    ? http.Put(c.path, c.body, "text/plain")
-                          : c.method == std::string("PATCH")  ? http.Patch(c.path, c.body, "text/plain")
-                                                              : http.Delete(c.path);
+    httplib::Result got =
+        c.method == std::string("GET")     ? http.Get(c.path)
+        : c.method == std::string("POST")  ? http.Post(c.path, c.body, "application/json")
+        : c.method == std::string("PUT")   ? http.Put(c.path, c.body, "text/plain")
+        : c.method == std::string("PATCH") ? http.Patch(c.path, c.body, "text/plain")
+                                           : http.Delete(c.path);
     ASSERT_TRUE(got) << httplib::to_string(got.error());
     EXPECT_EQ(got->status, c.status);
     const Json body = Json::parse(got->body, nullptr, false);
@@ -398,10 +402,8 @@ TEST(ServeLifeTest, StopsCleanlyOnSigintAndSigterm) {
 
 TEST(ServeLifeTest, UsageErrors) {
   const std::vector<std::vector<std::string>> cases = {
-      {gZupic, "serve", "--port"},
-      {gZupic, "serve", "--port", "65536"},
-      {gZupic, "serve", "--port", "-1"},
-      {gZupic, "serve", "--host"},
+      {gZupic, "serve", "--port"},       {gZupic, "serve", "--port", "65536"},
+      {gZupic, "serve", "--port", "-1"}, {gZupic, "serve", "--host"},
       {gZupic, "serve", "--colour"},
   };
   for (const auto& arguments : cases) {
