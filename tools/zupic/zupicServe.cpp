@@ -115,11 +115,8 @@ void allLocales(const httplib::Request& request, httplib::Response& response) {
 }
 
 void routes(httplib::Server& server) {
-  server.Get("/", [](const httplib::Request&, httplib::Response& response) {
-    response.set_header("Content-Security-Policy", kPagePolicy);
-    response.set_content(page::kHtml, page::kHtmlSize, "text/html; charset=utf-8");
-  });
-  server.Get("/guide", [](const httplib::Request&, httplib::Response& response) {
+  // The page shows the playground at / and renders the guide at /guide.
+  server.Get("/|/guide", [](const httplib::Request&, httplib::Response& response) {
     response.set_header("Content-Security-Policy", kPagePolicy);
     response.set_content(page::kHtml, page::kHtmlSize, "text/html; charset=utf-8");
   });
