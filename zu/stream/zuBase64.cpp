@@ -8,6 +8,7 @@
 
 #include "zu/core/zuException.h"
 #include "zu/core/zuMessageIds.h"
+#include "zu/stream/internal/zuBase64Simd.h"
 #include "zu/stream/internal/zuStreamAllocation.h"
 
 namespace {
@@ -44,11 +45,20 @@ inline void putPair(Unit* out, unsigned value) {
 }
 
 // Encodes `groups` whole 3-byte groups without line breaks. Byte output
-// takes two groups from one 8-byte load and stores their 8 characters at
-// once; the load needs a third group behind the two.
+// goes 8 groups at a time through AVX2 where there is, then takes two
+// groups from one 8-byte load and stores their 8 characters at once; the
+// loads need a few bytes behind the groups they encode, so the last groups
+// are left to the next step.
 template <class Unit>
 Unit* encodeRun(Unit* out, const uint8_t* in, std::size_t groups) {
   if constexpr (sizeof(Unit) == 1) {
+    if (groups >= 11 && zu::internal::base64SimdEnabled()) {
+      const std::size_t blocks = (groups - 3) / 8;
+      zu::internal::base64EncodeBlocksAvx2(out, in, blocks);
+      out += 32 * blocks;
+      in += 24 * blocks;
+      groups -= 8 * blocks;
+    }
     for (; groups >= 3; groups -= 2, in += 6, out += 8) {
       uint64_t word;
       std::memcpy(&word, in, 8);
@@ -233,10 +243,13 @@ bool lastFourContinue(const Unit* rest) {
 template <class Unit>
 std::size_t decode(uint8_t* out, const Unit* in, std::size_t n, int* remainder) {
   const bool streamed = remainder != nullptr;
-  // The fast path writes 4 bytes per group; it runs only while at least 8
-  // characters (9 when streamed, so that no stop check is due) remain,
-  // which keeps the extra byte inside Base64DecodeLength(n).
+  // The fast paths write past the bytes of their last group (1 byte per
+  // group, 8 per AVX2 block); they run only while enough characters remain
+  // behind it to keep those bytes inside Base64DecodeLength(n), and, when
+  // streamed, more than 4, so that no stop check is due.
   const std::size_t fastMargin = streamed ? 9 : 8;
+  const std::size_t blockMargin = streamed ? 45 : 44;
+  const bool simd = sizeof(Unit) == 1 && zu::internal::base64SimdEnabled();
   uint8_t* const start = out;
   std::size_t i = 0;
   std::size_t tailStart = 0;  // index after the last complete group
@@ -245,6 +258,14 @@ std::size_t decode(uint8_t* out, const Unit* in, std::size_t n, int* remainder) 
   for (;;) {
     if (chars == 0 && i + fastMargin <= n) {
       const std::size_t before = i;
+      if constexpr (sizeof(Unit) == 1) {
+        if (simd && i + blockMargin <= n) {
+          const std::size_t done = zu::internal::base64DecodeBlocksAvx2(
+              out, reinterpret_cast<const uint8_t*>(in + i), (n - i - blockMargin) / 32 + 1);
+          out += 24 * done;
+          i += 32 * done;
+        }
+      }
       while (i + 4 + fastMargin <= n) {
         const uint32_t first = groupBits(in + i);
         const uint32_t second = groupBits(in + i + 4);
