@@ -7,41 +7,38 @@
 // through Write and ChangeSize, which a read-only stream file refuses.
 
 zuFixedMemoryStreamFile::zuFixedMemoryStreamFile(const char* text, int)
-    : zuStreamFile(zuFileMode::eRead), body_(nullptr) {
-  Start(text, zuString::StringLength(text));
+    : zuStreamFile(zuFileMode::eRead) {
+  Start(zu::internal::newStreamObject<zuFixedMemoryStreamImpl>(const_cast<char*>(text),
+                                                                zuString::StringLength(text)));
 }
 
 zuFixedMemoryStreamFile::zuFixedMemoryStreamFile(const char* buffer, unsigned size, int)
-    : zuStreamFile(zuFileMode::eRead), body_(nullptr) {
-  Start(buffer, buffer != nullptr ? size : 0);
+    : zuStreamFile(zuFileMode::eRead) {
+  Start(zu::internal::newStreamObject<zuFixedMemoryStreamImpl>(const_cast<char*>(buffer), size));
 }
 
 zuFixedMemoryStreamFile::zuFixedMemoryStreamFile(char** bufferRef, unsigned capacity,
                                                  unsigned growBy, unsigned long length, int,
                                                  zuFileMode::tAccess access)
-    : zuStreamFile(access), body_(nullptr) {
+    : zuStreamFile(access) {
   if (bufferRef == nullptr) ReportError(zuMessageIds::kInvalidArgument);
-  body_ = zu::internal::newStreamObject<zuFixedMemoryStreamImpl>(bufferRef, capacity, growBy,
-                                                                 length);
-  if (body_ == nullptr) ReportError(zuMessageIds::kStreamAllocation);
-  PushTransformer(body_);
+  Start(zu::internal::newStreamObject<zuFixedMemoryStreamImpl>(bufferRef, capacity, growBy,
+                                                                length));
 }
 
 zuFixedMemoryStreamFile::zuFixedMemoryStreamFile(const zuString& text, int)
-    : zuStreamFile(zuFileMode::eRead), text_(text), body_(nullptr) {
-  Start(text_, text_.Length());
+    : zuStreamFile(zuFileMode::eRead), text_(text) {
+  Start(zu::internal::newStreamObject<zuFixedMemoryStreamImpl>(
+      const_cast<char*>(static_cast<const char*>(text_)), text_.Length()));
 }
 
-void zuFixedMemoryStreamFile::Start(const char* buffer, unsigned size) {
-  body_ = zu::internal::newStreamObject<zuFixedMemoryStreamImpl>(const_cast<char*>(buffer), size);
-  if (body_ == nullptr) ReportError(zuMessageIds::kStreamAllocation);
-  PushTransformer(body_);
+void zuFixedMemoryStreamFile::Start(zuFixedMemoryStreamImpl* body) {
+  if (body == nullptr) ReportError(zuMessageIds::kStreamAllocation);
+  PushBody(body);
 }
 
-unsigned zuFixedMemoryStreamFile::Length() const { return body_->Length(); }
+unsigned zuFixedMemoryStreamFile::Length() const { return Body()->Length(); }
 
-zuFixedMemoryStreamFile::operator const char*() const { return body_->Data(); }
+zuFixedMemoryStreamFile::operator const char*() const { return Body()->Data(); }
 
-zuString zuFixedMemoryStreamFile::toString() const {
-  return ReadAll(body_, body_->Data(), body_->Length());
-}
+zuString zuFixedMemoryStreamFile::toString() const { return ReadAll(); }

@@ -46,9 +46,8 @@ class ZU_EXPORT zuFixedMemoryStreamFile : public zuStreamFile {
   zuString toString() const;
 
  private:
-  // Creates the body over `buffer` and pushes it.
-  void Start(const char* buffer, unsigned size);
+  // Pushes the body just created; reports 16656 when it is null.
+  void Start(zuFixedMemoryStreamImpl* body);
 
   zuString text_;
-  zuFixedMemoryStreamImpl* body_;
 };

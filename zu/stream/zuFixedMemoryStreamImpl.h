@@ -22,15 +22,14 @@
 // (it stops doubling at 2147483647, the most a body holds); `Data()` and the
 // caller's pointer always name the current block. Past that limit, or when
 // no block can be had, writes and size changes throw zuExMemory and change
-// nothing. Not copyable; Clone() gives null. One thread at a time.
+// nothing. The stream operations are zuMemoryStreamBody's. Not copyable;
+// Clone() gives null. One thread at a time.
 #pragma once
 
-#include <cstdint>
-
 #include "zu/core/zuExport.h"
-#include "zu/stream/zuStreamFileTransformer.h"
+#include "zu/stream/zuMemoryStreamBody.h"
 
-class ZU_EXPORT zuFixedMemoryStreamImpl : public zuStreamFileTransformer {
+class ZU_EXPORT zuFixedMemoryStreamImpl : public zuMemoryStreamBody {
  public:
   // Over `size` bytes at `buffer` (borrowed): capacity = length = `size`,
   // position 0, growth step 1024.
@@ -46,41 +45,17 @@ class ZU_EXPORT zuFixedMemoryStreamImpl : public zuStreamFileTransformer {
   // Frees the block only when it is the body's own copy of a plain buffer.
   ~zuFixedMemoryStreamImpl() override;
 
-  // Copies up to `size` bytes from the position on; 0 at the end.
-  unsigned Read(void* buffer, unsigned size) override;
-  // Writes `size` bytes at the position, moving to a larger block when they
-  // pass the capacity, and returns `size`. Throws zuExMemory.
-  unsigned Write(const void* data, unsigned size) override;
-  zuFilePosition GetPosition() const override;
-  // The position becomes base + offset, clamped to 0..length.
-  void SetPosition(const zuFilePosition& position) override;
-  // The length becomes base + offset (a negative size is 0), moving to a
-  // larger block as a write would; bytes added read as zero; a position
-  // past the new end moves to it. Throws zuExMemory.
-  void ChangeSize(const zuFilePosition& size) override;
-  // Non-zero when the position is at the end of the data.
-  int AtEof() const override;
   // Null: the body cannot be copied.
   zuStreamFileTransformer* Clone() const override;
   // 1.
   int StreamType() const override;
 
-  // The bytes held; never null, not terminated, valid until the next move.
-  const char* Data() const;
-  unsigned Length() const { return length_; }
-  unsigned Capacity() const { return capacity_; }
-
  private:
-  // Moves the bytes to a block that holds `needed` bytes (see above).
-  void MoveIfNecessary(uint64_t needed);
+  // Moves the bytes to a block of ceil(needed / step) * step bytes.
+  void Grow(uint32_t needed) override;
 
-  char* buffer_;
   // Where the current block is reported: the caller's pointer, or buffer_.
   char** bufferRef_;
   // The plain-buffer form's own copy, freed by the body.
   bool ownsBlock_;
-  uint32_t capacity_;
-  uint32_t length_;
-  uint32_t position_;
-  uint32_t step_;
 };

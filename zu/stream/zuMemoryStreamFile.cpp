@@ -6,20 +6,19 @@
 
 zuMemoryStreamFile::zuMemoryStreamFile(int, zuFileMode::tAccess access, unsigned initialSize,
                                        unsigned growBy, int)
-    : zuStreamFile(access), body_(nullptr) {
+    : zuStreamFile(access) {
+  zuMemoryStreamFileImpl* body = nullptr;
   try {
-    body_ = zu::internal::newStreamObject<zuMemoryStreamFileImpl>(initialSize, growBy);
+    body = zu::internal::newStreamObject<zuMemoryStreamFileImpl>(initialSize, growBy);
   } catch (const zuExMemory&) {
-    body_ = nullptr;
+    body = nullptr;
   }
-  if (body_ == nullptr) ReportError(zuMessageIds::kStreamAllocation);
-  PushTransformer(body_);
+  if (body == nullptr) ReportError(zuMessageIds::kStreamAllocation);
+  PushBody(body);
 }
 
-unsigned zuMemoryStreamFile::Length() const { return body_->Length(); }
+unsigned zuMemoryStreamFile::Length() const { return Body()->Length(); }
 
-zuMemoryStreamFile::operator const char*() const { return body_->Data(); }
+zuMemoryStreamFile::operator const char*() const { return Body()->Data(); }
 
-zuString zuMemoryStreamFile::toString() const {
-  return ReadAll(body_, body_->Data(), body_->Length());
-}
+zuString zuMemoryStreamFile::toString() const { return ReadAll(); }

@@ -34,7 +34,4 @@ class ZU_EXPORT zuMemoryStreamFile : public zuStreamFile {
   // above it, else what reading the whole stream from its start gives (the
   // position is restored). Throws zuExMemory past zuString::kMaxLength.
   zuString toString() const;
-
- private:
-  zuMemoryStreamFileImpl* body_;
 };

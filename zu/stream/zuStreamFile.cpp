@@ -6,7 +6,8 @@
 #include "zu/core/zuException.h"
 #include "zu/core/zuMessageIds.h"
 
-zuStreamFile::zuStreamFile(zuFileMode::tAccess access) : top_(nullptr), access_(access) {}
+zuStreamFile::zuStreamFile(zuFileMode::tAccess access)
+    : top_(nullptr), body_(nullptr), access_(access) {}
 
 zuStreamFile::~zuStreamFile() {
   while (top_ != nullptr) {
@@ -23,12 +24,17 @@ void zuStreamFile::PushTransformer(zuStreamFileTransformer* transformer) {
   top_ = transformer;
 }
 
-unsigned zuStreamFile::Read(void* buffer, unsigned size) {
+void zuStreamFile::PushBody(zuMemoryStreamBody* body) {
+  PushTransformer(body);
+  body_ = body;
+}
+
+unsigned zuStreamFile::ReadThroughChain(void* buffer, unsigned size) {
   if ((access_ & zuFileMode::eRead) == 0) ReportError(zuMessageIds::kInvalidArgument);
   return top_ != nullptr ? top_->Read(buffer, size) : 0;
 }
 
-unsigned zuStreamFile::Write(const void* data, unsigned size) {
+unsigned zuStreamFile::WriteThroughChain(const void* data, unsigned size) {
   if ((access_ & zuFileMode::eWrite) == 0) ReportError(zuMessageIds::kInvalidArgument);
   return top_ != nullptr ? top_->Write(data, size) : 0;
 }
@@ -54,9 +60,9 @@ void zuStreamFile::Flush() {
 
 void zuStreamFile::ReportError(unsigned short id) { ZuExThrow(id); }
 
-zuString zuStreamFile::ReadAll(const zuStreamFileTransformer* body, const char* bytes,
-                               unsigned length) const {
-  if (top_ == nullptr || top_ == body) return zuString::FromBytes(bytes, length);
+zuString zuStreamFile::ReadAll() const {
+  if (top_ == nullptr) return zuString::EmptyString();
+  if (top_ == body_) return zuString::FromBytes(body_->Data(), body_->Length());
   const zuFilePosition saved = top_->GetPosition();
   top_->SetPosition(zuFilePosition());
   std::string text;

@@ -19,6 +19,7 @@
 #include "zu/core/zuExport.h"
 #include "zu/core/zuString.h"
 #include "zu/stream/zuFilePosition.h"
+#include "zu/stream/zuMemoryStreamBody.h"
 #include "zu/stream/zuStreamFileTransformer.h"
 
 class ZU_EXPORT zuStreamFile {
@@ -36,11 +37,21 @@ class ZU_EXPORT zuStreamFile {
 
   // Reads up to `size` bytes from the top; returns how many were read, 0 at
   // the end. Reports 16479 without read access.
-  unsigned Read(void* buffer, unsigned size);
+  unsigned Read(void* buffer, unsigned size) {
+    if (body_ != nullptr && top_ == body_ && (access_ & zuFileMode::eRead) != 0) {
+      return body_->ReadBytes(buffer, size);
+    }
+    return ReadThroughChain(buffer, size);
+  }
   // Writes through the top; returns how many bytes were written. Reports
   // 16479 without write access; a body throws zuExMemory when it cannot
   // grow.
-  unsigned Write(const void* data, unsigned size);
+  unsigned Write(const void* data, unsigned size) {
+    if (body_ != nullptr && top_ == body_ && (access_ & zuFileMode::eWrite) != 0) {
+      return body_->WriteBytes(data, size);
+    }
+    return WriteThroughChain(data, size);
+  }
   // The position of the top, as an offset from the start.
   zuFilePosition GetPosition() const;
   void SetPosition(const zuFilePosition& position);
@@ -57,13 +68,23 @@ class ZU_EXPORT zuStreamFile {
   [[noreturn]] virtual void ReportError(unsigned short id);
   // The top of the chain, or null.
   zuStreamFileTransformer* Top() const { return top_; }
-  // The stream's bytes as a string: `bytes` directly when `body` is the
-  // top, else read through the chain from the start in 1024-byte chunks,
-  // the position restored. Throws zuExMemory past zuString::kMaxLength.
-  zuString ReadAll(const zuStreamFileTransformer* body, const char* bytes,
-                   unsigned length) const;
+  // Pushes `body` (owned, not null) as the first transformer. While it is
+  // the top, reads and writes go to it without a virtual call.
+  void PushBody(zuMemoryStreamBody* body);
+  // The body pushed by PushBody, or null.
+  zuMemoryStreamBody* Body() const { return body_; }
+  // The stream's bytes as a string: the body's bytes when it is the top,
+  // else what reading through the chain from the start in 1024-byte chunks
+  // gives, the position restored. Throws zuExMemory past
+  // zuString::kMaxLength.
+  zuString ReadAll() const;
 
  private:
+  // Read and Write when the body is not the top, or access is missing.
+  unsigned ReadThroughChain(void* buffer, unsigned size);
+  unsigned WriteThroughChain(const void* data, unsigned size);
+
   zuStreamFileTransformer* top_;
+  zuMemoryStreamBody* body_;
   zuFileMode::tAccess access_;
 };
