@@ -23,4 +23,9 @@ int listLocales();
 // The names, patterns and symbols of one locale.
 int showLocale(const std::string& name);
 
+// Base64 from standard input to standard output: encoding (in lines of 76
+// characters and a final line feed, or one line without it), or decoding
+// (LF or CRLF lines; 1 with the library's message on invalid input).
+int runBase64(bool encoding, bool lineBreaks);
+
 }  // namespace zupic
