@@ -30,7 +30,9 @@ std::string encoded(const std::vector<unsigned char>& bytes, int lineBreaks) {
 }
 
 using Context = std::unique_ptr<EVP_ENCODE_CTX, void (*)(EVP_ENCODE_CTX*)>;
-Context newContext() { return Context(EVP_ENCODE_CTX_new(), EVP_ENCODE_CTX_free); }
+Context newContext() {
+  return Context(EVP_ENCODE_CTX_new(), EVP_ENCODE_CTX_free);
+}
 
 void ourEncode(benchmark::State& state, std::size_t size, int lineBreaks) {
   const auto bytes = randomBytes(size);
@@ -112,15 +114,15 @@ void registerAll() {
     benchmark::RegisterBenchmark(("Base64Encode" + suffix + "/ours").c_str(), ourEncode, size, 0);
     benchmark::RegisterBenchmark(("Base64Encode" + suffix + "/openssl").c_str(), sslEncodeBlock,
                                  size);
-    benchmark::RegisterBenchmark(("Base64EncodeLines" + suffix + "/ours").c_str(), ourEncode,
-                                 size, 1);
+    benchmark::RegisterBenchmark(("Base64EncodeLines" + suffix + "/ours").c_str(), ourEncode, size,
+                                 1);
     benchmark::RegisterBenchmark(("Base64EncodeLines" + suffix + "/openssl").c_str(),
                                  sslEncodeUpdate, size);
     benchmark::RegisterBenchmark(("Base64Decode" + suffix + "/ours").c_str(), ourDecode, size, 0);
     benchmark::RegisterBenchmark(("Base64Decode" + suffix + "/openssl").c_str(), sslDecodeBlock,
                                  size);
-    benchmark::RegisterBenchmark(("Base64DecodeLines" + suffix + "/ours").c_str(), ourDecode,
-                                 size, 1);
+    benchmark::RegisterBenchmark(("Base64DecodeLines" + suffix + "/ours").c_str(), ourDecode, size,
+                                 1);
     benchmark::RegisterBenchmark(("Base64DecodeLines" + suffix + "/openssl").c_str(),
                                  sslDecodeUpdate, size);
   }

@@ -71,8 +71,8 @@ void streamedDecode(benchmark::State& state) {
     std::size_t total = 0;
     unsigned kept = 0;
     for (std::size_t start = 0; start < text.size(); start += kRequest - kept) {
-      const unsigned piece = static_cast<unsigned>(std::min<std::size_t>(kRequest - kept,
-                                                                         text.size() - start));
+      const unsigned piece =
+          static_cast<unsigned>(std::min<std::size_t>(kRequest - kept, text.size() - start));
       std::copy_n(text.data() + start, piece, pending.data() + kept);
       unsigned length = 0;
       int remainder = 0;
@@ -162,10 +162,14 @@ BENCHMARK(wholeEncode)->Name("Base64Transformer64K/whole")->Unit(benchmark::kMil
 BENCHMARK(streamedDecode)->Name("Base64StreamedDecode64K/ours")->Unit(benchmark::kMillisecond);
 BENCHMARK(wholeDecode)->Name("Base64StreamedDecode64K/whole")->Unit(benchmark::kMillisecond);
 BENCHMARK(ourWrites<16>)->Name("MemoryWrite16/ours")->Unit(benchmark::kMillisecond);
-BENCHMARK(stringstreamWrites<16>)->Name("MemoryWrite16/stringstream")->Unit(benchmark::kMillisecond);
+BENCHMARK(stringstreamWrites<16>)
+    ->Name("MemoryWrite16/stringstream")
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK(vectorWrites<16>)->Name("MemoryWrite16/vector")->Unit(benchmark::kMillisecond);
 BENCHMARK(ourReads<16>)->Name("MemoryRead16/ours")->Unit(benchmark::kMillisecond);
-BENCHMARK(istringstreamReads<16>)->Name("MemoryRead16/istringstream")->Unit(benchmark::kMillisecond);
+BENCHMARK(istringstreamReads<16>)
+    ->Name("MemoryRead16/istringstream")
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK(ourWrites<4096>)->Name("MemoryWrite4K/ours")->Unit(benchmark::kMillisecond);
 BENCHMARK(stringstreamWrites<4096>)
     ->Name("MemoryWrite4K/stringstream")

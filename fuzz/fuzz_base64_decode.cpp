@@ -85,8 +85,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (!decodeCut(text, cuts, cut) || cut != whole) __builtin_trap();
   if (!decodeCut(wide, cuts, cut) || cut != whole) __builtin_trap();
 
-  const zuString again = Base64Encode(whole.data(), static_cast<unsigned>(whole.size()),
-                                      data[0] & 2);
+  const zuString again =
+      Base64Encode(whole.data(), static_cast<unsigned>(whole.size()), data[0] & 2);
   std::string back;
   if (!decodeWhole(std::string(again, again.Length()), back) || back != whole) {
     __builtin_trap();

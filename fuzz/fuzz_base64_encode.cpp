@@ -38,7 +38,8 @@ std::string encodeInParts(const std::string& bytes, unsigned part, unsigned wind
   std::vector<char> out(window + 1);
   std::vector<char> spill(2 * part + 16);
   for (std::size_t start = 0; start < bytes.size(); start += part) {
-    const unsigned length = static_cast<unsigned>(std::min<std::size_t>(part, bytes.size() - start));
+    const unsigned length =
+        static_cast<unsigned>(std::min<std::size_t>(part, bytes.size() - start));
     unsigned spillLen = 0;
     long outEnd = 0;
     out[window] = '#';
@@ -59,8 +60,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const int lineBreaks = (data[0] & 2) != 0;
   const std::string bytes(reinterpret_cast<const char*>(data + 5), size - 5);
   const std::string whole = wholeEncoding(bytes, lineBreaks);
-  const zuString asString = Base64Encode(bytes.data(), static_cast<unsigned>(bytes.size()),
-                                         lineBreaks);
+  const zuString asString =
+      Base64Encode(bytes.data(), static_cast<unsigned>(bytes.size()), lineBreaks);
   if (std::string(asString, asString.Length()) != whole) __builtin_trap();
 
   const unsigned part = (data[1] % 64 + 1) * 3;

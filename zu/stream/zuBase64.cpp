@@ -391,13 +391,11 @@ void Base64Decode(void* out, unsigned& outLen, const unsigned char* in, unsigned
   decodeInto(out, outLen, in, n, remainder);
 }
 
-void Base64Decode(void* out, unsigned& outLen, const signed char* in, unsigned n,
-                  int* remainder) {
+void Base64Decode(void* out, unsigned& outLen, const signed char* in, unsigned n, int* remainder) {
   decodeInto(out, outLen, in, n, remainder);
 }
 
-void Base64Decode(void* out, unsigned& outLen, const char16_t* in, unsigned n,
-                  int* remainder) {
+void Base64Decode(void* out, unsigned& outLen, const char16_t* in, unsigned n, int* remainder) {
   decodeInto(out, outLen, in, n, remainder);
 }
 
@@ -429,9 +427,9 @@ char* Base64Decode(unsigned& outLen, const zuString& in, int* remainder) {
   return block;
 }
 
-void Base64EncodePart(char* out, const void* in, char* spill, unsigned& spillLen,
-                      unsigned outPos, long& bits, long& charCount, long& outEnd,
-                      unsigned outCapacity, unsigned inLen, int final, int lineBreaks) {
+void Base64EncodePart(char* out, const void* in, char* spill, unsigned& spillLen, unsigned outPos,
+                      long& bits, long& charCount, long& outEnd, unsigned outCapacity,
+                      unsigned inLen, int final, int lineBreaks) {
   spillLen = 0;
   char* const first = out + outPos;
   if (in == nullptr || inLen == 0) {

@@ -112,7 +112,12 @@ TEST(Base64OpenSSLTest, BothRefuseBadBytesInside) {
 }
 
 TEST(Base64OpenSSLTest, WhereTheRulesDiffer) {
-  struct Case { const char* text; const char* ours; const char* block; const char* update; };
+  struct Case {
+    const char* text;
+    const char* ours;
+    const char* block;
+    const char* update;
+  };
   const Case cases[] = {
       // "=" ends our data; EVP_DecodeBlock reads it as zero bits, and
       // EVP_DecodeUpdate refuses data after it.

@@ -22,7 +22,9 @@ unsigned bytesFor(unsigned room) {
 
 }  // namespace
 
-zuBase64StreamTransformer::zuBase64StreamTransformer() { Restart(); }
+zuBase64StreamTransformer::zuBase64StreamTransformer() {
+  Restart();
+}
 
 zuBase64StreamTransformer::zuBase64StreamTransformer(const zuBase64StreamTransformer& other)
     : zuStreamFileTransformer(other) {

@@ -15,7 +15,9 @@
 namespace {
 
 // zu/testing's str() has not landed on this branch yet.
-std::string str(const zuString& text) { return std::string(text, text.Length()); }
+std::string str(const zuString& text) {
+  return std::string(text, text.Length());
+}
 
 // An encoder written from RFC 4648 alone, with the library's line rule.
 std::string referenceEncode(const std::string& bytes, bool lineBreaks) {
@@ -101,23 +103,39 @@ std::string decodeEveryWay(const std::string& text) {
 }
 
 TEST(Base64Test, LengthsAreComputedIn64Bits) {
-  struct Case { unsigned n; int lineBreaks; unsigned expected; };
+  struct Case {
+    unsigned n;
+    int lineBreaks;
+    unsigned expected;
+  };
   const Case encodeCases[] = {
-      {0, 1, 0},   {1, 0, 4},   {3, 0, 4},   {4, 0, 8},          {57, 1, 76},
-      {58, 1, 81}, {114, 1, 153}, {115, 1, 158}, {3221225469u, 0, 4294967292u},
-      {3221225472u, 0, 4294967295u}, {4294967295u, 1, 4294967295u},
+      {0, 1, 0},
+      {1, 0, 4},
+      {3, 0, 4},
+      {4, 0, 8},
+      {57, 1, 76},
+      {58, 1, 81},
+      {114, 1, 153},
+      {115, 1, 158},
+      {3221225469u, 0, 4294967292u},
+      {3221225472u, 0, 4294967295u},
+      {4294967295u, 1, 4294967295u},
   };
   for (const Case& c : encodeCases) {
     EXPECT_EQ(Base64EncodeLength(c.n, c.lineBreaks), c.expected) << c.n;
   }
-  const Case decodeCases[] = {{0, 0, 0}, {1, 0, 3}, {4, 0, 3}, {5, 0, 6},
-                              {4294967295u, 0, 3221225472u}};
+  const Case decodeCases[] = {
+      {0, 0, 0}, {1, 0, 3}, {4, 0, 3}, {5, 0, 6}, {4294967295u, 0, 3221225472u}};
   for (const Case& c : decodeCases) EXPECT_EQ(Base64DecodeLength(c.n), c.expected) << c.n;
 }
 
 TEST(Base64Test, RfcVectorsThroughEveryEncoder) {
-  const char* const vectors[][2] = {{"", ""},         {"f", "Zg=="},         {"fo", "Zm8="},
-                                    {"foo", "Zm9v"},  {"foob", "Zm9vYg=="}, {"fooba", "Zm9vYmE="},
+  const char* const vectors[][2] = {{"", ""},
+                                    {"f", "Zg=="},
+                                    {"fo", "Zm8="},
+                                    {"foo", "Zm9v"},
+                                    {"foob", "Zm9vYg=="},
+                                    {"fooba", "Zm9vYmE="},
                                     {"foobar", "Zm9vYmFy"}};
   for (const auto& [plain, encoded] : vectors) {
     const unsigned n = static_cast<unsigned>(std::strlen(plain));
@@ -144,14 +162,17 @@ TEST(Base64Test, RfcVectorsThroughEveryEncoder) {
 }
 
 TEST(Base64Test, DecodingEdgeCases) {
-  struct Case { const char* text; const char* expected; };  // "!" raises 16777
+  struct Case {
+    const char* text;
+    const char* expected;
+  };  // "!" raises 16777
   const Case cases[] = {
-      {"TWFu", "Man"},          {"TWE=", "Ma"},          {"TW\r\nFu", "Man"},
-      {"TQ=u", "M"},            {"TWF", "!"},            {"TW==", "!"},
-      {"QQ", "A"},              {"TWE", "Ma"},           {"A", ""},
-      {"Q", "!"},               {" \t\r\n", ""},         {"TWFu=\x01garbage", "Man"},
-      {"TWFu\x01", "!"},        {"TW-u", "!"},           {"TW Fu TWE=", "ManMa"},
-      {"=", ""},                {"TWFu====", "Man"},     {"\xC3\xA9", "!"},
+      {"TWFu", "Man"},   {"TWE=", "Ma"},      {"TW\r\nFu", "Man"},
+      {"TQ=u", "M"},     {"TWF", "!"},        {"TW==", "!"},
+      {"QQ", "A"},       {"TWE", "Ma"},       {"A", ""},
+      {"Q", "!"},        {" \t\r\n", ""},     {"TWFu=\x01garbage", "Man"},
+      {"TWFu\x01", "!"}, {"TW-u", "!"},       {"TW Fu TWE=", "ManMa"},
+      {"=", ""},         {"TWFu====", "Man"}, {"\xC3\xA9", "!"},
   };
   for (const Case& c : cases) EXPECT_EQ(decodeEveryWay(c.text), c.expected) << c.text;
   // Units outside one byte and negative signed chars are outside the alphabet.
@@ -167,13 +188,17 @@ TEST(Base64Test, DecodingEdgeCases) {
 }
 
 TEST(Base64Test, StreamedDecodingLeavesTheTailOfAnIncompleteGroup) {
-  struct Case { const char* text; const char* expected; int remainder; };
+  struct Case {
+    const char* text;
+    const char* expected;
+    int remainder;
+  };
   const Case cases[] = {
-      {"TWFuTW", "Man", 2},       {"TWFu", "Man", 0},         {"TW", "", 2},
-      {"TWFuTWE=", "ManMa", 0},   {"TWFuTWFu", "ManMan", 0},  {"TWFu\r\nTW", "Man", 4},
-      {"TWFuTWE\n", "Man", 4},    {"TWFu\r\n", "Man", 2},     {"TWFu\n\n\n\n\n", "Man", 0},
-      {"TWFuTW\n=", "Man", 4},    {"TQ=u", "M", 0},           {"TWFu\r\nBBB", "Man", 5},
-      {"TWFu\r\nTWFuT", "ManMan", 1},  {"TWFuTW=", "Man", 3},     {"TWFu\r\n\n", "Man", 3},
+      {"TWFuTW", "Man", 2},           {"TWFu", "Man", 0},        {"TW", "", 2},
+      {"TWFuTWE=", "ManMa", 0},       {"TWFuTWFu", "ManMan", 0}, {"TWFu\r\nTW", "Man", 4},
+      {"TWFuTWE\n", "Man", 4},        {"TWFu\r\n", "Man", 2},    {"TWFu\n\n\n\n\n", "Man", 0},
+      {"TWFuTW\n=", "Man", 4},        {"TQ=u", "M", 0},          {"TWFu\r\nBBB", "Man", 5},
+      {"TWFu\r\nTWFuT", "ManMan", 1}, {"TWFuTW=", "Man", 3},     {"TWFu\r\n\n", "Man", 3},
   };
   for (const Case& c : cases) {
     int remainder = -1;
@@ -300,8 +325,9 @@ TEST_P(Base64WalkTest, StreamedDecodingOfBrokenTextInEveryChunkSize) {
 
 TEST_P(Base64WalkTest, EveryByteOutsideTheAlphabetRaisesAtEveryPosition) {
   // Long enough for the AVX2 blocks, then white space of each kind.
-  const std::string bytes = "Man is distinguished, not only by his reason, but by this singular "
-                            "passion from other animals.";
+  const std::string bytes =
+      "Man is distinguished, not only by his reason, but by this singular "
+      "passion from other animals.";
   const std::string valid = referenceEncode(bytes.substr(0, 90), false) + " \r\n\t" +
                             referenceEncode(bytes.substr(90), false);
   const std::string allowed =

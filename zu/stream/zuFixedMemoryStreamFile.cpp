@@ -9,7 +9,7 @@
 zuFixedMemoryStreamFile::zuFixedMemoryStreamFile(const char* text, int)
     : zuStreamFile(zuFileMode::eRead) {
   Start(zu::internal::newStreamObject<zuFixedMemoryStreamImpl>(const_cast<char*>(text),
-                                                                zuString::StringLength(text)));
+                                                               zuString::StringLength(text)));
 }
 
 zuFixedMemoryStreamFile::zuFixedMemoryStreamFile(const char* buffer, unsigned size, int)
@@ -22,8 +22,8 @@ zuFixedMemoryStreamFile::zuFixedMemoryStreamFile(char** bufferRef, unsigned capa
                                                  zuFileMode::tAccess access)
     : zuStreamFile(access) {
   if (bufferRef == nullptr) ReportError(zuMessageIds::kInvalidArgument);
-  Start(zu::internal::newStreamObject<zuFixedMemoryStreamImpl>(bufferRef, capacity, growBy,
-                                                                length));
+  Start(
+      zu::internal::newStreamObject<zuFixedMemoryStreamImpl>(bufferRef, capacity, growBy, length));
 }
 
 zuFixedMemoryStreamFile::zuFixedMemoryStreamFile(const zuString& text, int)
@@ -37,8 +37,14 @@ void zuFixedMemoryStreamFile::Start(zuFixedMemoryStreamImpl* body) {
   PushBody(body);
 }
 
-unsigned zuFixedMemoryStreamFile::Length() const { return Body()->Length(); }
+unsigned zuFixedMemoryStreamFile::Length() const {
+  return Body()->Length();
+}
 
-zuFixedMemoryStreamFile::operator const char*() const { return Body()->Data(); }
+zuFixedMemoryStreamFile::operator const char*() const {
+  return Body()->Data();
+}
 
-zuString zuFixedMemoryStreamFile::toString() const { return ReadAll(); }
+zuString zuFixedMemoryStreamFile::toString() const {
+  return ReadAll();
+}

@@ -38,9 +38,13 @@ zuFixedMemoryStreamImpl::~zuFixedMemoryStreamImpl() {
   if (ownsBlock_) delete[] buffer_;
 }
 
-zuStreamFileTransformer* zuFixedMemoryStreamImpl::Clone() const { return nullptr; }
+zuStreamFileTransformer* zuFixedMemoryStreamImpl::Clone() const {
+  return nullptr;
+}
 
-int zuFixedMemoryStreamImpl::StreamType() const { return 1; }
+int zuFixedMemoryStreamImpl::StreamType() const {
+  return 1;
+}
 
 void zuFixedMemoryStreamImpl::Grow(uint32_t needed) {
   const uint64_t size = limited((uint64_t{needed} + step_ - 1) / step_ * step_);

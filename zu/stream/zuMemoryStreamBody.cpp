@@ -24,11 +24,15 @@ zuMemoryStreamBody::zuMemoryStreamBody(char* buffer, uint32_t capacity, uint32_t
       capacity_(capacity),
       length_(length),
       position_(0),
-      step_(growBy == 0 ? 1024 : growBy < kMaxBytes ? growBy : kMaxBytes) {}
+      step_(growBy == 0          ? 1024
+            : growBy < kMaxBytes ? growBy
+                                 : kMaxBytes) {}
 
 zuMemoryStreamBody::~zuMemoryStreamBody() = default;
 
-unsigned zuMemoryStreamBody::Read(void* buffer, unsigned size) { return ReadBytes(buffer, size); }
+unsigned zuMemoryStreamBody::Read(void* buffer, unsigned size) {
+  return ReadBytes(buffer, size);
+}
 
 unsigned zuMemoryStreamBody::Write(const void* data, unsigned size) {
   return WriteBytes(data, size);
@@ -72,7 +76,9 @@ void zuMemoryStreamBody::ChangeSize(const zuFilePosition& size) {
   if (position_ > length_) position_ = length_;
 }
 
-int zuMemoryStreamBody::AtEof() const { return position_ >= length_ ? 1 : 0; }
+int zuMemoryStreamBody::AtEof() const {
+  return position_ >= length_ ? 1 : 0;
+}
 
 void zuMemoryStreamBody::Reserve(uint64_t needed) {
   if (needed <= capacity_) return;

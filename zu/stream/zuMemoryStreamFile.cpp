@@ -17,8 +17,14 @@ zuMemoryStreamFile::zuMemoryStreamFile(int, zuFileMode::tAccess access, unsigned
   PushBody(body);
 }
 
-unsigned zuMemoryStreamFile::Length() const { return Body()->Length(); }
+unsigned zuMemoryStreamFile::Length() const {
+  return Body()->Length();
+}
 
-zuMemoryStreamFile::operator const char*() const { return Body()->Data(); }
+zuMemoryStreamFile::operator const char*() const {
+  return Body()->Data();
+}
 
-zuString zuMemoryStreamFile::toString() const { return ReadAll(); }
+zuString zuMemoryStreamFile::toString() const {
+  return ReadAll();
+}

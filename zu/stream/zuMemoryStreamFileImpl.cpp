@@ -37,7 +37,9 @@ zuMemoryStreamFileImpl& zuMemoryStreamFileImpl::operator=(const zuMemoryStreamFi
   return *this;
 }
 
-zuMemoryStreamFileImpl::~zuMemoryStreamFileImpl() { zu::internal::streamFree(buffer_); }
+zuMemoryStreamFileImpl::~zuMemoryStreamFileImpl() {
+  zu::internal::streamFree(buffer_);
+}
 
 zuStreamFileTransformer* zuMemoryStreamFileImpl::Clone() const {
   return new zuMemoryStreamFileImpl(*this);

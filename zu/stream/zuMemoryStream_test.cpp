@@ -37,7 +37,10 @@ TEST(MemoryStreamTest, FilePositionsClampTo32Bits) {
 
 TEST(MemoryStreamTest, GrowableBodyRoundsUpAndDoublesItsStep) {
   zuMemoryStreamFileImpl body(0, 16);
-  struct Step { unsigned write; unsigned capacity; };
+  struct Step {
+    unsigned write;
+    unsigned capacity;
+  };
   const Step steps[] = {{16, 32}, {1, 32}, {16, 64}, {31, 64}, {1, 128}};
   for (const Step& step : steps) {
     body.Write(std::string(step.write, 'a').data(), step.write);
@@ -47,10 +50,14 @@ TEST(MemoryStreamTest, GrowableBodyRoundsUpAndDoublesItsStep) {
   defaultStep.Write("x", 1);
   EXPECT_EQ(defaultStep.Capacity(), 1024u);
 
-  struct Move { long offset; Base base; unsigned expected; };
-  const Move moves[] = {{-5, zuFilePosition::eStart, 0}, {5, zuFilePosition::eEnd, 65},
+  struct Move {
+    long offset;
+    Base base;
+    unsigned expected;
+  };
+  const Move moves[] = {{-5, zuFilePosition::eStart, 0},     {5, zuFilePosition::eEnd, 65},
                         {-10, zuFilePosition::eCurrent, 55}, {3, zuFilePosition::eStart, 3},
-                        {2, zuFilePosition::eCurrent, 5}, {-1, zuFilePosition::eEnd, 64}};
+                        {2, zuFilePosition::eCurrent, 5},    {-1, zuFilePosition::eEnd, 64}};
   for (const Move& move : moves) {
     body.SetPosition(zuFilePosition(move.offset, move.base));
     EXPECT_EQ(body.GetPosition().GetOffset(), long(move.expected)) << move.offset;
@@ -110,7 +117,10 @@ TEST(MemoryStreamTest, FixedBodyMovesAndReportsTheNewBlock) {
   }
   delete[] block;
 
-  struct Lengths { unsigned long length; unsigned expected; };
+  struct Lengths {
+    unsigned long length;
+    unsigned expected;
+  };
   const Lengths lengths[] = {{4, 4}, {11, 10}, {0xFFFFFFFFUL, 10}, {0x1FFFFFFFFUL, 10}};
   for (const Lengths& c : lengths) {
     char* lent = new char[10];
@@ -145,8 +155,7 @@ void checkAgainstModel(Body& body, std::string model, char** callerPointer, unsi
       case 0: {
         for (unsigned i = 0; i < size; ++i) buffer[i] = static_cast<char>(random());
         ASSERT_EQ(body.Write(buffer, size), size);
-        model.replace(position, std::min<std::size_t>(size, model.size() - position), buffer,
-                      size);
+        model.replace(position, std::min<std::size_t>(size, model.size() - position), buffer, size);
         position += size;
         break;
       }
@@ -252,9 +261,8 @@ TEST(MemoryStreamTest, StreamFilesCheckAccessAndReportAllocation) {
   EXPECT_TRUE(reportsAllocation([] { zuMemoryStreamFile(0, zuFileMode::eRead, 0, 0, 0); }));
   EXPECT_TRUE(reportsAllocation([] { zuFixedMemoryStreamFile("x", 0); }));
   EXPECT_TRUE(reportsAllocation([] { zuFixedMemoryStreamFile(zuString("x"), 0); }));
-  EXPECT_TRUE(reportsAllocation([&] {
-    zuFixedMemoryStreamFile(&lent, 0, 0, 0, 0, zuFileMode::eWrite);
-  }));
+  EXPECT_TRUE(
+      reportsAllocation([&] { zuFixedMemoryStreamFile(&lent, 0, 0, 0, 0, zuFileMode::eWrite); }));
   // The first block of the growable body fails instead of the body itself.
   zu::internal::failStreamAllocationAfter(1);
   EXPECT_THROW(zuMemoryStreamFile(0, zuFileMode::eRead, 64, 0, 0), zuExFull);

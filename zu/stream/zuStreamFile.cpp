@@ -52,13 +52,17 @@ void zuStreamFile::ChangeSize(const zuFilePosition& size) {
   if (top_ != nullptr) top_->ChangeSize(size);
 }
 
-int zuStreamFile::AtEof() const { return top_ != nullptr ? top_->AtEof() : 1; }
+int zuStreamFile::AtEof() const {
+  return top_ != nullptr ? top_->AtEof() : 1;
+}
 
 void zuStreamFile::Flush() {
   if (top_ != nullptr) top_->Flush();
 }
 
-void zuStreamFile::ReportError(unsigned short id) { ZuExThrow(id); }
+void zuStreamFile::ReportError(unsigned short id) {
+  ZuExThrow(id);
+}
 
 zuString zuStreamFile::ReadAll() const {
   if (top_ == nullptr) return zuString::EmptyString();

@@ -2,7 +2,9 @@
 
 zuStreamFileTransformer::~zuStreamFileTransformer() = default;
 
-int zuStreamFileTransformer::AtEof() const { return next_ != nullptr ? next_->AtEof() : 1; }
+int zuStreamFileTransformer::AtEof() const {
+  return next_ != nullptr ? next_->AtEof() : 1;
+}
 
 void zuStreamFileTransformer::ChangeSize(const zuFilePosition& size) {
   if (next_ != nullptr) next_->ChangeSize(size);
@@ -28,12 +30,18 @@ unsigned zuStreamFileTransformer::Write(const void* data, unsigned size) {
   return next_ != nullptr ? next_->Write(data, size) : 0;
 }
 
-void zuStreamFileTransformer::Initialize(zuStreamFileTransformer* next) { next_ = next; }
+void zuStreamFileTransformer::Initialize(zuStreamFileTransformer* next) {
+  next_ = next;
+}
 
-void zuStreamFileTransformer::Finalize() { next_ = nullptr; }
+void zuStreamFileTransformer::Finalize() {
+  next_ = nullptr;
+}
 
 zuStreamFileTransformer* zuStreamFileTransformer::Clone() const {
   return new zuStreamFileTransformer(*this);
 }
 
-int zuStreamFileTransformer::StreamType() const { return 0; }
+int zuStreamFileTransformer::StreamType() const {
+  return 0;
+}

@@ -33,8 +33,8 @@ TEST(StreamThreadedTest, ThreadsEncodeAndDecodeIndependently) {
         unsigned length = 0;
         Base64Decode(decoded.data(), length, text);
         decoded.resize(length);
-        if (decoded == bytes && std::string(Base64Encode(bytes.data(), n, 1)) ==
-                                    std::string(text, text.Length())) {
+        if (decoded == bytes &&
+            std::string(Base64Encode(bytes.data(), n, 1)) == std::string(text, text.Length())) {
           ++agreed;
         }
       }

@@ -33,9 +33,9 @@ __attribute__((target("avx2"))) __m256i splitSixBits(__m256i input) {
 // 6-bit values to alphabet characters: add an offset chosen by range
 // (0-25 "A", 26-51 "a", 52-61 "0", 62 "+", 63 "/").
 __attribute__((target("avx2"))) __m256i toCharacters(__m256i values) {
-  const __m256i offsets = _mm256_setr_epi8(65, 71, -4, -4, -4, -4, -4, -4, -4, -4, -4, -4, -19,
-                                           -16, 0, 0, 65, 71, -4, -4, -4, -4, -4, -4, -4, -4, -4,
-                                           -4, -19, -16, 0, 0);
+  const __m256i offsets =
+      _mm256_setr_epi8(65, 71, -4, -4, -4, -4, -4, -4, -4, -4, -4, -4, -19, -16, 0, 0, 65, 71, -4,
+                       -4, -4, -4, -4, -4, -4, -4, -4, -4, -19, -16, 0, 0);
   __m256i index = _mm256_subs_epu8(values, _mm256_set1_epi8(51));
   index = _mm256_sub_epi8(index, _mm256_cmpgt_epi8(values, _mm256_set1_epi8(25)));
   return _mm256_add_epi8(values, _mm256_shuffle_epi8(offsets, index));
@@ -43,37 +43,37 @@ __attribute__((target("avx2"))) __m256i toCharacters(__m256i values) {
 
 }  // namespace
 
-bool base64SimdEnabled() { return hasAvx2() && simdWanted.load(std::memory_order_relaxed); }
+bool base64SimdEnabled() {
+  return hasAvx2() && simdWanted.load(std::memory_order_relaxed);
+}
 
 bool setBase64Simd(bool enabled) {
   return simdWanted.exchange(enabled, std::memory_order_relaxed);
 }
 
 __attribute__((target("avx2"))) void base64EncodeBlocksAvx2(char* out, const uint8_t* in,
-                                                             std::size_t blocks) {
+                                                            std::size_t blocks) {
   for (; blocks > 0; --blocks, in += 24, out += 32) {
     const __m256i input = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(in));
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(out), toCharacters(splitSixBits(input)));
   }
 }
 
-__attribute__((target("avx2"))) std::size_t base64DecodeBlocksAvx2(uint8_t* out,
-                                                                    const uint8_t* in,
-                                                                    std::size_t blocks) {
+__attribute__((target("avx2"))) std::size_t base64DecodeBlocksAvx2(uint8_t* out, const uint8_t* in,
+                                                                   std::size_t blocks) {
   // Character classes by low and high nibble: a character is in the
   // alphabet when its two class masks share no bit.
   const __m256i lowClasses =
-      _mm256_setr_epi8(0x15, 0x11, 0x11, 0x11, 0x11, 0x11, 0x11, 0x11, 0x11, 0x11, 0x13, 0x1A,
-                       0x1B, 0x1B, 0x1B, 0x1A, 0x15, 0x11, 0x11, 0x11, 0x11, 0x11, 0x11, 0x11,
-                       0x11, 0x11, 0x13, 0x1A, 0x1B, 0x1B, 0x1B, 0x1A);
+      _mm256_setr_epi8(0x15, 0x11, 0x11, 0x11, 0x11, 0x11, 0x11, 0x11, 0x11, 0x11, 0x13, 0x1A, 0x1B,
+                       0x1B, 0x1B, 0x1A, 0x15, 0x11, 0x11, 0x11, 0x11, 0x11, 0x11, 0x11, 0x11, 0x11,
+                       0x13, 0x1A, 0x1B, 0x1B, 0x1B, 0x1A);
   const __m256i highClasses =
-      _mm256_setr_epi8(0x10, 0x10, 0x01, 0x02, 0x04, 0x08, 0x04, 0x08, 0x10, 0x10, 0x10, 0x10,
-                       0x10, 0x10, 0x10, 0x10, 0x10, 0x10, 0x01, 0x02, 0x04, 0x08, 0x04, 0x08,
-                       0x10, 0x10, 0x10, 0x10, 0x10, 0x10, 0x10, 0x10);
+      _mm256_setr_epi8(0x10, 0x10, 0x01, 0x02, 0x04, 0x08, 0x04, 0x08, 0x10, 0x10, 0x10, 0x10, 0x10,
+                       0x10, 0x10, 0x10, 0x10, 0x10, 0x01, 0x02, 0x04, 0x08, 0x04, 0x08, 0x10, 0x10,
+                       0x10, 0x10, 0x10, 0x10, 0x10, 0x10);
   // What to add to a character to get its value, by high nibble ("/" apart).
-  const __m256i shifts = _mm256_setr_epi8(0, 16, 19, 4, -65, -65, -71, -71, 0, 0, 0, 0, 0, 0, 0,
-                                          0, 0, 16, 19, 4, -65, -65, -71, -71, 0, 0, 0, 0, 0, 0,
-                                          0, 0);
+  const __m256i shifts = _mm256_setr_epi8(0, 16, 19, 4, -65, -65, -71, -71, 0, 0, 0, 0, 0, 0, 0, 0,
+                                          0, 16, 19, 4, -65, -65, -71, -71, 0, 0, 0, 0, 0, 0, 0, 0);
   const __m256i slashMask = _mm256_set1_epi8(0x2F);
   std::size_t done = 0;
   for (; done < blocks; ++done, in += 32, out += 24) {
@@ -90,10 +90,11 @@ __attribute__((target("avx2"))) std::size_t base64DecodeBlocksAvx2(uint8_t* out,
     const __m256i pairs = _mm256_maddubs_epi16(values, _mm256_set1_epi32(0x01400140));
     const __m256i words = _mm256_madd_epi16(pairs, _mm256_set1_epi32(0x00011000));
     const __m256i bytes = _mm256_shuffle_epi8(
-        words, _mm256_setr_epi8(2, 1, 0, 6, 5, 4, 10, 9, 8, 14, 13, 12, -1, -1, -1, -1, 2, 1, 0,
-                                6, 5, 4, 10, 9, 8, 14, 13, 12, -1, -1, -1, -1));
-    _mm256_storeu_si256(reinterpret_cast<__m256i*>(out),
-                        _mm256_permutevar8x32_epi32(bytes, _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 7, 7)));
+        words, _mm256_setr_epi8(2, 1, 0, 6, 5, 4, 10, 9, 8, 14, 13, 12, -1, -1, -1, -1, 2, 1, 0, 6,
+                                5, 4, 10, 9, 8, 14, 13, 12, -1, -1, -1, -1));
+    _mm256_storeu_si256(
+        reinterpret_cast<__m256i*>(out),
+        _mm256_permutevar8x32_epi32(bytes, _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 7, 7)));
   }
   return done;
 }

@@ -26,13 +26,17 @@ void* streamRealloc(void* block, std::size_t size) {
   return std::realloc(block, size != 0 ? size : 1);
 }
 
-void streamFree(void* block) { std::free(block); }
+void streamFree(void* block) {
+  std::free(block);
+}
 
 char* streamNewChars(std::size_t size) {
   if (streamAllocationFails()) return nullptr;
   return new (std::nothrow) char[size != 0 ? size : 1];
 }
 
-void failStreamAllocationAfter(int calls) { allocationsBeforeFailure = calls; }
+void failStreamAllocationAfter(int calls) {
+  allocationsBeforeFailure = calls;
+}
 
 }  // namespace zu::internal
