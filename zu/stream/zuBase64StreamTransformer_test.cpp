@@ -10,6 +10,7 @@
 #include "zu/stream/zuBase64.h"
 #include "zu/stream/zuMemoryStreamFile.h"
 #include "zu/stream/zuMemoryStreamFileImpl.h"
+#include "zu/testing/zuTestText.h"
 
 namespace {
 
@@ -21,8 +22,7 @@ std::string randomBytes(std::size_t count, unsigned seed) {
 }
 
 std::string wholeEncoding(const std::string& bytes) {
-  const zuString text = Base64Encode(bytes.data(), static_cast<unsigned>(bytes.size()), 1);
-  return std::string(text, text.Length());
+  return zu::testing::str(Base64Encode(bytes.data(), static_cast<unsigned>(bytes.size()), 1));
 }
 
 // Reads `transformer` in requests of `size` until AtEof, checking that no
@@ -66,8 +66,7 @@ TEST(Base64StreamTransformerTest, OnAMemoryStreamFileToStringTwice) {
   file.SetPosition(zuFilePosition(10, zuFilePosition::eStart));
   const std::string expected = wholeEncoding(bytes);
   for (int pass = 0; pass < 2; ++pass) {
-    const zuString text = file.toString();
-    EXPECT_EQ(std::string(text, text.Length()), expected) << pass;
+    EXPECT_EQ(zu::testing::str(file.toString()), expected) << pass;
   }
   EXPECT_EQ(file.GetPosition(), zuFilePosition(10, zuFilePosition::eStart)) << "restored";
   EXPECT_EQ(file.Length(), 5000u) << "the body's length";

@@ -11,6 +11,7 @@
 #include "zu/core/zuMessageIds.h"
 #include "zu/stream/internal/zuBase64Simd.h"
 #include "zu/stream/internal/zuStreamAllocation.h"
+#include "zu/testing/zuTestText.h"
 
 namespace {
 

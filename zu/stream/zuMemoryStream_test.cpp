@@ -11,10 +11,14 @@
 #include "zu/stream/internal/zuStreamAllocation.h"
 #include "zu/stream/zuFixedMemoryStreamFile.h"
 #include "zu/stream/zuMemoryStreamFile.h"
+#include "zu/testing/zuTestText.h"
+#include "zu/testing/zuThrown.h"
 
 namespace {
 
 using Base = zuFilePosition::PositionBase;
+using zu::testing::str;
+using zu::testing::thrown;
 
 std::string contents(const zuMemoryStreamFileImpl& body) {
   return std::string(body.Data(), body.Length());
@@ -210,30 +214,23 @@ TEST(MemoryStreamTest, StreamFilesCheckAccessAndReportAllocation) {
   EXPECT_EQ(file.Write("hello", 5), 5u);
   EXPECT_EQ(file.Length(), 5u);
   EXPECT_EQ(std::string(static_cast<const char*>(file), 5), "hello");
-  EXPECT_EQ(std::string(file.toString()), "hello");
+  EXPECT_EQ(str(file.toString()), "hello");
 
   zuFixedMemoryStreamFile text("read me", 0);
   zuFixedMemoryStreamFile buffer("abc\0def", 7, 0);
   zuFixedMemoryStreamFile string(zuString("copied"), 0);
   zuMemoryStreamFile writeOnly(0, zuFileMode::eWrite, 0, 0, 0);
   char byte = 0;
-  const auto refuses = [](auto&& action) {
-    try {
-      action();
-    } catch (const zuExFull& error) {
-      return error.HasResId(zuMessageIds::kInvalidArgument) != 0;
-    }
-    return false;
-  };
-  EXPECT_TRUE(refuses([&] { text.Write("x", 1); }));
-  EXPECT_TRUE(refuses([&] { buffer.ChangeSize(zuFilePosition()); }));
-  EXPECT_TRUE(refuses([&] { string.Write("x", 1); }));
-  EXPECT_TRUE(refuses([&] { writeOnly.Read(&byte, 1); }));
-  EXPECT_TRUE(refuses([&] { file.PushTransformer(nullptr); }));
-  EXPECT_EQ(std::string(text.toString()), "read me");
+  constexpr unsigned short kRefused = zuMessageIds::kInvalidArgument;
+  EXPECT_EQ(thrown([&] { text.Write("x", 1); }).FirstResId(), kRefused);
+  EXPECT_EQ(thrown([&] { buffer.ChangeSize(zuFilePosition()); }).FirstResId(), kRefused);
+  EXPECT_EQ(thrown([&] { string.Write("x", 1); }).FirstResId(), kRefused);
+  EXPECT_EQ(thrown([&] { writeOnly.Read(&byte, 1); }).FirstResId(), kRefused);
+  EXPECT_EQ(thrown([&] { file.PushTransformer(nullptr); }).FirstResId(), kRefused);
+  EXPECT_EQ(str(text.toString()), "read me");
   EXPECT_EQ(buffer.Length(), 7u);
-  EXPECT_EQ(std::string(buffer.toString().operator const char*(), 7), std::string("abc\0def", 7));
-  EXPECT_EQ(std::string(string.toString()), "copied");
+  EXPECT_EQ(str(buffer.toString()), std::string("abc\0def", 7));
+  EXPECT_EQ(str(string.toString()), "copied");
   EXPECT_EQ(zuFixedMemoryStreamFile(static_cast<const char*>(nullptr), 0).Length(), 0u);
 
   char* lent = nullptr;
@@ -247,25 +244,23 @@ TEST(MemoryStreamTest, StreamFilesCheckAccessAndReportAllocation) {
   lent = nullptr;
 
   // The body of each form fails to be created; the stream file reports 16656.
-  const auto reportsAllocation = [](auto&& create) {
+  const auto allocationFails = [](auto&& create) {
     zu::internal::failStreamAllocationAfter(0);
-    try {
-      create();
-    } catch (const zuExFull& error) {
-      zu::internal::failStreamAllocationAfter(-1);
-      return error.HasResId(zuMessageIds::kStreamAllocation) != 0;
-    }
+    const unsigned short id = thrown(create).FirstResId();
     zu::internal::failStreamAllocationAfter(-1);
-    return false;
+    return id;
   };
-  EXPECT_TRUE(reportsAllocation([] { zuMemoryStreamFile(0, zuFileMode::eRead, 0, 0, 0); }));
-  EXPECT_TRUE(reportsAllocation([] { zuFixedMemoryStreamFile("x", 0); }));
-  EXPECT_TRUE(reportsAllocation([] { zuFixedMemoryStreamFile(zuString("x"), 0); }));
-  EXPECT_TRUE(
-      reportsAllocation([&] { zuFixedMemoryStreamFile(&lent, 0, 0, 0, 0, zuFileMode::eWrite); }));
+  constexpr unsigned short kNoBody = zuMessageIds::kStreamAllocation;
+  EXPECT_EQ(allocationFails([] { zuMemoryStreamFile(0, zuFileMode::eRead, 0, 0, 0); }), kNoBody);
+  EXPECT_EQ(allocationFails([] { zuFixedMemoryStreamFile("x", 0); }), kNoBody);
+  EXPECT_EQ(allocationFails([] { zuFixedMemoryStreamFile(zuString("x"), 0); }), kNoBody);
+  EXPECT_EQ(
+      allocationFails([&] { zuFixedMemoryStreamFile(&lent, 0, 0, 0, 0, zuFileMode::eWrite); }),
+      kNoBody);
   // The first block of the growable body fails instead of the body itself.
   zu::internal::failStreamAllocationAfter(1);
-  EXPECT_THROW(zuMemoryStreamFile(0, zuFileMode::eRead, 64, 0, 0), zuExFull);
+  EXPECT_EQ(thrown([] { zuMemoryStreamFile(0, zuFileMode::eRead, 64, 0, 0); }).FirstResId(),
+            kNoBody);
   zu::internal::failStreamAllocationAfter(-1);
 }
 
