@@ -25,15 +25,16 @@ std::string wholeEncoding(const std::string& bytes) {
   return zu::testing::str(Base64Encode(bytes.data(), static_cast<unsigned>(bytes.size()), 1));
 }
 
-// Reads `transformer` in requests of `size` until AtEof, checking that no
-// read writes past its request.
-std::string readAll(zuStreamFileTransformer& transformer, unsigned size) {
+// Reads `stream` (a transformer or a stream file) in requests of `size`
+// until AtEof, checking that no read writes past its request.
+template <class Stream>
+std::string readAll(Stream& stream, unsigned size) {
   std::string text;
   std::vector<char> buffer(size + 1);
   int reads = 0;
-  while (!transformer.AtEof()) {
+  while (!stream.AtEof()) {
     buffer[size] = '#';
-    const unsigned got = transformer.Read(buffer.data(), size);
+    const unsigned got = stream.Read(buffer.data(), size);
     EXPECT_EQ(buffer[size], '#') << "written past the request";
     EXPECT_LE(got, size);
     text.append(buffer.data(), got);
@@ -54,6 +55,12 @@ TEST(Base64StreamTransformerTest, EveryReadSizeGivesTheWholeEncoding) {
       encoder.Initialize(&body);
       ASSERT_EQ(readAll(encoder, size), expected) << count << " bytes, reads of " << size;
       ASSERT_EQ(encoder.Read(&size, 1), 0u) << "nothing after the end";
+
+      zuMemoryStreamFile file(0, zuFileMode::eReadWrite, 0, 0, 0);
+      file.Write(bytes.data(), static_cast<unsigned>(bytes.size()));
+      file.PushTransformer(new zuBase64StreamTransformer);
+      file.SetPosition(zuFilePosition());
+      ASSERT_EQ(readAll(file, size), expected) << count << " bytes, file reads of " << size;
     }
   }
 }
@@ -102,11 +109,22 @@ TEST(Base64StreamTransformerTest, RestartsAndForwards) {
   ASSERT_EQ(encoder.Read(text, 16), 4u);
   EXPECT_EQ(std::string(text, 4), "TWFu");
 
+  // With nothing beneath: no bytes either way, at the end, position 0.
   zuBase64StreamTransformer alone;
-  EXPECT_EQ(alone.Read(text, 16), 0u);
-  EXPECT_TRUE(alone.AtEof());
-  EXPECT_EQ(alone.GetPosition(), zuFilePosition());
-  EXPECT_EQ(alone.StreamType(), 0);
+  zuStreamFileTransformer plain;
+  for (zuStreamFileTransformer* link : {static_cast<zuStreamFileTransformer*>(&alone), &plain}) {
+    EXPECT_EQ(link->Read(text, 16), 0u);
+    EXPECT_EQ(link->Write(text, 16), 0u);
+    EXPECT_TRUE(link->AtEof());
+    EXPECT_EQ(link->GetPosition(), zuFilePosition());
+    EXPECT_EQ(link->StreamType(), 0);
+  }
+  plain.Initialize(&body);
+  EXPECT_EQ(plain.Next(), &body);
+  std::unique_ptr<zuStreamFileTransformer> plainCopy(plain.Clone());
+  EXPECT_EQ(plainCopy->Next(), nullptr);
+  plain.Finalize();
+  EXPECT_EQ(plain.Next(), nullptr);
 }
 
 }  // namespace

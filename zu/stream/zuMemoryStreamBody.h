@@ -48,10 +48,11 @@ class ZU_EXPORT zuMemoryStreamBody : public zuStreamFileTransformer {
 
   // Read and Write without the virtual call, for the stream files. Small
   // copies that fit are inline, so that a caller's small fixed-size pieces
-  // need no call at all; larger ones go to the C library's memcpy.
+  // need no call at all; larger ones go to the C library's memcpy, and
+  // empty ones (the block may still be null) out of line too.
   unsigned ReadBytes(void* buffer, unsigned size) {
     const uint32_t available = length_ - position_;  // position_ <= length_ always
-    if (size > kInlineCopy || size > available || buffer == nullptr) {
+    if (size - 1 >= kInlineCopy || size > available || buffer == nullptr) {
       return ReadOutOfLine(buffer, size);
     }
     std::memcpy(buffer, buffer_ + position_, size);
@@ -59,7 +60,7 @@ class ZU_EXPORT zuMemoryStreamBody : public zuStreamFileTransformer {
     return size;
   }
   unsigned WriteBytes(const void* data, unsigned size) {
-    if (size > kInlineCopy || size > capacity_ - position_ || data == nullptr) {
+    if (size - 1 >= kInlineCopy || size > capacity_ - position_ || data == nullptr) {
       return WriteOutOfLine(data, size);
     }
     std::memcpy(buffer_ + position_, data, size);
