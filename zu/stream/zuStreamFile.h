@@ -31,8 +31,8 @@ class ZU_EXPORT zuStreamFile {
   // Finalizes and deletes every transformer, top down.
   virtual ~zuStreamFile();
 
-  // Takes ownership of `transformer` and links it on top of the chain.
-  // Reports 16479 for null.
+  // Takes ownership of `transformer` (a `new` object in no other chain)
+  // and links it on top of the chain. Reports 16479 for null.
   void PushTransformer(zuStreamFileTransformer* transformer);
 
   // Reads up to `size` bytes from the top; returns how many were read, 0 at
