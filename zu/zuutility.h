@@ -111,5 +111,18 @@
 #include "zu/picture/zuPicture.h"
 
 
+// Memory streams, stream transformers and Base64
+#include "zu/stream/zuBase64.h"
+#include "zu/stream/zuBase64StreamTransformer.h"
+#include "zu/stream/zuFilePosition.h"
+#include "zu/stream/zuFixedMemoryStreamFile.h"
+#include "zu/stream/zuFixedMemoryStreamImpl.h"
+#include "zu/stream/zuMemoryStreamBody.h"
+#include "zu/stream/zuMemoryStreamFile.h"
+#include "zu/stream/zuMemoryStreamFileImpl.h"
+#include "zu/stream/zuStreamFile.h"
+#include "zu/stream/zuStreamFileTransformer.h"
+
+
 // Containers
 #include "zu/core/zuStorage.h"

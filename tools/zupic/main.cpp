@@ -5,6 +5,7 @@
 //   seq 1 1000000 | zupic format 'num{z,zzz,zz9}' --locale de_DE
 //   zupic parse 'num{z,zz9.99}' '1.234,50' --locale de_DE
 //   zupic serve --port 0
+//   zupic base64 encode < picture.png > picture.b64
 #include <cstdio>
 #include <cstring>
 #include <string>
@@ -21,6 +22,7 @@ constexpr const char* kUsage =
     "       zupic locales\n"
     "       zupic locale L\n"
     "       zupic serve [--port N] [--host ADDRESS]\n"
+    "       zupic base64 encode [--no-breaks] | zupic base64 decode\n"
     "       zupic --help | --version\n";
 
 constexpr const char* kHelp =
@@ -32,6 +34,11 @@ constexpr const char* kHelp =
     "  locale L                   shows the names, patterns and symbols of L\n"
     "  serve                      serves the playground page on 127.0.0.1:8080\n"
     "                             (zupic serve --help tells more)\n"
+    "  base64 encode              encodes standard input as Base64 in lines of\n"
+    "                             76 characters (--no-breaks: one line, no line\n"
+    "                             feed at the end)\n"
+    "  base64 decode              decodes Base64 from standard input (LF or CRLF\n"
+    "                             lines); invalid input is an error\n"
     "\n"
     "Without VALUE or TEXT, values are read from standard input, one a line.\n"
     "Canonical values: dates 2024-03-05, times 13:45:00[.250], date-times\n"
@@ -40,6 +47,7 @@ constexpr const char* kHelp =
     "Options:\n"
     "  --locale L   the locale (default: from LC_ALL, LC_MESSAGES or LANG,\n"
     "               else en_US)\n"
+    "  --no-breaks  base64 encode: no line breaks\n"
     "  --help       this text\n"
     "  --version    the version\n"
     "\n"
@@ -49,7 +57,8 @@ constexpr const char* kHelp =
     "Examples:\n"
     "  zupic format 'date{EEEE, D MMMM YYYY}' 2024-03-05 --locale fr_FR\n"
     "  zupic format 'num{z,zz9.99}' 1234.5 --locale de_DE\n"
-    "  zupic parse 'date.short{}' 3/5/24\n";
+    "  zupic parse 'date.short{}' 3/5/24\n"
+    "  zupic base64 encode < picture.png > picture.b64\n";
 
 int usageError(const char* message) {
   std::fprintf(stderr, "zupic: %s\n%s", message, kUsage);
@@ -70,6 +79,7 @@ int main(int argc, char** argv) {
   std::vector<std::string> words;
   std::string locale;
   bool localeGiven = false;
+  bool noBreaks = false;
   for (int i = 1; i < argc; ++i) {
     const std::string argument = argv[i];
     if (words.empty() && argument == "serve") {
@@ -90,6 +100,8 @@ int main(int argc, char** argv) {
     } else if (argument.rfind("--locale=", 0) == 0) {
       locale = argument.substr(9);
       localeGiven = true;
+    } else if (argument == "--no-breaks") {
+      noBreaks = true;
     } else if (argument == "--") {
       words.insert(words.end(), argv + i + 1, argv + argc);
       break;
@@ -108,6 +120,15 @@ int main(int argc, char** argv) {
     return zupic::runPicture(
         command == "format" ? zupic::Direction::kFormat : zupic::Direction::kParse, words[1],
         values, locale);
+  }
+  if (noBreaks && !(command == "base64" && words.size() > 1 && words[1] == "encode")) {
+    return usageError("--no-breaks applies to base64 encode only");
+  }
+  if (command == "base64") {
+    if (words.size() != 2 || (words[1] != "encode" && words[1] != "decode")) {
+      return usageError("base64 needs encode or decode");
+    }
+    return zupic::runBase64(words[1] == "encode", !noBreaks);
   }
   if (command == "locales") {
     if (words.size() != 1) return usageError("locales takes no argument");

@@ -68,5 +68,9 @@ int showLocale(const std::string& name);
 // zupic serve [--port N] [--host ADDRESS]: the playground page and its JSON
 // API until SIGINT or SIGTERM. `arguments` are those after "serve".
 int serve(const std::vector<std::string>& arguments);
+// Base64 from standard input to standard output: encoding (in lines of 76
+// characters and a final line feed, or one line without it), or decoding
+// (LF or CRLF lines; 1 with the library's message on invalid input).
+int runBase64(bool encoding, bool lineBreaks);
 
 }  // namespace zupic

@@ -89,6 +89,44 @@ if(NOT status EQUAL 0 OR NOT french MATCHES "janvier" OR NOT french MATCHES "dec
 endif()
 expect(NAME unknown_locale EXIT 1 ERR "unknown locale" ARGS locale xx_YY)
 
+# Base64 through standard input and output.
+expect(NAME base64_encode EXIT 0 OUT "TWFu\n" INPUT "Man" ARGS base64 encode)
+expect(NAME base64_encode_empty EXIT 0 OUT "" INPUT "" ARGS base64 encode)
+expect(NAME base64_encode_no_breaks EXIT 0 OUT "TWFuTWE=" INPUT "ManMa" ARGS base64 encode --no-breaks)
+string(REPEAT "0123456789" 12 text120)
+expect(NAME base64_encode_lines EXIT 0 INPUT "${text120}"
+       OUT "MDEyMzQ1Njc4OTAxMjM0NTY3ODkwMTIzNDU2Nzg5MDEyMzQ1Njc4OTAxMjM0NTY3ODkwMTIzNDU2\nNzg5MDEyMzQ1Njc4OTAxMjM0NTY3ODkwMTIzNDU2Nzg5MDEyMzQ1Njc4OTAxMjM0NTY3ODkwMTIz\nNDU2Nzg5\n"
+       ARGS base64 encode)
+expect(NAME base64_decode_crlf EXIT 0 OUT "ManMa" INPUT "TWFu\r\nTWE=\r\n" ARGS base64 decode)
+expect(NAME base64_decode_lines EXIT 0 OUT "${text120}"
+       INPUT "MDEyMzQ1Njc4OTAxMjM0NTY3ODkwMTIzNDU2Nzg5MDEyMzQ1Njc4OTAxMjM0NTY3ODkwMTIzNDU2\nNzg5MDEyMzQ1Njc4OTAxMjM0NTY3ODkwMTIzNDU2Nzg5MDEyMzQ1Njc4OTAxMjM0NTY3ODkwMTIz\nNDU2Nzg5\n"
+       ARGS base64 decode)
+expect(NAME base64_decode_invalid EXIT 1 ERR "error 16777: The text is not valid Base64 data"
+       INPUT "TW-u\n" ARGS base64 decode)
+expect(NAME base64_decode_dangling EXIT 1 ERR "error 16777" INPUT "TWFuTW==\n" ARGS base64 decode)
+# A binary file (zupic itself) against coreutils' base64, and back.
+find_program(COREUTILS_BASE64 base64)
+if(COREUTILS_BASE64)
+  execute_process(COMMAND ${COREUTILS_BASE64} INPUT_FILE ${ZUPIC}
+                  OUTPUT_FILE ${WORK_DIR}/zupic.coreutils.b64)
+  execute_process(COMMAND ${ZUPIC} base64 encode INPUT_FILE ${ZUPIC}
+                  OUTPUT_FILE ${WORK_DIR}/zupic.b64 RESULT_VARIABLE encoded)
+  execute_process(COMMAND ${ZUPIC} base64 decode INPUT_FILE ${WORK_DIR}/zupic.b64
+                  OUTPUT_FILE ${WORK_DIR}/zupic.decoded RESULT_VARIABLE decoded)
+  file(SHA256 ${WORK_DIR}/zupic.coreutils.b64 expected)
+  file(SHA256 ${WORK_DIR}/zupic.b64 actual)
+  file(SHA256 ${ZUPIC} original)
+  file(SHA256 ${WORK_DIR}/zupic.decoded back)
+  if(NOT encoded EQUAL 0 OR NOT decoded EQUAL 0 OR NOT expected STREQUAL actual
+     OR NOT original STREQUAL back)
+    message(SEND_ERROR "base64 of a binary file: exit ${encoded}/${decoded}, "
+                       "differs from coreutils or does not decode back")
+    math(EXPR failures "${failures} + 1")
+  endif()
+endif()
+expect(NAME base64_no_direction EXIT 2 ERR "encode or decode" ARGS base64)
+expect(NAME base64_no_breaks_decode EXIT 2 ERR "base64 encode only" ARGS base64 decode --no-breaks)
+
 # Usage.
 expect(NAME version EXIT 0 OUT "zupic ${VERSION}\n" ARGS --version)
 expect(NAME help EXIT 0 ARGS --help)

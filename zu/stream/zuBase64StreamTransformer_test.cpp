@@ -1,0 +1,130 @@
+#include "zu/stream/zuBase64StreamTransformer.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "zu/stream/zuBase64.h"
+#include "zu/stream/zuMemoryStreamFile.h"
+#include "zu/stream/zuMemoryStreamFileImpl.h"
+#include "zu/testing/zuTestText.h"
+
+namespace {
+
+std::string randomBytes(std::size_t count, unsigned seed) {
+  std::mt19937 random(seed);
+  std::string bytes(count, '\0');
+  for (char& byte : bytes) byte = static_cast<char>(random());
+  return bytes;
+}
+
+std::string wholeEncoding(const std::string& bytes) {
+  return zu::testing::str(Base64Encode(bytes.data(), static_cast<unsigned>(bytes.size()), 1));
+}
+
+// Reads `stream` (a transformer or a stream file) in requests of `size`
+// until AtEof, checking that no read writes past its request.
+template <class Stream>
+std::string readAll(Stream& stream, unsigned size) {
+  std::string text;
+  std::vector<char> buffer(size + 1);
+  int reads = 0;
+  while (!stream.AtEof()) {
+    buffer[size] = '#';
+    const unsigned got = stream.Read(buffer.data(), size);
+    EXPECT_EQ(buffer[size], '#') << "written past the request";
+    EXPECT_LE(got, size);
+    text.append(buffer.data(), got);
+    if (++reads > 100000) break;  // a transformer that never ends fails below
+  }
+  return text;
+}
+
+TEST(Base64StreamTransformerTest, EveryReadSizeGivesTheWholeEncoding) {
+  for (const std::size_t count : {0, 1, 2, 3, 56, 57, 58, 1000}) {
+    const std::string bytes = randomBytes(count, static_cast<unsigned>(count));
+    const std::string expected = wholeEncoding(bytes);
+    for (unsigned size = 1; size <= 254; ++size) {
+      zuMemoryStreamFileImpl body(0, 0);
+      body.Write(bytes.data(), static_cast<unsigned>(bytes.size()));
+      body.SetPosition(zuFilePosition());
+      zuBase64StreamTransformer encoder;
+      encoder.Initialize(&body);
+      ASSERT_EQ(readAll(encoder, size), expected) << count << " bytes, reads of " << size;
+      ASSERT_EQ(encoder.Read(&size, 1), 0u) << "nothing after the end";
+
+      zuMemoryStreamFile file(0, zuFileMode::eReadWrite, 0, 0, 0);
+      file.Write(bytes.data(), static_cast<unsigned>(bytes.size()));
+      file.PushTransformer(new zuBase64StreamTransformer);
+      file.SetPosition(zuFilePosition());
+      ASSERT_EQ(readAll(file, size), expected) << count << " bytes, file reads of " << size;
+    }
+  }
+}
+
+TEST(Base64StreamTransformerTest, OnAMemoryStreamFileToStringTwice) {
+  const std::string bytes = randomBytes(5000, 1);
+  zuMemoryStreamFile file(0, zuFileMode::eReadWrite, 0, 0, 0);
+  file.Write(bytes.data(), static_cast<unsigned>(bytes.size()));
+  file.PushTransformer(new zuBase64StreamTransformer);
+  file.SetPosition(zuFilePosition(10, zuFilePosition::eStart));
+  const std::string expected = wholeEncoding(bytes);
+  for (int pass = 0; pass < 2; ++pass) {
+    EXPECT_EQ(zu::testing::str(file.toString()), expected) << pass;
+  }
+  EXPECT_EQ(file.GetPosition(), zuFilePosition(10, zuFilePosition::eStart)) << "restored";
+  EXPECT_EQ(file.Length(), 5000u) << "the body's length";
+  EXPECT_EQ(std::string(static_cast<const char*>(file), 5000), bytes);
+  // Reading on from the restored position restarts the encoder there.
+  file.SetPosition(zuFilePosition());
+  char text[8];
+  ASSERT_EQ(file.Read(text, 8), 8u);
+  EXPECT_EQ(std::string(text, 8), expected.substr(0, 8));
+}
+
+TEST(Base64StreamTransformerTest, RestartsAndForwards) {
+  zuMemoryStreamFileImpl body(0, 0);
+  body.Write("Man is", 6);
+  body.SetPosition(zuFilePosition());
+  zuBase64StreamTransformer encoder;
+  encoder.Initialize(&body);
+  char text[16];
+  ASSERT_EQ(encoder.Read(text, 3), 3u);  // "TWF", "u" kept for the next read
+  EXPECT_FALSE(encoder.AtEof()) << "the spill still holds a character";
+  std::unique_ptr<zuStreamFileTransformer> copy(encoder.Clone());
+  EXPECT_EQ(copy->Next(), nullptr) << "a clone is not linked";
+  EXPECT_EQ(copy->Read(text, 16), 1u) << "but keeps the spill";
+  EXPECT_EQ(text[0], 'u');
+  encoder.SetPosition(zuFilePosition());
+  ASSERT_EQ(encoder.Read(text, 16), 8u);
+  EXPECT_EQ(std::string(text, 8), "TWFuIGlz");
+  EXPECT_TRUE(encoder.AtEof());
+  EXPECT_EQ(encoder.Write(" here", 5), 5u) << "writes pass down";
+  encoder.ChangeSize(zuFilePosition(3, zuFilePosition::eStart));
+  EXPECT_EQ(body.Length(), 3u);
+  encoder.SetPosition(zuFilePosition());
+  ASSERT_EQ(encoder.Read(text, 16), 4u);
+  EXPECT_EQ(std::string(text, 4), "TWFu");
+
+  // With nothing beneath: no bytes either way, at the end, position 0.
+  zuBase64StreamTransformer alone;
+  zuStreamFileTransformer plain;
+  for (zuStreamFileTransformer* link : {static_cast<zuStreamFileTransformer*>(&alone), &plain}) {
+    EXPECT_EQ(link->Read(text, 16), 0u);
+    EXPECT_EQ(link->Write(text, 16), 0u);
+    EXPECT_TRUE(link->AtEof());
+    EXPECT_EQ(link->GetPosition(), zuFilePosition());
+    EXPECT_EQ(link->StreamType(), 0);
+  }
+  plain.Initialize(&body);
+  EXPECT_EQ(plain.Next(), &body);
+  std::unique_ptr<zuStreamFileTransformer> plainCopy(plain.Clone());
+  EXPECT_EQ(plainCopy->Next(), nullptr);
+  plain.Finalize();
+  EXPECT_EQ(plain.Next(), nullptr);
+}
+
+}  // namespace

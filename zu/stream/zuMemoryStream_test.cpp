@@ -1,0 +1,267 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <random>
+#include <string>
+
+#include "zu/core/zuException.h"
+#include "zu/core/zuMessageIds.h"
+#include "zu/stream/internal/zuStreamAllocation.h"
+#include "zu/stream/zuFixedMemoryStreamFile.h"
+#include "zu/stream/zuMemoryStreamFile.h"
+#include "zu/testing/zuTestText.h"
+#include "zu/testing/zuThrown.h"
+
+namespace {
+
+using Base = zuFilePosition::PositionBase;
+using zu::testing::str;
+using zu::testing::thrown;
+
+std::string contents(const zuMemoryStreamFileImpl& body) {
+  return std::string(body.Data(), body.Length());
+}
+
+TEST(MemoryStreamTest, FilePositionsClampTo32Bits) {
+  const zuFilePosition start;
+  EXPECT_EQ(start.GetOffset(), 0);
+  EXPECT_EQ(start.GetBase(), zuFilePosition::eStart);
+  zuFilePosition position(1L << 40, zuFilePosition::eEnd);
+  EXPECT_EQ(position.GetOffset(), 2147483647);
+  position.SetOffset(-(1L << 40));
+  EXPECT_EQ(position.GetOffset(), -2147483647 - 1);
+  position.SetBase(zuFilePosition::eCurrent);
+  EXPECT_EQ(position.GetBase(), 1);
+  EXPECT_NE(position, start);
+  EXPECT_EQ(zuFilePosition(0, zuFilePosition::eStart), start);
+  EXPECT_EQ(zuFileMode::eReadWrite, zuFileMode::eRead | zuFileMode::eWrite);
+}
+
+TEST(MemoryStreamTest, GrowableBodyRoundsUpAndDoublesItsStep) {
+  zuMemoryStreamFileImpl body(0, 16);
+  struct Step {
+    unsigned write;
+    unsigned capacity;
+  };
+  const Step steps[] = {{16, 32}, {1, 32}, {16, 64}, {31, 64}, {1, 128}};
+  for (const Step& step : steps) {
+    body.Write(std::string(step.write, 'a').data(), step.write);
+    EXPECT_EQ(body.Capacity(), step.capacity) << body.Length();
+  }
+  zuMemoryStreamFileImpl defaultStep(0, 0);
+  defaultStep.Write("x", 1);
+  EXPECT_EQ(defaultStep.Capacity(), 1024u);
+
+  struct Move {
+    long offset;
+    Base base;
+    unsigned expected;
+  };
+  const Move moves[] = {{-5, zuFilePosition::eStart, 0},     {5, zuFilePosition::eEnd, 65},
+                        {-10, zuFilePosition::eCurrent, 55}, {3, zuFilePosition::eStart, 3},
+                        {2, zuFilePosition::eCurrent, 5},    {-1, zuFilePosition::eEnd, 64}};
+  for (const Move& move : moves) {
+    body.SetPosition(zuFilePosition(move.offset, move.base));
+    EXPECT_EQ(body.GetPosition().GetOffset(), long(move.expected)) << move.offset;
+  }
+  body.ChangeSize(zuFilePosition(10, zuFilePosition::eStart));
+  EXPECT_EQ(body.GetPosition().GetOffset(), 10) << "moved back to the new end";
+  EXPECT_TRUE(body.AtEof());
+  body.ChangeSize(zuFilePosition(4, zuFilePosition::eEnd));
+  EXPECT_EQ(contents(body), std::string(10, 'a') + std::string(4, '\0'));
+  body.ChangeSize(zuFilePosition(-20, zuFilePosition::eEnd));
+  EXPECT_EQ(body.Length(), 0u) << "a negative size is 0";
+}
+
+TEST(MemoryStreamTest, GrowableBodyCopiesDeepAndRefusesThePastLimit) {
+  zuMemoryStreamFileImpl body(4, 4);
+  body.Write("abcdef", 6);
+  body.SetPosition(zuFilePosition(2, zuFilePosition::eStart));
+  zuMemoryStreamFileImpl copy(body);
+  copy.Write("XY", 2);
+  EXPECT_EQ(contents(body), "abcdef");
+  EXPECT_EQ(contents(copy), "abXYef");
+  body = copy;
+  EXPECT_EQ(contents(body), "abXYef");
+  EXPECT_EQ(body.GetPosition().GetOffset(), 4);
+  std::unique_ptr<zuStreamFileTransformer> clone(body.Clone());
+  EXPECT_EQ(clone->GetPosition().GetOffset(), 4);
+  EXPECT_EQ(body.StreamType(), 0);
+
+  body.SetPosition(zuFilePosition(0, zuFilePosition::eEnd));
+  EXPECT_THROW(body.ChangeSize(zuFilePosition(2147483647, zuFilePosition::eCurrent)), zuExMemory);
+  EXPECT_THROW(body.Write("z", 0x7FFFFFFFu), zuExMemory);
+  zu::internal::failStreamAllocationAfter(0);
+  EXPECT_THROW(body.Write(std::string(100, 'z').data(), 100), zuExMemory);
+  zu::internal::failStreamAllocationAfter(0);
+  EXPECT_THROW(body = copy, zuExMemory);
+  zu::internal::failStreamAllocationAfter(-1);
+  EXPECT_EQ(contents(body), "abXYef") << "nothing changed";
+  EXPECT_EQ(body.GetPosition().GetOffset(), 6);
+  EXPECT_THROW(zuMemoryStreamFileImpl(0x80000000u, 0), zuExMemory);
+}
+
+TEST(MemoryStreamTest, FixedBodyMovesAndReportsTheNewBlock) {
+  char* block = new char[10];
+  std::memcpy(block, "0123456789", 10);
+  {
+    zuFixedMemoryStreamImpl body(&block, 10, 1024, ~0UL);
+    EXPECT_EQ(body.Length(), 10u) << "all ones means the capacity";
+    EXPECT_EQ(body.StreamType(), 1);
+    EXPECT_EQ(body.Clone(), nullptr);
+    body.Write("abcdefghijk", 11);
+    EXPECT_EQ(body.Capacity(), 1024u);
+    EXPECT_EQ(block, body.Data());
+    body.Write(std::string(2000, 'z').data(), 2000);
+    EXPECT_EQ(body.Capacity(), 2048u) << "ceil(2011 / 2048) * 2048";
+    EXPECT_EQ(block, body.Data());
+    EXPECT_EQ(std::string(block, 12), "abcdefghijkz");
+  }
+  delete[] block;
+
+  struct Lengths {
+    unsigned long length;
+    unsigned expected;
+  };
+  const Lengths lengths[] = {{4, 4}, {11, 10}, {0xFFFFFFFFUL, 10}, {0x1FFFFFFFFUL, 10}};
+  for (const Lengths& c : lengths) {
+    char* lent = new char[10];
+    zuFixedMemoryStreamImpl body(&lent, 10, 0, c.length);
+    EXPECT_EQ(body.Length(), c.expected) << c.length;
+    delete[] lent;
+  }
+
+  char plain[4] = {'a', 'b', 'c', 'd'};
+  zuFixedMemoryStreamImpl borrowed(plain, 4);
+  borrowed.SetPosition(zuFilePosition(0, zuFilePosition::eEnd));
+  borrowed.Write("ef", 2);  // copies into a block of its own
+  borrowed.Write(std::string(2000, 'g').data(), 2000);
+  EXPECT_EQ(std::string(borrowed.Data(), 6), "abcdef");
+  EXPECT_EQ(std::string(plain, 4), "abcd") << "the caller's buffer is left alone";
+  zu::internal::failStreamAllocationAfter(0);
+  EXPECT_THROW(borrowed.Write(std::string(5000, 'h').data(), 5000), zuExMemory);
+  zu::internal::failStreamAllocationAfter(-1);
+  EXPECT_EQ(borrowed.Length(), 2006u);
+}
+
+// Random writes, reads, moves and size changes on a body and on a
+// std::string model of it.
+template <class Body>
+void checkAgainstModel(Body& body, std::string model, char** callerPointer, unsigned seed) {
+  std::mt19937 random(seed);
+  std::size_t position = 0;
+  char buffer[300];
+  for (int step = 0; step < 100000; ++step) {
+    const unsigned size = random() % 300;
+    switch (random() % 4) {
+      case 0: {
+        for (unsigned i = 0; i < size; ++i) buffer[i] = static_cast<char>(random());
+        ASSERT_EQ(body.Write(buffer, size), size);
+        model.replace(position, std::min<std::size_t>(size, model.size() - position), buffer, size);
+        position += size;
+        break;
+      }
+      case 1: {
+        const unsigned got = body.Read(buffer, size);
+        ASSERT_EQ(got, std::min<std::size_t>(size, model.size() - position));
+        ASSERT_EQ(std::string(buffer, got), model.substr(position, got));
+        position += got;
+        break;
+      }
+      case 2: {
+        const auto base = static_cast<Base>(random() % 3);
+        const long offset = static_cast<long>(random() % 601) - 300;
+        const long from = base == 0 ? 0 : base == 1 ? long(position) : long(model.size());
+        body.SetPosition(zuFilePosition(offset, base));
+        position = std::clamp<long>(from + offset, 0, long(model.size()));
+        break;
+      }
+      default: {
+        const long length = std::max<long>(0, long(model.size()) + long(size) - 150);
+        body.ChangeSize(zuFilePosition(length, zuFilePosition::eStart));
+        model.resize(length, '\0');
+        position = std::min<std::size_t>(position, length);
+      }
+    }
+    ASSERT_EQ(body.GetPosition().GetOffset(), long(position));
+    ASSERT_EQ(body.Length(), model.size());
+    ASSERT_EQ(body.AtEof() != 0, position == model.size());
+    if (callerPointer != nullptr) {
+      ASSERT_EQ(*callerPointer, body.Data());
+    }
+  }
+  ASSERT_EQ(std::string(body.Data(), body.Length()), model);
+}
+
+TEST(MemoryStreamTest, BodiesMatchAStringModel) {
+  for (const unsigned step : {0u, 1u, 7u, 4096u}) {
+    zuMemoryStreamFileImpl growable(step, step);
+    checkAgainstModel(growable, "", nullptr, step);
+    char* lent = new char[step + 1];
+    std::memset(lent, 'q', step + 1);
+    {
+      zuFixedMemoryStreamImpl fixed(&lent, step + 1, step, ~0UL);
+      checkAgainstModel(fixed, std::string(step + 1, 'q'), &lent, step + 1);
+    }
+    delete[] lent;
+  }
+}
+
+TEST(MemoryStreamTest, StreamFilesCheckAccessAndReportAllocation) {
+  zuMemoryStreamFile file(0, zuFileMode::eReadWrite, 8, 8, 1);
+  EXPECT_EQ(file.Write("hello", 5), 5u);
+  EXPECT_EQ(file.Length(), 5u);
+  EXPECT_EQ(std::string(static_cast<const char*>(file), 5), "hello");
+  EXPECT_EQ(str(file.toString()), "hello");
+
+  zuFixedMemoryStreamFile text("read me", 0);
+  zuFixedMemoryStreamFile buffer("abc\0def", 7, 0);
+  zuFixedMemoryStreamFile string(zuString("copied"), 0);
+  zuMemoryStreamFile writeOnly(0, zuFileMode::eWrite, 0, 0, 0);
+  char byte = 0;
+  constexpr unsigned short kRefused = zuMessageIds::kInvalidArgument;
+  EXPECT_EQ(thrown([&] { text.Write("x", 1); }).FirstResId(), kRefused);
+  EXPECT_EQ(thrown([&] { buffer.ChangeSize(zuFilePosition()); }).FirstResId(), kRefused);
+  EXPECT_EQ(thrown([&] { string.Write("x", 1); }).FirstResId(), kRefused);
+  EXPECT_EQ(thrown([&] { writeOnly.Read(&byte, 1); }).FirstResId(), kRefused);
+  EXPECT_EQ(thrown([&] { file.PushTransformer(nullptr); }).FirstResId(), kRefused);
+  EXPECT_EQ(str(text.toString()), "read me");
+  EXPECT_EQ(buffer.Length(), 7u);
+  EXPECT_EQ(str(buffer.toString()), std::string("abc\0def", 7));
+  EXPECT_EQ(str(string.toString()), "copied");
+  EXPECT_EQ(zuFixedMemoryStreamFile(static_cast<const char*>(nullptr), 0).Length(), 0u);
+
+  char* lent = nullptr;
+  {
+    zuFixedMemoryStreamFile writer(&lent, 0, 256, 0, 0, zuFileMode::eReadWrite);
+    writer.Write("abc", 3);
+    EXPECT_EQ(lent, static_cast<const char*>(writer));
+  }
+  EXPECT_EQ(std::string(lent, 3), "abc");
+  delete[] lent;
+  lent = nullptr;
+
+  // The body of each form fails to be created; the stream file reports 16656.
+  const auto allocationFails = [](auto&& create) {
+    zu::internal::failStreamAllocationAfter(0);
+    const unsigned short id = thrown(create).FirstResId();
+    zu::internal::failStreamAllocationAfter(-1);
+    return id;
+  };
+  constexpr unsigned short kNoBody = zuMessageIds::kStreamAllocation;
+  EXPECT_EQ(allocationFails([] { zuMemoryStreamFile(0, zuFileMode::eRead, 0, 0, 0); }), kNoBody);
+  EXPECT_EQ(allocationFails([] { zuFixedMemoryStreamFile("x", 0); }), kNoBody);
+  EXPECT_EQ(allocationFails([] { zuFixedMemoryStreamFile(zuString("x"), 0); }), kNoBody);
+  EXPECT_EQ(
+      allocationFails([&] { zuFixedMemoryStreamFile(&lent, 0, 0, 0, 0, zuFileMode::eWrite); }),
+      kNoBody);
+  // The first block of the growable body fails instead of the body itself.
+  zu::internal::failStreamAllocationAfter(1);
+  EXPECT_EQ(thrown([] { zuMemoryStreamFile(0, zuFileMode::eRead, 64, 0, 0); }).FirstResId(),
+            kNoBody);
+  zu::internal::failStreamAllocationAfter(-1);
+}
+
+}  // namespace
