@@ -3,7 +3,7 @@
 # Usage: scripts/install-deps.sh [--fuzz]   (--fuzz adds clang and its runtime)
 set -euo pipefail
 
-packages=(cmake ninja-build g++ pkg-config libicu-dev libgtest-dev libgmock-dev libbenchmark-dev locales)
+packages=(cmake ninja-build g++ pkg-config libicu-dev libgtest-dev libgmock-dev libbenchmark-dev libspdlog-dev locales)
 if [[ "${1:-}" == "--fuzz" ]]; then
   packages+=(clang libclang-rt-14-dev)
 fi
