@@ -86,6 +86,8 @@ class ZU_EXPORT zuObjImpl : public zuObj {
   zuObjImpl& operator=(const zuObjImpl&) { return *this; }
 
  private:
+  friend class zuObjArrayListImpl;  // drops its elements' counts in one walk
+
   [[gnu::noinline]] static void releaseLast(zuObjImpl* body, int destroy);
 
   unsigned int refCount_ = 0;

@@ -121,12 +121,21 @@ int zuObjArrayListImpl::indexOf(const zuObjImpl* body) const {
 void zuObjArrayListImpl::clear() {
   if (items_ == nullptr) return;
   checkOwner();
-  // Elements leave one at a time from the end, so that a destructor that
-  // reaches this list sees only live elements.
-  while (count_ != 0) {
-    zuObjImpl* last = items_[--count_];
-    zuObjImpl::removeRef(last, 1);
+  // From the end. Before a body is destroyed the count drops to the
+  // elements still held, so that a destructor that reaches this list sees
+  // only live elements, and the walk goes on from whatever it left.
+  unsigned int index = count_;
+  while (index != 0) {
+    zuObjImpl* element = items_[--index];
+    if (element != nullptr && element->refCount_ > 1) {
+      --element->refCount_;
+      continue;
+    }
+    count_ = index;
+    zuObjImpl::removeRef(element, 1);
+    index = count_;
   }
+  count_ = 0;
   zuCacheManager::freeMemory(std::exchange(items_, nullptr));
   capacity_ = 0;
   increment_ = firstIncrement_;
@@ -150,7 +159,7 @@ zuObjImpl* zuObjArrayList::checkedAt(unsigned int index) const {
   return list->items_[index];
 }
 
-int zuObjArrayList::add(const zuObjWrap& element) {
+int zuObjArrayList::addGrowing(const zuObjWrap& element) {
   needBody().append(element.getImpl());
   return 1;
 }

@@ -130,7 +130,14 @@ class ZU_EXPORT zuObjArrayList : public zuObjWrap {
   }
 
   // Appends `element` (null allowed) and returns 1. Throws zuExMemory.
-  int add(const zuObjWrap& element);
+  int add(const zuObjWrap& element) {
+    zuObjArrayListImpl* list = body();
+    if (list == nullptr || list->count_ == list->capacity_) return addGrowing(element);
+    zuObjImpl* added = element.getImpl();
+    zuObjImpl::addRef(added);
+    list->items_[list->count_++] = added;
+    return 1;
+  }
   // Inserts `element` at `index` (at most the size; the size appends).
   // Beyond the size throws ZuExThrow(16984), list unchanged.
   void add(unsigned int index, const zuObjWrap& element);
@@ -165,6 +172,8 @@ class ZU_EXPORT zuObjArrayList : public zuObjWrap {
   // The body, made first when the handle has none.
   zuObjArrayListImpl& needBody();
   zuObjImpl* checkedAt(unsigned int index) const;
+  // add() when the list has no body or no room.
+  int addGrowing(const zuObjWrap& element);
 
   unsigned int initialCapacity_;
 };
