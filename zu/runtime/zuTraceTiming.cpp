@@ -179,9 +179,11 @@ void zuTraceHandler::stopSlot(TimingType type) {
   }
   TimingSlot* slot = slotOf(type);
   if (slot == nullptr || timingSwitch_.load(std::memory_order_relaxed) != kOn) return;
-  // Taking the mark out first makes two stops of one start count once.
-  const int64_t mark = slot->mark.exchange(0, std::memory_order_relaxed);
+  // Two threads stopping one slot at once may both count it: timers of
+  // different threads on one slot interfere anyway (the last start wins).
+  const int64_t mark = slot->mark.load(std::memory_order_relaxed);
   if (mark == 0) return;
+  slot->mark.store(0, std::memory_order_relaxed);
   const int64_t elapsed = zu::internal::timingClockMillis() - mark + kMarkOffset;
   slot->total.fetch_add(static_cast<uint32_t>(elapsed), std::memory_order_relaxed);
 }
