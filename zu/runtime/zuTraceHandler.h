@@ -279,6 +279,8 @@ class ZU_EXPORT zuTraceHandler {
   // Timer's slow paths: the first call reads the control file.
   static void startSlot(TimingType type);
   static void stopSlot(TimingType type);
+  // Reads the control file once; the switch afterwards.
+  [[gnu::cold, gnu::noinline]] static int readControlFirst();
 
   // Prints one message (and its amend line) to standard output.
   void emit(const zuString& name, unsigned int messageId, const zuString& text);

@@ -164,21 +164,24 @@ void rearmTimingControlForTesting() {
 
 // --- Timers ------------------------------------------------------------------------
 
+int zuTraceHandler::readControlFirst() {
+  Control::instance().readOnce(timingSwitch_);
+  return timingSwitch_.load(std::memory_order_relaxed);
+}
+
 void zuTraceHandler::startSlot(TimingType type) {
-  if (timingSwitch_.load(std::memory_order_relaxed) == kUnread) {
-    Control::instance().readOnce(timingSwitch_);
-  }
+  int state = timingSwitch_.load(std::memory_order_relaxed);
+  if (state == kUnread) [[unlikely]] state = readControlFirst();
   TimingSlot* slot = slotOf(type);
-  if (slot == nullptr || timingSwitch_.load(std::memory_order_relaxed) != kOn) return;
+  if (slot == nullptr || state != kOn) return;
   slot->mark.store(zu::internal::timingClockMillis() + kMarkOffset, std::memory_order_relaxed);
 }
 
 void zuTraceHandler::stopSlot(TimingType type) {
-  if (timingSwitch_.load(std::memory_order_relaxed) == kUnread) {
-    Control::instance().readOnce(timingSwitch_);
-  }
+  int state = timingSwitch_.load(std::memory_order_relaxed);
+  if (state == kUnread) [[unlikely]] state = readControlFirst();
   TimingSlot* slot = slotOf(type);
-  if (slot == nullptr || timingSwitch_.load(std::memory_order_relaxed) != kOn) return;
+  if (slot == nullptr || state != kOn) return;
   // Two threads stopping one slot at once may both count it: timers of
   // different threads on one slot interfere anyway (the last start wins).
   const int64_t mark = slot->mark.load(std::memory_order_relaxed);

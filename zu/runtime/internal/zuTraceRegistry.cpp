@@ -55,4 +55,9 @@ std::vector<TraceRegistry::Entry> TraceRegistry::unknownTo(
   return unknown;
 }
 
+void TraceRegistry::forgetActivatedNames() {
+  std::lock_guard<std::mutex> lock(mutex_);
+  activated_.clear();
+}
+
 }  // namespace zu::internal

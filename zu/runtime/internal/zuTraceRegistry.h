@@ -38,6 +38,9 @@ class TraceRegistry {
   // Every live trace's name and message id whose name `known` does not yet
   // hold (the first trace of each name).
   std::vector<Entry> unknownTo(const std::map<std::string, unsigned short, std::less<>>& known);
+  // Forgets every activated name (traces keep their flags). For fuzzing,
+  // which activates millions of names in one process.
+  void forgetActivatedNames();
 
  private:
   TraceRegistry() = default;
