@@ -16,6 +16,7 @@
 #include "zu/core/zuException.h"
 #include "zu/core/zuNewHandler.h"
 #include "zu/picture/zuPicture.h"
+#include "zu/testing/zuTestText.h"
 
 namespace {
 
@@ -112,7 +113,7 @@ TEST(zuPictureAllocationTest, EveryCategoryReportsRunningOutOfMemory) {
       int status = 0;
       const zuString out = c.parse ? zuPicture::parse(c.input, c.picture, "de_DE", &status)
                                    : zuPicture::format(c.input, c.picture, "de_DE", &status, 0);
-      return status == 1 && std::string(out, out.Length()) == c.expected;
+      return status == 1 && zu::testing::str(out) == c.expected;
     };
     int memoryFailures = 0;
     long failAt = 0;
