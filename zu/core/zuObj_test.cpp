@@ -118,8 +118,6 @@ class CountingIter : public zuAbstractObjIter {
   int hasNext() override { return 0; }
   zuObjWrap next() override { return zuObjWrap(); }
   void remove() override {}
-
- private:
   int& deleted_;
 };
 

@@ -73,22 +73,16 @@ TEST(zuTraceThreadedTest, ThirtyTwoThreadsPrintWholeLines) {
   std::rewind(captured);
   std::map<std::string, int> counts;  // "<name> <tracer>" -> lines
   const std::regex kLine(
-      "(mt-shared|mt-byname) +trace: mid=([0-9]+) +tid=([0-9]+) +msg: T([0-9]+) ([0-9]+)");
+      "(mt-shared|mt-byname) +trace: mid=([0-9]+) +tid=([0-9]+) +msg: T([0-9]+) ([0-9]+)\n");
   char buffer[512];
   int lines = 0;
-  while (std::fgets(buffer, sizeof buffer, captured) != nullptr) {
-    std::string text(buffer);
-    ASSERT_FALSE(text.empty());
-    ASSERT_EQ(text.back(), '\n') << text;
-    text.pop_back();
-    std::smatch match;
-    ASSERT_TRUE(std::regex_match(text, match, kLine)) << text;
+  for (std::cmatch match; std::fgets(buffer, sizeof buffer, captured) != nullptr; ++lines) {
+    ASSERT_TRUE(std::regex_match(buffer, match, kLine)) << buffer;
     const int tracer = std::stoi(match[4]);
     ASSERT_LT(tracer, kTracers);
-    EXPECT_EQ(std::stoul(match[3]), threadIds[tracer]) << text;
-    EXPECT_EQ(match[2], match[5]) << text;
+    EXPECT_EQ(std::stoul(match[3]), threadIds[tracer]) << buffer;
+    EXPECT_EQ(match[2], match[5]) << buffer;
     ++counts[match[1].str() + " " + match[4].str()];
-    ++lines;
   }
   std::fclose(captured);
   EXPECT_EQ(lines, 2 * kTracers * kMessages);
