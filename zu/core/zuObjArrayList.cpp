@@ -63,7 +63,8 @@ void zuObjArrayListImpl::grow(unsigned int minimum, unsigned int threadId) {
       std::min(kMaxItems, std::max<uint64_t>(minimum, uint64_t{capacity_} + increment_));
   const uint64_t bytes = wanted * sizeof(zuObjImpl*);
   unsigned int blockSize = static_cast<unsigned int>(bytes);
-  const auto maxSize = static_cast<unsigned int>(std::min<uint64_t>(bytes + kAcceptedSlack, UINT32_MAX));
+  const auto maxSize =
+      static_cast<unsigned int>(std::min<uint64_t>(bytes + kAcceptedSlack, UINT32_MAX));
   auto* items = static_cast<zuObjImpl**>(
       zuCacheManager::getCacheManager(0)->allocMemoryMin(blockSize, maxSize));
   if (count_ != 0) std::memcpy(items, items_, count_ * sizeof(zuObjImpl*));

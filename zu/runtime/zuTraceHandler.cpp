@@ -91,7 +91,8 @@ void zuTraceHandler::emit(const zuString& name, unsigned int messageId, const zu
   const zuTraceHandlerTLS* holder = zuTraceHandlerTLS::find(threadId_);
   if (holder != nullptr && holder->getAmendMsgCallback() != nullptr) {
     unsigned int amendedId = messageId;
-    const zuString amendment = holder->getAmendMsgCallback()(amendedId, holder->getAmendMsgContext());
+    const zuString amendment =
+        holder->getAmendMsgCallback()(amendedId, holder->getAmendMsgContext());
     if (!amendment.IsEmpty()) {
       line_.append("   trace: mid=");
       appendNumber(line_, amendedId);

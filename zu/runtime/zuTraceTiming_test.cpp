@@ -68,7 +68,9 @@ std::string report(const int (&totals)[9], bool nonZeroOnly) {
       "KDL_LAYOUT_ONLY_TIMING:   ", "KDL_SCRIPTS_ONLY_TIMING:  ", "KDL_OPEN_TIMING:          "};
   std::string text = "Timing results (ms):\n";
   for (int line = 0; line < 9; ++line) {
-    if (!nonZeroOnly || totals[line] != 0) text += kLabels[line] + std::to_string(totals[line]) + "\n";
+    if (!nonZeroOnly || totals[line] != 0) {
+      text += kLabels[line] + std::to_string(totals[line]) + "\n";
+    }
   }
   return text + "Timing results complete.\n\n";
 }
@@ -116,7 +118,8 @@ TEST_F(TimingTest, TimersCountExactlyOnlyWhileTimingIsOn) {
 }
 
 TEST_F(TimingTest, ReportsByteForByteToTheTimingLog) {
-  write("control", "timinglog=" + path("timing.log") + "\r\nscriptlog=" + path("script.log") + "\n");
+  write("control",
+        "timinglog=" + path("timing.log") + "\r\nscriptlog=" + path("script.log") + "\n");
   setenv("QTV_TRACE_CONTROL", path("control").c_str(), 1);
   Handler::Timer open(Handler::eOpenTiming);  // the first timing call reads the file
   EXPECT_EQ(Handler::timingTraceEnabled(), 1);

@@ -127,11 +127,10 @@ TEST(zuTraceHandlerTest, PrintsPaddedLinesWithTheAmendLine) {
   });
   const std::string padded = "tx" + std::string(25, ' ');  // to the longest name
   const char* kLine = "%s trace: mid=%-3u tid=%-3u msg: %s\n";
-  const std::string expected = line(kLine, padded, 42, "hello") + line(kLine, padded, 0, "p and q") +
-                               line(kLine, padded, 12, "by name") +
-                               line("%s   trace: mid=%-3u tid=%-3u msg: %s\n", "", 1012, "amended") +
-                               line(kLine, padded, 13, "odd: no amend line");
-  EXPECT_EQ(out, expected);
+  const char* kAmendLine = "%s   trace: mid=%-3u tid=%-3u msg: %s\n";
+  EXPECT_EQ(out, line(kLine, padded, 42, "hello") + line(kLine, padded, 0, "p and q") +
+                     line(kLine, padded, 12, "by name") + line(kAmendLine, "", 1012, "amended") +
+                     line(kLine, padded, 13, "odd: no amend line"));
   EXPECT_EQ(calls, 2);
 }
 

@@ -4,7 +4,6 @@
 #include <atomic>
 #include <cstdio>
 #include <map>
-#include <regex>
 #include <string>
 #include <thread>
 #include <vector>
@@ -72,17 +71,21 @@ TEST(zuTraceThreadedTest, ThirtyTwoThreadsPrintWholeLines) {
   close(saved);
   std::rewind(captured);
   std::map<std::string, int> counts;  // "<name> <tracer>" -> lines
-  const std::regex kLine(
-      "(mt-shared|mt-byname) +trace: mid=([0-9]+) +tid=([0-9]+) +msg: T([0-9]+) ([0-9]+)\n");
   char buffer[512];
   int lines = 0;
-  for (std::cmatch match; std::fgets(buffer, sizeof buffer, captured) != nullptr; ++lines) {
-    ASSERT_TRUE(std::regex_match(buffer, match, kLine)) << buffer;
-    const int tracer = std::stoi(match[4]);
-    ASSERT_LT(tracer, kTracers);
-    EXPECT_EQ(std::stoul(match[3]), threadIds[tracer]) << buffer;
-    EXPECT_EQ(match[2], match[5]) << buffer;
-    ++counts[match[1].str() + " " + match[4].str()];
+  for (; std::fgets(buffer, sizeof buffer, captured) != nullptr; ++lines) {
+    char name[64];
+    unsigned int messageId = 0, threadId = 0;
+    int tracer = 0, message = 0, consumed = 0;
+    ASSERT_EQ(std::sscanf(buffer, "%63s trace: mid=%u tid=%u msg: T%d %d%n", name, &messageId,
+                          &threadId, &tracer, &message, &consumed),
+              5)
+        << buffer;
+    ASSERT_STREQ(buffer + consumed, "\n") << buffer;  // one whole line
+    ASSERT_TRUE(tracer >= 0 && tracer < kTracers) << buffer;
+    EXPECT_EQ(threadId, threadIds[tracer]) << buffer;
+    EXPECT_EQ(messageId, static_cast<unsigned int>(message)) << buffer;
+    ++counts[std::string(name) + " " + std::to_string(tracer)];
   }
   std::fclose(captured);
   EXPECT_EQ(lines, 2 * kTracers * kMessages);

@@ -35,8 +35,8 @@ struct TraceControlSettings {
 struct TraceControlLine {
   enum Kind { eIgnored, eTimingLog, eNonZeroOnly, eScriptLog };
   Kind kind = eIgnored;
-  std::string name;          // eTimingLog, eScriptLog
-  bool nonZero = false;      // eNonZeroOnly: a digit other than 0
+  std::string name;      // eTimingLog, eScriptLog
+  bool nonZero = false;  // eNonZeroOnly: a digit other than 0
 };
 
 // One line, without its line feed and at most kTraceControlLineMax bytes

@@ -26,7 +26,7 @@ TEST(zuTraceControlTest, ReadsEachLineByItsKey) {
       {"timinglog=/tmp/nul\0tail"s, TraceControlLine::eTimingLog, "/tmp/nul", false},
       {"timinglog=", TraceControlLine::eIgnored, "", false},
       {"timinglog=  \r", TraceControlLine::eIgnored, "", false},
-      {" timinglog=/tmp/t", TraceControlLine::eIgnored, "", false},   // only at the start
+      {" timinglog=/tmp/t", TraceControlLine::eIgnored, "", false},  // only at the start
       {"TimingLog=/tmp/t", TraceControlLine::eIgnored, "", false},
       {"timinglog /tmp/t", TraceControlLine::eIgnored, "", false},
       {"nonZeroOnly=1", TraceControlLine::eNonZeroOnly, "", true},
