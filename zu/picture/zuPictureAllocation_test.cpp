@@ -39,6 +39,12 @@ extern "C" void* __wrap_malloc(size_t size) {
   return failThisAllocation() ? nullptr : __real_malloc(size);
 }
 
+#ifdef __SANITIZE_ADDRESS__
+// Memory from the operator new below is freed by the sanitizer's operator
+// delete, which would otherwise report a mismatch that is intended here.
+extern "C" const char* __asan_default_options() { return "alloc_dealloc_mismatch=0"; }
+#endif
+
 // A conforming operator new: a failure calls the new handler until it gives
 // up. (The runtime's operator delete frees with free(), which matches.)
 void* operator new(size_t size) {
