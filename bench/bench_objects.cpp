@@ -22,7 +22,31 @@ struct PlainBody {
   int value = 7;
 };
 
+// 1,000 distinct objects, made beforehand, appended to a new list.
 void appendOurs(benchmark::State& state) {
+  std::vector<zuObjWrap> bodies;
+  for (unsigned int index = 0; index < kElements; ++index) bodies.emplace_back(new Body);
+  for (auto _ : state) {
+    zuObjArrayList list;
+    for (const zuObjWrap& body : bodies) list.add(body);
+    benchmark::DoNotOptimize(list.getImpl());
+  }
+}
+
+void appendSharedPtr(benchmark::State& state) {
+  std::vector<std::shared_ptr<PlainBody>> bodies;
+  for (unsigned int index = 0; index < kElements; ++index) {
+    bodies.push_back(std::make_shared<PlainBody>());
+  }
+  for (auto _ : state) {
+    std::vector<std::shared_ptr<PlainBody>> list;
+    for (const auto& body : bodies) list.push_back(body);
+    benchmark::DoNotOptimize(list.data());
+  }
+}
+
+// One object appended 1,000 times: every count change hits the same word.
+void appendOneOurs(benchmark::State& state) {
   const zuObjWrap body(new Body);
   for (auto _ : state) {
     zuObjArrayList list;
@@ -31,7 +55,7 @@ void appendOurs(benchmark::State& state) {
   }
 }
 
-void appendSharedPtr(benchmark::State& state) {
+void appendOneSharedPtr(benchmark::State& state) {
   const auto body = std::make_shared<PlainBody>();
   for (auto _ : state) {
     std::vector<std::shared_ptr<PlainBody>> list;
@@ -127,6 +151,8 @@ void newReleaseMakeShared(benchmark::State& state) {
 
 BENCHMARK(appendOurs)->Name("ObjListAppend1000/ours");
 BENCHMARK(appendSharedPtr)->Name("ObjListAppend1000/vector_shared_ptr");
+BENCHMARK(appendOneOurs)->Name("ObjListAppendOne1000/ours");
+BENCHMARK(appendOneSharedPtr)->Name("ObjListAppendOne1000/vector_shared_ptr");
 BENCHMARK(iterateOursCopies)->Name("ObjListIterate1000/ours");
 BENCHMARK(iterateSharedPtrCopies)->Name("ObjListIterate1000/shared_ptr_copies");
 BENCHMARK(iterateOursInPlace)->Name("ObjListIterate1000InPlace/ours");
