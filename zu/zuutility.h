@@ -30,6 +30,12 @@
 #include "zu/core/zuNewHandler.h"
 
 
+// Trace and timing
+#include "zu/runtime/zuTrace.h"
+#include "zu/runtime/zuTraceHandler.h"
+#include "zu/runtime/zuTraceHandlerTLS.h"
+
+
 // Threads, synchronisation and thread-local storage
 #include "zu/runtime/zuEvent.h"
 #include "zu/runtime/zuMutex.h"
@@ -126,3 +132,10 @@
 
 // Containers
 #include "zu/core/zuStorage.h"
+
+
+// Objects and lists
+#include "zu/core/zuObj.h"
+#include "zu/core/zuObjArrayList.h"
+#include "zu/core/zuObjIter.h"
+#include "zu/core/zuObjWrap.h"

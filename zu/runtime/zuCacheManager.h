@@ -6,9 +6,11 @@
 // bytes, so it is freed by address alone. The caller's bytes are 8-byte
 // aligned. Pools hold about 50,000 bytes of blocks and are released as soon
 // as they are wholly free, and a list without pools leaves the manager. Two
-// things are held back from the heap: the areas of the last two released
-// pools, as spares for the pools made next (a string growing through block
-// sizes does not make the heap grow and shrink at every step), and the last
+// things are held back from the heap: the areas of the last three released
+// pools, as spares for the pools made next (a string or an object list
+// growing through block sizes does not make the heap grow and shrink at
+// every step: a list's growth has its old array, its new one and the list
+// parked before in flight at once), and the last
 // list whose only pool became wholly free, parked outside the manager's
 // lists with that pool, which the next request for its block size takes
 // back as it stands (a value formatted, its text dropped, the next value
@@ -160,7 +162,7 @@ class ZU_EXPORT zuCacheManager : public zuThreadStorage {
     void* memory = nullptr;
     std::size_t bytes = 0;
   };
-  static constexpr int kSpareAreas = 2;
+  static constexpr int kSpareAreas = 3;
   SpareArea spares_[kSpareAreas];
   // Removed lists kept for reuse, for the same reason as the spare areas.
   static constexpr std::size_t kSpareLists = 4;

@@ -1,0 +1,268 @@
+#include "zu/core/zuObjArrayList.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "zu/core/zuExAssert.h"
+#include "zu/core/zuException.h"
+#include "zu/runtime/zuThreadLocalStorage.h"
+
+namespace {
+
+int gLiveBodies = 0;
+
+class Body : public zuObjImpl {
+ public:
+  explicit Body(char name) : name_(name) { ++gLiveBodies; }
+  ~Body() override { --gLiveBodies; }
+  char name() const { return name_; }
+
+ private:
+  char name_;
+};
+
+// The list's elements as letters, "." for a null element.
+std::string contents(const zuObjArrayList& list) {
+  std::string text;
+  for (unsigned int index = 0; index < list.size(); ++index) {
+    const auto* body = static_cast<const Body*>(list.getIndexImpl(index, 0));
+    text += body != nullptr ? body->name() : '.';
+  }
+  return text;
+}
+
+struct Fixture {
+  zuObjWrap a{new Body('a')}, b{new Body('b')}, c{new Body('c')}, d{new Body('d')};
+  zuObjArrayList list;
+  Fixture() {
+    for (const zuObjWrap* element : {&a, &b, &c}) list.add(*element);
+  }
+};
+
+TEST(zuObjArrayListTest, OperationsOnAThreeElementList) {
+  using F = Fixture;
+  struct Case {
+    const char* what;
+    std::function<int(Fixture&)> operation;  // its result; -2 when it threw 16984
+    int result;
+    const char* after;
+  };
+  const Case cases[] = {
+      {"append", [](F& f) { return f.list.add(f.d); }, 1, "abcd"},
+      {"append null", [](F& f) { return f.list.add(zuObjWrap()); }, 1, "abc."},
+      {"insert front", [](F& f) { f.list.add(0, f.d); return 0; }, 0, "dabc"},
+      {"insert at size", [](F& f) { f.list.add(3, f.d); return 0; }, 0, "abcd"},
+      {"insert past size", [](F& f) { f.list.add(4, f.d); return 0; }, -2, "abc"},
+      {"checked get", [](F& f) { return f.list.get(5, 1).isNull(); }, -2, "abc"},
+      {"checked impl", [](F& f) { return f.list.getIndexImpl(3) != nullptr; }, -2, "abc"},
+      {"unchecked get", [](F& f) { return f.list.get(5, 0).isNull(); }, 1, "abc"},
+      {"unchecked impl", [](F& f) { return f.list.getIndexImpl(3, 0) == nullptr; }, 1, "abc"},
+      {"set returns old", [](F& f) { return f.list.set(1, f.d) == f.b; }, 1, "adc"},
+      {"set past size", [](F& f) { return f.list.set(3, f.d).isNull(); }, -2, "abc"},
+      {"set own element", [](F& f) { return f.list.set(0, f.list.get(0)) == f.a; }, 1, "abc"},
+      {"replace", [](F& f) { f.list.replace(2, zuObjWrap()); return 0; }, 0, "ab."},
+      {"replace past size", [](F& f) { f.list.replace(3, f.d); return 0; }, -2, "abc"},
+      {"remove index", [](F& f) { return f.list.remove(1u) == f.b; }, 1, "ac"},
+      {"remove past size", [](F& f) { return f.list.remove(7u).isNull(); }, 1, "abc"},
+      {"remove element", [](F& f) { return f.list.remove(f.c); }, 1, "ab"},
+      {"remove absent", [](F& f) { return f.list.remove(f.d); }, 0, "abc"},
+      {"removeAll ignores its argument", [](F& f) { return f.list.removeAll(zuObjArrayList()); },
+       1, ""},
+      {"removeAll empty", [](F& f) { f.list.clear(); return f.list.removeAll(f.list); }, 0, ""},
+      {"indexOf", [](F& f) { return f.list.indexOf(f.c); }, 2, "abc"},
+      {"indexOf equal body", [](F& f) { return f.list.indexOf(zuObjWrap(new Body('a'))); }, -1,
+       "abc"},
+      {"contains", [](F& f) { return f.list.contains(f.b) * 2 + f.list.contains(f.d); }, 2, "abc"},
+      {"extendSize", [](F& f) { f.list.extendSize(5); return 0; }, 0, "abc.."},
+      {"extendSize smaller", [](F& f) { f.list.extendSize(2); return 0; }, 0, "abc"},
+      {"clear", [](F& f) { f.list.clear(); return f.list.isEmpty(); }, 1, ""},
+      {"null found", [](F& f) { f.list.add(zuObjWrap()); return f.list.indexOf(zuObjWrap()); }, 3,
+       "abc."},
+  };
+  for (const Case& c : cases) {
+    gLiveBodies = 0;
+    {
+      Fixture f;
+      int result = -3;
+      try {
+        result = c.operation(f);
+      } catch (const zuExFull& error) {
+        result = error.HasResId(16984) ? -2 : -4;
+      }
+      EXPECT_EQ(result, c.result) << c.what;
+      EXPECT_EQ(contents(f.list), c.after) << c.what;
+      // Each body: the fixture's handle plus one per element.
+      for (const zuObjWrap* handle : {&f.a, &f.b, &f.c, &f.d}) {
+        unsigned int held = 1;
+        for (unsigned int index = 0; index < f.list.size(); ++index) {
+          held += f.list.getIndexImpl(index) == handle->getImpl() ? 1 : 0;
+        }
+        EXPECT_EQ(handle->getImpl()->getRefCount(), held) << c.what;
+      }
+    }
+    EXPECT_EQ(gLiveBodies, 0) << c.what;
+  }
+}
+
+TEST(zuObjArrayListTest, CopiesShareOneBodyAndCloneIsIndependent) {
+  const zuObjWrap a(new Body('a'));
+  zuObjArrayList list;
+  const zuObjArrayList early = list;  // taken before the body exists
+  list.add(a);
+  const zuObjArrayList alias = list;
+  list.add(a);
+  zuObjArrayList clone = list.clone();
+  clone.add(zuObjWrap());
+  EXPECT_EQ(early.size() * 100 + alias.size() * 10 + clone.size(), 23u);
+  EXPECT_EQ(a.getImpl()->getRefCount(), 5u);
+  EXPECT_EQ(alias, list);
+  EXPECT_NE(clone, list);
+  EXPECT_TRUE(zuObjArrayList().clone().isNull());
+}
+
+TEST(zuObjArrayListTest, GrowthTakesWholeBlocksAndDoublesTheIncrement) {
+  zuObjArrayList list(40);
+  list.add(zuObjWrap());
+  const auto* body = static_cast<const zuObjArrayListImpl*>(list.getImpl());
+  EXPECT_GE(body->capacity(), 40u);
+  EXPECT_LE(body->capacity(), 40u + 128u);  // a block of up to 1,024 bytes more
+  EXPECT_EQ(body->increment(), 80u);
+  EXPECT_EQ(body->ownerThreadId(), zuThreadLocalStorage::getThreadId());
+  unsigned int growths = 0;
+  unsigned int capacity = body->capacity();
+  for (unsigned int count = 1; count < 100000; ++count) {
+    if (body->capacity() != capacity) {
+      ++growths;
+      EXPECT_GE(body->capacity(), capacity + body->increment() / 2);
+      capacity = body->capacity();
+    }
+    list.add(zuObjWrap());
+  }
+  EXPECT_LE(growths, 12u);  // doubling, not a fixed step
+  EXPECT_THROW(list.ensureCapacity(1u << 29), zuExMemory);  // 2^32 bytes
+  EXPECT_EQ(list.size(), 100000u);
+  EXPECT_EQ(body->capacity(), capacity);
+  list.clear();
+  EXPECT_EQ(body->capacity() + body->increment(), 40u);  // the first increment again
+
+  zuObjArrayList small;
+  small.ensureCapacity(3);
+  EXPECT_GE(static_cast<const zuObjArrayListImpl*>(small.getImpl())->capacity(), 16u);
+}
+
+TEST(zuObjArrayListTest, GrowthOffTheOwnerThreadThrowsAssert) {
+  const unsigned int self = zuThreadLocalStorage::getThreadId();
+  zuObjWrap foreign(zuObjArrayListImpl::NEW(self + 1));
+  auto* body = static_cast<zuObjArrayListImpl*>(foreign.getImpl());
+  EXPECT_THROW(body->append(nullptr), zuExAssert);
+  EXPECT_EQ(body->size(), 0u);
+  zuObjArrayList list;
+  EXPECT_THROW(list.ensureCapacity(4, self + 1), zuExAssert);
+  EXPECT_EQ(static_cast<const zuObjArrayListImpl*>(list.getImpl())->capacity(), 0u);
+}
+
+// Random operations against a model, a vector of shared pointers to shadows
+// of the bodies: after each step the list holds the model's bodies, each
+// body's count equals its shadow's use count, and as many bodies as shadows
+// are alive.
+TEST(zuObjArrayListTest, RandomOperationsMatchAModel) {
+  struct Shadow {
+    zuObjImpl* body;  // not owned
+  };
+  constexpr int kSlots = 6;  // a seventh choice is the null element
+  gLiveBodies = 0;
+  int liveShadows = 0;
+  const auto shadowOf = [&liveShadows](const zuObjWrap& handle) {
+    ++liveShadows;
+    return std::shared_ptr<Shadow>(new Shadow{handle.getImpl()}, [&liveShadows](Shadow* shadow) {
+      --liveShadows;
+      delete shadow;
+    });
+  };
+  const auto bodyOf = [](const std::shared_ptr<Shadow>& shadow) {
+    return shadow ? shadow->body : nullptr;
+  };
+  std::vector<zuObjWrap> pool;
+  std::vector<std::shared_ptr<Shadow>> shadows;
+  for (int slot = 0; slot < kSlots; ++slot) {
+    pool.emplace_back(new Body('p'));
+    shadows.push_back(shadowOf(pool.back()));
+  }
+  std::mt19937 random(20240521);
+  zuObjArrayList list;
+  std::vector<std::shared_ptr<Shadow>> model;
+  for (int step = 0; step < 100000; ++step) {
+    const int slot = static_cast<int>(random() % (kSlots + 1));
+    const zuObjWrap element = slot < kSlots ? pool[slot] : zuObjWrap();
+    const std::shared_ptr<Shadow> shadow = slot < kSlots ? shadows[slot] : nullptr;
+    const auto size = static_cast<unsigned int>(model.size());
+    const auto index = static_cast<unsigned int>(random() % (size + 2));
+    const auto found = std::find(model.begin(), model.end(), shadow);
+    switch (size > 48 ? 4 : random() % 10) {  // past 48 elements only removals
+      case 0:
+      case 1:
+        EXPECT_EQ(list.add(element), 1);
+        model.push_back(shadow);
+        break;
+      case 2:
+        if (index > size) {
+          EXPECT_THROW(list.add(index, element), zuExFull);
+          break;
+        }
+        list.add(index, element);
+        model.insert(model.begin() + index, shadow);
+        break;
+      case 3:
+        if (index >= size) {
+          EXPECT_THROW(list.replace(index, element), zuExFull);
+          break;
+        }
+        EXPECT_EQ(list.set(index, element).getImpl(), bodyOf(model[index]));
+        model[index] = shadow;
+        break;
+      case 4:
+      case 5:
+        EXPECT_EQ(list.remove(index).getImpl(), index < size ? bodyOf(model[index]) : nullptr);
+        if (index < size) model.erase(model.begin() + index);
+        break;
+      case 6:
+        EXPECT_EQ(list.remove(element), found != model.end() ? 1 : 0);
+        if (found != model.end()) model.erase(found);
+        break;
+      case 7:
+        list.extendSize(size + 1);
+        model.push_back(nullptr);
+        if (random() % 20 == 0) {
+          list.clear();
+          model.clear();
+        }
+        break;
+      case 8:  // retires a pool body: it lives on while the list holds it
+        pool[slot % kSlots] = zuObjWrap(new Body('p'));
+        shadows[slot % kSlots] = shadowOf(pool[slot % kSlots]);
+        break;
+      default:
+        EXPECT_EQ(list.indexOf(element), found != model.end() ? found - model.begin() : -1);
+    }
+    ASSERT_EQ(list.size(), model.size()) << step;
+    for (unsigned int position = 0; position < model.size(); ++position) {
+      ASSERT_EQ(list.getIndexImpl(position), bodyOf(model[position])) << step;
+    }
+    ASSERT_EQ(gLiveBodies, liveShadows) << step;
+    for (int each = 0; each < kSlots; ++each) {
+      ASSERT_EQ(static_cast<long>(pool[each].getImpl()->getRefCount()), shadows[each].use_count())
+          << step;
+    }
+  }
+  list.clear();
+  pool.clear();
+  EXPECT_EQ(gLiveBodies, 0);
+}
+
+}  // namespace

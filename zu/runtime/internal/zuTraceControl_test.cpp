@@ -1,0 +1,73 @@
+#include "zu/runtime/internal/zuTraceControl.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+using zu::internal::parseTraceControl;
+using zu::internal::parseTraceControlLine;
+using zu::internal::TraceControlLine;
+
+TEST(zuTraceControlTest, ReadsEachLineByItsKey) {
+  using namespace std::string_literals;
+  struct Case {
+    std::string line;
+    TraceControlLine::Kind kind;
+    std::string name;
+    bool nonZero;
+  };
+  const Case cases[] = {
+      {"timinglog=/tmp/t.log", TraceControlLine::eTimingLog, "/tmp/t.log", false},
+      {"scriptlog= \t\v\f/tmp/s.log", TraceControlLine::eScriptLog, "/tmp/s.log", false},
+      {"timinglog=/tmp/a b", TraceControlLine::eTimingLog, "/tmp/a", false},
+      {"timinglog=/tmp/crlf\r", TraceControlLine::eTimingLog, "/tmp/crlf", false},
+      {"timinglog=/tmp/nul\0tail"s, TraceControlLine::eTimingLog, "/tmp/nul", false},
+      {"timinglog=", TraceControlLine::eIgnored, "", false},
+      {"timinglog=  \r", TraceControlLine::eIgnored, "", false},
+      {" timinglog=/tmp/t", TraceControlLine::eIgnored, "", false},  // only at the start
+      {"TimingLog=/tmp/t", TraceControlLine::eIgnored, "", false},
+      {"timinglog /tmp/t", TraceControlLine::eIgnored, "", false},
+      {"nonZeroOnly=1", TraceControlLine::eNonZeroOnly, "", true},
+      {"nonZeroOnly=0", TraceControlLine::eNonZeroOnly, "", false},
+      {"nonZeroOnly= \t-0007x", TraceControlLine::eNonZeroOnly, "", true},
+      {"nonZeroOnly=+0", TraceControlLine::eNonZeroOnly, "", false},
+      {"nonZeroOnly=99999999999999999999", TraceControlLine::eNonZeroOnly, "", true},
+      {"nonZeroOnly=00000000000000000000", TraceControlLine::eNonZeroOnly, "", false},
+      {"nonZeroOnly=", TraceControlLine::eIgnored, "", false},
+      {"nonZeroOnly=x1", TraceControlLine::eIgnored, "", false},
+      {"nonZeroOnly=- 1", TraceControlLine::eIgnored, "", false},
+      {"nonZeroOnly=+-1", TraceControlLine::eIgnored, "", false},
+      {"nonzeroonly=1", TraceControlLine::eIgnored, "", false},
+      {"", TraceControlLine::eIgnored, "", false},
+  };
+  for (const Case& c : cases) {
+    const TraceControlLine line = parseTraceControlLine(c.line);
+    EXPECT_EQ(line.kind, c.kind) << c.line;
+    EXPECT_EQ(line.name, c.name) << c.line;
+    EXPECT_EQ(line.nonZero, c.nonZero) << c.line;
+  }
+}
+
+TEST(zuTraceControlTest, ReadsAWholeFile) {
+  const std::string longName(1023 - 10, 'n');  // "timinglog=" + name: 1,023 bytes
+  const std::string file = "timinglog=/first\r\n"
+                           "nonZeroOnly=1\r\n"
+                           "scriptlog=" + std::string(1014, 's') + "\n" +  // 1,024: skipped
+                           "timinglog=" + longName + "\n"
+                           "unknown line\n"
+                           "timinglog=/second\n"
+                           "nonZeroOnly=2\n"
+                           "nonZeroOnly=0\n"
+                           "nonZeroOnly=nothing\n"
+                           "scriptlog=/script";  // no final line feed
+  const auto settings = parseTraceControl(file);
+  EXPECT_EQ(settings.timingLogs, (std::vector<std::string>{"/first", longName, "/second"}));
+  EXPECT_EQ(settings.scriptLogs, (std::vector<std::string>{"/script"}));
+  EXPECT_FALSE(settings.nonZeroOnly);  // the last number read was 0
+  EXPECT_TRUE(parseTraceControl("nonZeroOnly=0\nnonZeroOnly=3").nonZeroOnly);
+  EXPECT_TRUE(parseTraceControl("").timingLogs.empty());
+}
+
+}  // namespace
