@@ -1,0 +1,224 @@
+#include "zu/datetime/zuTime.h"
+
+#include <cstring>
+#include <type_traits>
+
+#include "zu/core/zuException.h"
+#include "zu/core/zuMessageIds.h"
+#include "zu/datetime/internal/zuClock.h"
+#include "zu/datetime/internal/zuDateFormats.h"
+
+using zu::internal::kTimeForms;
+
+static_assert(std::is_trivially_copyable_v<zuTime>, "a time copies as one word");
+
+namespace {
+
+// Units from the smallest up: milliseconds, seconds, minutes, hours.
+constexpr int64_t kBases[4] = {1000, 60, 60, 24};
+constexpr int kWidths[4] = {2, 2, 2, 3};  // hour, minute, second, millisecond
+constexpr const char kDelimiters[] = " ,./\\-_;:'";
+constexpr int64_t kMaxNumber = 2147483647;
+constexpr int kMaxTimeText = 24;
+
+// Writes `value` with at least `width` digits at `out`; returns the end.
+char* writeDigits(char* out, long value, int width) {
+  char digits[20];
+  int count = 0;
+  do {
+    digits[count++] = static_cast<char>('0' + value % 10);
+    value /= 10;
+  } while (value > 0);
+  for (int pad = count; pad < width; ++pad) *out++ = '0';
+  while (count > 0) *out++ = digits[--count];
+  return out;
+}
+
+bool isDelimiter(char byte) {
+  return byte != '\0' && std::strchr(kDelimiters, byte) != nullptr;
+}
+
+bool isDigit(char byte) {
+  return byte >= '0' && byte <= '9';
+}
+
+// Reads the ASCII digits at [begin, end) into `value`; false when they
+// make a number above 32 bits.
+bool readNumber(const char* begin, const char* end, int64_t& value) {
+  value = 0;
+  for (const char* at = begin; at < end; ++at) {
+    value = value * 10 + (*at - '0');
+    if (value > kMaxNumber) return false;
+  }
+  return true;
+}
+
+zuString marker(unsigned short id) {
+  zuString text;
+  if (!text.LoadResource(id)) text = zuString::EmptyString();
+  return text;
+}
+
+}  // namespace
+
+zuTime::zuTime() {
+  CurrentTime(1);
+}
+
+zuTime::zuTime(long hour, long minute, long second, long millisecond) {
+  Set(hour, minute, second, millisecond);
+}
+
+zuTime::zuTime(int64_t time, int local) {
+  Set(time, local);
+}
+
+zuTime::zuTime(const zuString& text) {
+  Parse(text);
+}
+
+void zuTime::Set(long hour, long minute, long second, long millisecond) {
+  if (hour < 0 || hour > 23) ZuExThrow(zuMessageIds::kInvalidHour);
+  if (minute < 0 || minute > 59) ZuExThrow(zuMessageIds::kInvalidMinute);
+  if (second < 0 || second > 59) ZuExThrow(zuMessageIds::kInvalidSecond);
+  if (millisecond < 0 || millisecond > 999) ZuExThrow(zuMessageIds::kInvalidMillisecond);
+  Store(hour, minute, second, millisecond);
+}
+
+void zuTime::Store(long hour, long minute, long second, long millisecond) {
+  time_ = static_cast<int32_t>(((hour * 100 + minute) * 100 + second) * 1000 + millisecond);
+}
+
+void zuTime::Set(int64_t time, int local) {
+  zu::internal::CalendarFields fields;
+  if (!zu::internal::breakDown(time, local != 0, fields)) ZuExThrow(zuMessageIds::kInvalidHour);
+  Set(fields.hour, fields.minute, fields.second, 0);
+}
+
+void zuTime::CurrentTime(int local) {
+  const zu::internal::CalendarFields now = zu::internal::readClock(local != 0);
+  Set(now.hour, now.minute, now.second, now.millisecond);
+}
+
+// --- Arithmetic ---------------------------------------------------------------
+
+void zuTime::CheckAmounts(long hours, long minutes, long seconds, long millis) {
+  if (hours < 0 || hours > kMaxHours) ZuExThrow(zuMessageIds::kInvalidHour);
+  if (minutes < 0 || minutes > kMaxMinutes) ZuExThrow(zuMessageIds::kInvalidMinute);
+  if (seconds < 0 || seconds > kMaxSeconds) ZuExThrow(zuMessageIds::kInvalidSecond);
+  if (millis < 0 || millis > kMaxMillis) ZuExThrow(zuMessageIds::kInvalidMillisecond);
+}
+
+long zuTime::Add(long hours, long minutes, long seconds, long millis) {
+  CheckAmounts(hours, minutes, seconds, millis);
+  int64_t fields[4] = {Millisec(), Second(), Minute(), Hour()};
+  const int64_t amounts[4] = {millis, seconds, minutes, hours};
+  int64_t carry = 0;
+  for (int unit = 0; unit < 4; ++unit) {
+    const int64_t total = carry + fields[unit] + amounts[unit];
+    fields[unit] = total % kBases[unit];
+    carry = total / kBases[unit];
+  }
+  Store(fields[3], fields[2], fields[1], fields[0]);
+  return static_cast<long>(carry);
+}
+
+long zuTime::Subtract(long hours, long minutes, long seconds, long millis) {
+  CheckAmounts(hours, minutes, seconds, millis);
+  int64_t fields[4] = {Millisec(), Second(), Minute(), Hour()};
+  const int64_t amounts[4] = {millis, seconds, minutes, hours};
+  int64_t borrow = 0;
+  for (int unit = 0; unit < 4; ++unit) {
+    const int64_t taken = borrow + amounts[unit];
+    const int64_t whole = taken / kBases[unit];
+    const int64_t rest = taken % kBases[unit];
+    if (rest <= fields[unit]) {
+      fields[unit] -= rest;
+      borrow = whole;
+    } else {
+      fields[unit] += kBases[unit] - rest;
+      borrow = whole + 1;
+    }
+  }
+  Store(fields[3], fields[2], fields[1], fields[0]);
+  return static_cast<long>(borrow);
+}
+
+int zuTime::Difference(const zuTime& other, long& hours, long& minutes, long& seconds,
+                       long& millis) const {
+  const int order = Compare(other);
+  zuTime later = order >= 0 ? *this : other;
+  const zuTime& earlier = order >= 0 ? other : *this;
+  later.Subtract(earlier.Hour(), earlier.Minute(), earlier.Second(), earlier.Millisec());
+  hours = later.Hour();
+  minutes = later.Minute();
+  seconds = later.Second();
+  millis = later.Millisec();
+  return order;
+}
+
+// --- Text -----------------------------------------------------------------------
+
+zuString zuTime::Format(zuTimeFmt fmt) const {
+  if (fmt < 0 || fmt >= zu::internal::kTimeFormCount) {
+    zuString digits;
+    digits.Number(static_cast<long>(time_));
+    return digits;
+  }
+  const zu::internal::TimeFormRow& form = kTimeForms[fmt];
+  long hour = Hour();
+  if (form.twelveHour && hour >= 13) hour -= 12;
+  const long values[4] = {hour, Minute(), Second(), Millisec()};
+  char text[kMaxTimeText];
+  char* end = writeDigits(text, values[0], form.padHour ? kWidths[0] : 1);
+  for (int field = 1; field < form.fields; ++field) {
+    if (form.separator != '\0') *end++ = form.separator;
+    end = writeDigits(end, values[field], kWidths[field]);
+  }
+  if (!form.twelveHour) return zuString::FromBytes(text, static_cast<unsigned int>(end - text));
+  *end++ = ' ';
+  const zuString dayHalf =
+      marker(Hour() <= 12 ? zuMessageIds::kMorningMarker : zuMessageIds::kAfternoonMarker);
+  const unsigned int length = static_cast<unsigned int>(end - text);
+  zuString out;
+  char* chars = out.ReAlloc(length + dayHalf.Length(), 0);
+  std::memcpy(chars, text, length);
+  std::memcpy(chars + length, static_cast<const char*>(dayHalf), dayHalf.Length());
+  out.SetLength(length + dayHalf.Length());
+  return out;
+}
+
+int zuTime::Parse(const zuString& text) {
+  int64_t fields[4] = {0, 0, 0, 0};  // hour, minute, second, millisecond
+  int filled = 0;
+  bool afternoon = false;
+  const char* const begin = text;
+  const char* const end = begin + text.Length();
+  const char* at = begin;
+  while (at < end) {
+    while (at < end && isDelimiter(*at)) ++at;
+    const char* const tokenStart = at;
+    while (at < end && !isDelimiter(*at)) ++at;
+    if (tokenStart == at) break;
+    const char* digitsEnd = tokenStart;
+    while (digitsEnd < at && isDigit(*digitsEnd)) ++digitsEnd;
+    int64_t number = 0;
+    if (digitsEnd > tokenStart && filled < 4) {
+      if (!readNumber(tokenStart, digitsEnd, number)) return 0;
+      fields[filled++] = number;
+    }
+    if (digitsEnd == at) continue;
+    // The first token that is not all digits is the last one read.
+    const zuString afternoonMarker = marker(zuMessageIds::kAfternoonMarker);
+    unsigned int foundAt = 0;
+    const unsigned int restStart = static_cast<unsigned int>(digitsEnd - begin);
+    afternoon = !afternoonMarker.IsEmpty() &&
+                text.FindNoCase(afternoonMarker, foundAt, restStart) != 0 &&
+                foundAt + afternoonMarker.Length() <= static_cast<unsigned int>(at - begin);
+    break;
+  }
+  if (afternoon && fields[0] < 12) fields[0] += 12;
+  Set(static_cast<long>(fields[0]), static_cast<long>(fields[1]), static_cast<long>(fields[2]),
+      static_cast<long>(fields[3]));
+  return 1;
+}
