@@ -116,6 +116,26 @@ Fields subtractBoth(Int year, Int monthIndex, Int day) {
   return shiftDays(year + wholeYears, month, day - 1);
 }
 
+// Add and Subtract on the fields of a date, in 64 bits when the amounts
+// allow it, else in 128. Kept out of line: the members keep their common
+// case small.
+[[gnu::noinline]] Fields addAmounts(long year, long month, long day, long years, long months,
+                                    long days, long carry) {
+  if (narrow(years) && narrow(months) && narrow(days) && narrow(carry)) {
+    return addForward<int64_t>(year + years, month + months, day + days + carry);
+  }
+  return addForward<Wide>(Wide{year} + years, Wide{month} + months, Wide{day} + days + carry);
+}
+
+[[gnu::noinline]] Fields subtractAmounts(long year, long month, long day, long years, long months,
+                                         long days, long borrow) {
+  if (narrow(years) && narrow(months) && narrow(days) && narrow(borrow)) {
+    return subtractBoth<int64_t>(year - years, month - 1 - months, day - days - borrow);
+  }
+  return subtractBoth<Wide>(Wide{year} - years, Wide{month} - 1 - months,
+                            Wide{day} - days - borrow);
+}
+
 // The rows of the Japanese era table.
 int japaneseEraCount() {
   static const int count = getAltEraTableCount(RnLocale("ja"));
@@ -305,7 +325,7 @@ int zuDate::LeapYear(long year) {
 
 long zuDate::DaysInMonth(long year, long month) {
   if (month < 1 || month > 12) return -1;
-  return zu::internal::daysInMonth(year, static_cast<int>(month));
+  return month == 2 && LeapYear(year) ? 29 : RnDate::monthDays[month - 1];
 }
 
 // --- Setting and reading ----------------------------------------------------------
@@ -367,24 +387,22 @@ const zuDate& zuDate::Subtract(long years, long months, long days) {
 }
 
 void zuDate::AddCarry(long years, long months, long days, long carry) {
-  Fields moved;
   if (narrow(years) && narrow(months) && narrow(days) && narrow(carry)) {
-    moved = addForward<int64_t>(Year() + years, Month() + months, Day() + days + carry);
-  } else {
-    moved =
-        addForward<Wide>(Wide{Year()} + years, Wide{Month()} + months, Wide{Day()} + days + carry);
+    const int64_t year = Year() + years;
+    const int64_t month = Month() + months;
+    const int64_t day = Day() + days + carry;
+    // Most sums need no carry: every month has a 28th.
+    if (year >= 0 && year <= kMaxYear && month >= 1 && month <= 12 && day >= 1 && day <= 28) {
+      Store(year, month, day);
+      return;
+    }
   }
+  const Fields moved = addAmounts(Year(), Month(), Day(), years, months, days, carry);
   Set(moved.year, moved.month, moved.day);
 }
 
 void zuDate::SubtractBorrow(long years, long months, long days, long borrow) {
-  Fields moved;
-  if (narrow(years) && narrow(months) && narrow(days) && narrow(borrow)) {
-    moved = subtractBoth<int64_t>(Year() - years, Month() - 1 - months, Day() - days - borrow);
-  } else {
-    moved = subtractBoth<Wide>(Wide{Year()} - years, Wide{Month()} - 1 - months,
-                               Wide{Day()} - days - borrow);
-  }
+  const Fields moved = subtractAmounts(Year(), Month(), Day(), years, months, days, borrow);
   Set(moved.year, moved.month, moved.day);
 }
 

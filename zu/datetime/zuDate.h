@@ -168,10 +168,24 @@ class ZU_EXPORT zuDate {
   const zuDate& Subtract(long years, long months, long days);
 
   // Add(0, 0, days), Add(0, 0, 1), Subtract(0, 0, days), Subtract(0, 0, 1).
+  // Stepping within the 1st to the 28th, which every month has, moves the
+  // packed value by one without a call.
   const zuDate& operator+=(long days) { return Add(0, 0, days); }
-  const zuDate& operator++() { return Add(0, 0, 1); }
+  const zuDate& operator++() {
+    if (date_ > 0 && date_ % 100 < 28) {
+      ++date_;
+      return *this;
+    }
+    return Add(0, 0, 1);
+  }
   const zuDate& operator-=(long days) { return Subtract(0, 0, days); }
-  const zuDate& operator--() { return Subtract(0, 0, 1); }
+  const zuDate& operator--() {
+    if (date_ > 0 && date_ % 100 > 1) {
+      --date_;
+      return *this;
+    }
+    return Subtract(0, 0, 1);
+  }
   // A copy moved by `days` as += and -= move it. Throws as they do.
   zuDate operator+(long days) const;
   zuDate operator-(long days) const;

@@ -1,8 +1,10 @@
 #include "zu/datetime/zuTime.h"
 
+#include <array>
 #include <cstring>
 #include <type_traits>
 
+#include "zu/core/internal/zuMessageLookup.h"
 #include "zu/core/zuException.h"
 #include "zu/core/zuMessageIds.h"
 #include "zu/datetime/internal/zuClock.h"
@@ -16,47 +18,34 @@ namespace {
 
 // Units from the smallest up: milliseconds, seconds, minutes, hours.
 constexpr int64_t kBases[4] = {1000, 60, 60, 24};
-constexpr int kWidths[4] = {2, 2, 2, 3};  // hour, minute, second, millisecond
-constexpr const char kDelimiters[] = " ,./\\-_;:'";
+constexpr int kMaxTimeText = 16;
 constexpr int64_t kMaxNumber = 2147483647;
-constexpr int kMaxTimeText = 24;
 
-// Writes `value` with at least `width` digits at `out`; returns the end.
-char* writeDigits(char* out, long value, int width) {
-  char digits[20];
-  int count = 0;
-  do {
-    digits[count++] = static_cast<char>('0' + value % 10);
-    value /= 10;
-  } while (value > 0);
-  for (int pad = count; pad < width; ++pad) *out++ = '0';
-  while (count > 0) *out++ = digits[--count];
-  return out;
-}
+// Bytes of the text as Parse sees them.
+enum CharClass : uint8_t { kOther, kDelimiter, kDigit };
 
-bool isDelimiter(char byte) {
-  return byte != '\0' && std::strchr(kDelimiters, byte) != nullptr;
-}
-
-bool isDigit(char byte) {
-  return byte >= '0' && byte <= '9';
-}
-
-// Reads the ASCII digits at [begin, end) into `value`; false when they
-// make a number above 32 bits.
-bool readNumber(const char* begin, const char* end, int64_t& value) {
-  value = 0;
-  for (const char* at = begin; at < end; ++at) {
-    value = value * 10 + (*at - '0');
-    if (value > kMaxNumber) return false;
+constexpr std::array<uint8_t, 256> makeCharClasses() {
+  std::array<uint8_t, 256> classes{};
+  for (const char delimiter : {' ', ',', '.', '/', '\\', '-', '_', ';', ':', '\''}) {
+    classes[static_cast<unsigned char>(delimiter)] = kDelimiter;
   }
-  return true;
+  for (int digit = '0'; digit <= '9'; ++digit) classes[digit] = kDigit;
+  return classes;
 }
 
-zuString marker(unsigned short id) {
-  zuString text;
-  if (!text.LoadResource(id)) text = zuString::EmptyString();
-  return text;
+constexpr std::array<uint8_t, 256> kCharClasses = makeCharClasses();
+
+uint8_t classOf(const char* at) {
+  return kCharClasses[static_cast<unsigned char>(*at)];
+}
+
+// Writes `value` (0..999) with `width` digits, or with as many as it needs
+// when `width` is 0.
+char* writeDigits(char* out, int value, int width) {
+  if (width == 3 || value >= 100) *out++ = static_cast<char>('0' + value / 100);
+  if (width >= 2 || value >= 10) *out++ = static_cast<char>('0' + value / 10 % 10);
+  *out++ = static_cast<char>('0' + value % 10);
+  return out;
 }
 
 }  // namespace
@@ -166,19 +155,20 @@ zuString zuTime::Format(zuTimeFmt fmt) const {
     return digits;
   }
   const zu::internal::TimeFormRow& form = kTimeForms[fmt];
-  long hour = Hour();
-  if (form.twelveHour && hour >= 13) hour -= 12;
-  const long values[4] = {hour, Minute(), Second(), Millisec()};
+  const int hour = time_ / 10000000;
+  const int fields[4] = {form.twelveHour && hour >= 13 ? hour - 12 : hour, time_ / 100000 % 100,
+                         time_ / 1000 % 100, time_ % 1000};
   char text[kMaxTimeText];
-  char* end = writeDigits(text, values[0], form.padHour ? kWidths[0] : 1);
+  char* end = writeDigits(text, fields[0], form.padHour ? 2 : 0);
   for (int field = 1; field < form.fields; ++field) {
     if (form.separator != '\0') *end++ = form.separator;
-    end = writeDigits(end, values[field], kWidths[field]);
+    end = writeDigits(end, fields[field], field == 3 ? 3 : 2);
   }
   if (!form.twelveHour) return zuString::FromBytes(text, static_cast<unsigned int>(end - text));
   *end++ = ' ';
-  const zuString dayHalf =
-      marker(Hour() <= 12 ? zuMessageIds::kMorningMarker : zuMessageIds::kAfternoonMarker);
+  zuString dayHalf;
+  zu::internal::loadMessage(
+      hour <= 12 ? zuMessageIds::kMorningMarker : zuMessageIds::kAfternoonMarker, dayHalf);
   const unsigned int length = static_cast<unsigned int>(end - text);
   zuString out;
   char* chars = out.ReAlloc(length + dayHalf.Length(), 0);
@@ -194,27 +184,30 @@ int zuTime::Parse(const zuString& text) {
   bool afternoon = false;
   const char* const begin = text;
   const char* const end = begin + text.Length();
-  const char* at = begin;
-  while (at < end) {
-    while (at < end && isDelimiter(*at)) ++at;
-    const char* const tokenStart = at;
-    while (at < end && !isDelimiter(*at)) ++at;
-    if (tokenStart == at) break;
-    const char* digitsEnd = tokenStart;
-    while (digitsEnd < at && isDigit(*digitsEnd)) ++digitsEnd;
+  for (const char* at = begin; at < end;) {
+    if (classOf(at) == kDelimiter) {
+      ++at;
+      continue;
+    }
+    // A token: its leading digits, then whatever else it holds.
     int64_t number = 0;
-    if (digitsEnd > tokenStart && filled < 4) {
-      if (!readNumber(tokenStart, digitsEnd, number)) return 0;
+    const char* const digits = at;
+    for (; at < end && classOf(at) == kDigit; ++at) {
+      if (number <= kMaxNumber) number = number * 10 + (*at - '0');
+    }
+    if (at > digits && filled < 4) {
+      if (number > kMaxNumber) return 0;  // past 32 bits
       fields[filled++] = number;
     }
-    if (digitsEnd == at) continue;
+    if (at == end || classOf(at) == kDelimiter) continue;
     // The first token that is not all digits is the last one read.
-    const zuString afternoonMarker = marker(zuMessageIds::kAfternoonMarker);
+    const char* tokenEnd = at;
+    while (tokenEnd < end && classOf(tokenEnd) != kDelimiter) ++tokenEnd;
+    zuString afternoonMarker;
     unsigned int foundAt = 0;
-    const unsigned int restStart = static_cast<unsigned int>(digitsEnd - begin);
-    afternoon = !afternoonMarker.IsEmpty() &&
-                text.FindNoCase(afternoonMarker, foundAt, restStart) != 0 &&
-                foundAt + afternoonMarker.Length() <= static_cast<unsigned int>(at - begin);
+    afternoon = zu::internal::loadMessage(zuMessageIds::kAfternoonMarker, afternoonMarker) &&
+                text.FindNoCase(afternoonMarker, foundAt, static_cast<unsigned int>(at - begin)) &&
+                foundAt + afternoonMarker.Length() <= static_cast<unsigned int>(tokenEnd - begin);
     break;
   }
   if (afternoon && fields[0] < 12) fields[0] += 12;
