@@ -1,19 +1,12 @@
 // zupic format / zupic parse: values through a picture clause, one a line.
 #include <cstdio>
-#include <cstdlib>
 
 #include "tools/zupic/zupicCommands.h"
-#include "zu/core/zuExErrItem.h"
-#include "zu/core/zuException.h"
 #include "zu/picture/zuPicture.h"
 
 namespace zupic {
 
 namespace {
-
-// Output is written in large blocks: piping millions of values through the
-// tool must not cost a system call per line.
-constexpr size_t kOutputBuffer = 1 << 20;
 
 class PictureRunner {
  public:
@@ -25,8 +18,8 @@ class PictureRunner {
   // Writes the result of one value; false when it did not match.
   bool run(const char* value, size_t length) {
     const zuString text(value, static_cast<unsigned int>(length));
-    int status = 1;  // stays 1 in the early exits, which return the value itself
-    try {
+    const bool matched = reportErrors([&] {
+      int status = 1;  // stays 1 in the early exits, which return the value itself
       const zuString result = direction_ == Direction::kFormat
                                   ? zuPicture::format(text, picture_, locale_, &status, 0)
                                   : zuPicture::parse(text, picture_, locale_, &status);
@@ -36,25 +29,13 @@ class PictureRunner {
       }
       std::fprintf(stderr, "zupic: \"%.*s\" does not match the picture\n", static_cast<int>(length),
                    value);
-    } catch (zuExFull& error) {
-      error.Resolve();
-      std::fprintf(stderr, "zupic: error %u: %s\n", static_cast<unsigned>(error.FirstResId()),
-                   static_cast<const char*>(error[0].Text()));
-    } catch (zuException& error) {
-      const zuExErrItem& item = error[0];
-      std::fprintf(stderr, "zupic: error %u: %s\n", static_cast<unsigned>(item.ResId()),
-                   static_cast<const char*>(item.Text()));
-    }
-    writeLine("", 0);
-    return false;
+      return false;
+    });
+    if (!matched) writeLine("", 0);
+    return matched;
   }
 
  private:
-  static void writeLine(const char* text, size_t length) {
-    std::fwrite(text, 1, length, stdout);
-    std::fputc('\n', stdout);
-  }
-
   Direction direction_;
   zuString picture_;
   zuString locale_;
@@ -69,24 +50,11 @@ int runPicture(Direction direction, const std::string& picture,
     std::fprintf(stderr, "zupic: the picture ends inside a quoted literal\n");
     return kUsage;
   }
-  static char buffer[kOutputBuffer];
-  std::setvbuf(stdout, buffer, _IOFBF, sizeof buffer);
   PictureRunner runner(direction, picture, locale);
-  bool allMatched = true;
-  if (!values.empty()) {
-    for (const std::string& value : values) allMatched &= runner.run(value.c_str(), value.size());
-  } else {
-    char* line = nullptr;
-    size_t capacity = 0;
-    ssize_t length = 0;
-    while ((length = getline(&line, &capacity, stdin)) >= 0) {
-      while (length > 0 && (line[length - 1] == '\n' || line[length - 1] == '\r')) --length;
-      allMatched &= runner.run(line, static_cast<size_t>(length));
-    }
-    std::free(line);
-  }
-  std::fflush(stdout);
-  return allMatched ? kOk : kNoMatch;
+  return forEachValue(values,
+                      [&](const char* value, size_t length) { return runner.run(value, length); })
+             ? kOk
+             : kNoMatch;
 }
 
 }  // namespace zupic
