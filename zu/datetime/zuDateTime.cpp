@@ -5,12 +5,8 @@
 #include "zu/core/zuException.h"
 #include "zu/core/zuMessageIds.h"
 #include "zu/datetime/internal/zuClock.h"
-#include "zu/picture/internal/RnCivilDays.h"
 
 namespace {
-
-constexpr int64_t kUnixEpochDay = zu::internal::daysFromCivil(1970, 1, 1);
-constexpr int64_t kSecondsPerDay = 86400;
 
 std::atomic<int> gFormatAsLocal{0};
 
@@ -104,14 +100,18 @@ zuString zuDateTime::Format(zuDate::zuDateFmt dateFmt, zuTime::zuTimeFmt timeFmt
   zuDate date(date_);
   zuTime time(time_);
   if (asLocal != 0 && date_.date_ != 0) {
-    const int64_t days = zu::internal::daysFromCivil(date_.Year(), static_cast<int>(date_.Month()),
-                                                     static_cast<int>(date_.Day()));
-    const int64_t utc = (days - kUnixEpochDay) * kSecondsPerDay + time_.TotalSeconds();
+    const zu::internal::CalendarFields utc{date_.Year(),
+                                           static_cast<int>(date_.Month()),
+                                           static_cast<int>(date_.Day()),
+                                           static_cast<int>(time_.Hour()),
+                                           static_cast<int>(time_.Minute()),
+                                           static_cast<int>(time_.Second()),
+                                           static_cast<int>(time_.Millisec())};
     zu::internal::CalendarFields local;
-    if (zu::internal::breakDown(utc, true, local) && local.year >= 0 &&
+    if (zu::internal::universalToLocal(utc, local) && local.year >= 0 &&
         local.year <= zuDate::kMaxYear) {
       date.Set(local.year, local.month, local.day);
-      time.Set(local.hour, local.minute, local.second, time_.Millisec());
+      time.Set(local.hour, local.minute, local.second, local.millisecond);
     }
   }
   const zuString dateText = date.Format(dateFmt);

@@ -155,16 +155,19 @@ TEST(zuDateTimeTest, LocalDisplayAgreesWithIcuZonesHourly) {
     const Millis last{sys_days{year{2022} / 12 / 31}};
     int64_t step = 0;
     for (Millis instant = first; instant <= last; instant += hours{1}, ++step) {
-      const Millis stamp = instant + milliseconds{step % 1000};
+      const Millis moment = instant + milliseconds{step % 1000};
       int32_t raw = 0, daylight = 0;
       UErrorCode status = U_ZERO_ERROR;
-      icuZone->getOffset(static_cast<UDate>(stamp.time_since_epoch().count()), false, raw, daylight,
-                         status);
+      icuZone->getOffset(static_cast<UDate>(moment.time_since_epoch().count()), false, raw,
+                         daylight, status);
       ASSERT_TRUE(U_SUCCESS(status));
-      const zuDateTime value = valueAt(stamp);
+      const zuDateTime value = valueAt(moment);
       ASSERT_EQ(str(value.FormatAsLocal(zuDate::ISO_EXTENDED, zuTime::HH_MM_SS_FFF, 0)),
-                text(stamp + milliseconds{raw + daylight}))
-          << zone << " " << text(stamp);
+                text(moment + milliseconds{raw + daylight}))
+          << zone << " " << text(moment);
+      const int64_t seconds = instant.time_since_epoch().count() / 1000;
+      ASSERT_EQ(stamp(zuDateTime(seconds, 1)), stamp(instant + milliseconds{raw + daylight}))
+          << zone << " " << text(instant);
     }
   }
   ScopedTimeZone kolkata("Asia/Kolkata");

@@ -50,4 +50,21 @@ bool breakDown(int64_t seconds, bool local, CalendarFields& out) {
   return true;
 }
 
+bool universalToLocal(const CalendarFields& utc, CalendarFields& local) {
+  std::tm broken{};
+  broken.tm_year = static_cast<int>(utc.year - 1900);
+  broken.tm_mon = utc.month - 1;
+  broken.tm_mday = utc.day;
+  broken.tm_hour = utc.hour;
+  broken.tm_min = utc.minute;
+  broken.tm_sec = utc.second;
+  const std::time_t seconds = timegm(&broken);
+  CalendarFields fields;
+  if (seconds == -1 && !(utc.year == 1969 && utc.month == 12 && utc.day == 31)) return false;
+  if (!breakDownInto(seconds, true, fields)) return false;
+  fields.millisecond = utc.millisecond;
+  local = fields;
+  return true;
+}
+
 }  // namespace zu::internal

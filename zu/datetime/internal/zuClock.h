@@ -33,4 +33,10 @@ CalendarFields readClock(bool local);
 // the value (a year beyond its range).
 bool breakDown(int64_t seconds, bool local, CalendarFields& out);
 
+// The universal time `utc` shown in the process's time zone as the C
+// library has it now: tzset(), timegm, localtime_r, nothing cached; the
+// milliseconds are kept. False, `local` unchanged, when the C library
+// cannot convert the value.
+bool universalToLocal(const CalendarFields& utc, CalendarFields& local);
+
 }  // namespace zu::internal
