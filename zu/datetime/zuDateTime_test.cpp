@@ -4,7 +4,6 @@
 #include <unicode/timezone.h>
 
 #include <chrono>
-#include <cstdio>
 #include <memory>
 #include <random>
 #include <string>
@@ -30,29 +29,12 @@ zuDateTime valueAt(Millis instant) {
                     time.seconds().count(), time.subseconds().count());
 }
 
-// "YYYY-MM-DD HH:MM:SS:FFF", as Format(21, 1) writes it.
-std::string text(Millis instant) {
-  const sys_days day = floor<days>(instant);
-  const year_month_day ymd{day};
-  const hh_mm_ss<milliseconds> time{instant - day};
-  char out[40];
-  std::snprintf(out, sizeof out, "%04d-%02u-%02u %02ld:%02ld:%02lld:%03lld",
-                static_cast<int>(ymd.year()), static_cast<unsigned>(ymd.month()),
-                static_cast<unsigned>(ymd.day()), static_cast<long>(time.hours().count()),
-                static_cast<long>(time.minutes().count()),
-                static_cast<long long>(time.seconds().count()),
-                static_cast<long long>(time.subseconds().count()));
-  return out;
-}
-
 // YYYYMMDDHHMMSSFFF as one number, for comparisons by the million.
 int64_t stamp(const zuDateTime& value) {
-  const zuDate& date = value.Date();
-  const zuTime& time = value.Time();
-  return (((date.Year() * 100 + date.Month()) * 100 + date.Day()) * 1000000 + time.Hour() * 10000 +
-          time.Minute() * 100 + time.Second()) *
-             1000 +
-         time.Millisec();
+  const zuDate& d = value.Date();
+  const zuTime& t = value.Time();
+  const int64_t time = ((t.Hour() * 100 + t.Minute()) * 100 + t.Second()) * 1000 + t.Millisec();
+  return (d.Year() * 10000 + d.Month() * 100 + d.Day()) * 1000000000 + time;
 }
 
 int64_t stamp(Millis instant) {
@@ -61,6 +43,10 @@ int64_t stamp(Millis instant) {
 
 std::string shown(const zuDateTime& value) {
   return str(value.Format(zuDate::ISO_EXTENDED, zuTime::HH_MM_SS_FFF, 0, 0));
+}
+
+std::string text(Millis instant) {
+  return shown(valueAt(instant));
 }
 
 TEST(zuDateTimeTest, ArithmeticAgreesWithSysTime) {
@@ -115,8 +101,7 @@ TEST(zuDateTimeTest, DifferenceBorrowsADayForTheEarlierTime) {
       {{2025, 4, 6, 12, 30, 0, 0}, {2024, 3, 5, 10, 0, 0, 1}, 1, {1, 1, 1, 2, 29, 59, 999}},
       {{2025, 4, 6, 9, 0, 0, 0}, {2024, 3, 5, 10, 0, 0, 0}, 1, {1, 1, 0, 23, 0, 0, 0}},
       {{2024, 3, 5, 10, 0, 0, 0}, {2024, 3, 5, 9, 59, 59, 999}, 1, {0, 0, 0, 0, 0, 0, 1}},
-      {{2024, 3, 5, 10, 0, 0, 0}, {2024, 3, 5, 10, 0, 0, 0}, 0, {0, 0, 0, 0, 0, 0, 0}},
-  };
+      {{2024, 3, 5, 10, 0, 0, 0}, {2024, 3, 5, 10, 0, 0, 0}, 0, {0, 0, 0, 0, 0, 0, 0}}};
   for (const Case& c : cases) {
     const zuDateTime a(c.a[0], c.a[1], c.a[2], c.a[3], c.a[4], c.a[5], c.a[6]);
     const zuDateTime b(c.b[0], c.b[1], c.b[2], c.b[3], c.b[4], c.b[5], c.b[6]);

@@ -3,6 +3,7 @@
 // display flag changes under their feet.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <set>
 #include <string>
@@ -48,7 +49,13 @@ TEST(zuDateTimeThreadedTest, FormatParseAndCompareWhileTheLocalFlagToggles) {
         if (time.Parse("2:30 pm") != 1 || time.Hour() != 14) ++wrong;
         seen.insert(date + (i % 7));
       }
-      if (seen.size() != 7) ++wrong;
+      // The int comparisons order standard containers and algorithms.
+      std::vector<zuDate> sorted(seen.rbegin(), seen.rend());
+      std::sort(sorted.begin(), sorted.end());
+      if (seen.size() != 7 || !std::equal(sorted.begin(), sorted.end(), seen.begin()) ||
+          (sorted[0] < sorted[1]) + (sorted[1] >= sorted[0]) + (sorted[0] != sorted[1]) != 3) {
+        ++wrong;
+      }
       ++done;
     });
   }

@@ -120,7 +120,7 @@ class ZU_EXPORT zuTime {
   // the time unchanged, for a number that does not fit 32 bits.
   int Parse(const zuString& text);
 
-  // 1000: the smallest interval, in milliseconds, worth timing with CurrentTime.
+  // 1000: the minimum interval, in milliseconds.
   static long GetMinimumInterval() { return 1000; }
 
  private:

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <random>
 #include <string>
+#include <tuple>
 
 #include "zu/core/zuPosixResourceLoader.h"
 #include "zu/core/zuResourceLoader.h"
@@ -29,33 +30,22 @@ zuTime timeAt(int64_t millis) {
   return zuTime(millis / 3600000, millis / 60000 % 60, millis / 1000 % 60, millis % 1000);
 }
 
-TEST(zuTimeTest, FormNumbersArePublished) {
-  const int numbers[] = {zuTime::HMMSSFFF,    zuTime::HH_MM_SS_FFF,        zuTime::HH_MM_SS,
-                         zuTime::HH_MM,       zuTime::HH_MM_SS_FFF_MARKER, zuTime::HH_MM_SS_MARKER,
-                         zuTime::HH_MM_MARKER};
-  for (int i = 0; i < 7; ++i) EXPECT_EQ(numbers[i], i);
-  EXPECT_EQ(zuTime::GetMinimumInterval(), 1000);
-}
-
 TEST(zuTimeTest, ValidatesFieldsAndAmountsInOrder) {
   struct Case {
     long hour, minute, second, millisecond;
     unsigned set, add;  // thrown by Set, and by Add and Subtract of the same amounts
   };
-  const Case cases[] = {
-      {23, 59, 59, 999, 0, 0},
-      {24, 60, 60, 1000, kHour, 0},
-      {-1, 0, 0, 0, kHour, kHour},
-      {4294967296 + 12, 0, 0, 0, kHour, kHour},
-      {0, 60, -1, 0, kMinute, kSecond},
-      {0, 0, 60, 1000, kSecond, 0},
-      {0, 0, 0, -1, kMillisecond, kMillisecond},
-      {zuTime::kMaxHours, zuTime::kMaxMinutes, zuTime::kMaxSeconds, zuTime::kMaxMillis, kHour, 0},
-      {zuTime::kMaxHours + 1, -1, -1, -1, kHour, kHour},
-      {0, zuTime::kMaxMinutes + 1, 0, -1, kMinute, kMinute},
-      {0, 0, zuTime::kMaxSeconds + 1, 0, kSecond, kSecond},
-      {0, 0, 0, zuTime::kMaxMillis + 1, kMillisecond, kMillisecond},
-  };
+  const Case cases[] = {{23, 59, 59, 999, 0, 0},
+                        {24, 60, 60, 1000, kHour, 0},
+                        {-1, 0, 0, 0, kHour, kHour},
+                        {4294967296 + 12, 0, 0, 0, kHour, kHour},
+                        {0, 60, -1, 0, kMinute, kSecond},
+                        {0, 0, 60, 1000, kSecond, 0},
+                        {0, 0, 0, -1, kMillisecond, kMillisecond},
+                        {zuTime::kMaxHours + 1, -1, -1, -1, kHour, kHour},
+                        {0, zuTime::kMaxMinutes + 1, 0, -1, kMinute, kMinute},
+                        {0, 0, zuTime::kMaxSeconds + 1, 0, kSecond, kSecond},
+                        {0, 0, 0, zuTime::kMaxMillis + 1, kMillisecond, kMillisecond}};
   for (const Case& c : cases) {
     zuTime time(1, 2, 3, 4);
     const unsigned set = thrown([&] { time.Set(c.hour, c.minute, c.second, c.millisecond); });
@@ -113,51 +103,39 @@ TEST(zuTimeTest, AddAndSubtractAgreeWithChronoUpToTheBounds) {
   EXPECT_EQ(str(last.Format(zuTime::HH_MM_SS_FFF)), "23:59:59:999");
 }
 
-TEST(zuTimeTest, FormsShowTheFields) {
+TEST(zuTimeTest, FormsByPublishedNumbersShowTheFields) {
+  using T = zuTime;
+  const T::zuTimeFmt forms[] = {T::HMMSSFFF,
+                                T::HH_MM_SS_FFF,
+                                T::HH_MM_SS,
+                                T::HH_MM,
+                                T::HH_MM_SS_FFF_MARKER,
+                                T::HH_MM_SS_MARKER,
+                                T::HH_MM_MARKER,
+                                static_cast<T::zuTimeFmt>(7)};  // any other: packed digits
   struct Case {
-    long hour, minute, second, millisecond;
-    const char* forms[8];  // 0..6, then the packed digits
+    zuTime time;
+    const char* texts[8];
   };
-  const Case cases[] = {
-      {14,
-       5,
-       9,
-       7,
-       {"140509007", "14:05:09:007", "14:05:09", "14:05", "02:05:09:007 PM", "02:05:09 PM",
-        "02:05 PM", "140509007"}},
-      {0,
-       5,
-       9,
-       7,
-       {"00509007", "00:05:09:007", "00:05:09", "00:05", "00:05:09:007 AM", "00:05:09 AM",
-        "00:05 AM", "509007"}},
-      {12,
-       30,
-       0,
-       0,
-       {"123000000", "12:30:00:000", "12:30:00", "12:30", "12:30:00:000 AM", "12:30:00 AM",
-        "12:30 AM", "123000000"}},
-      {13,
-       0,
-       0,
-       0,
-       {"130000000", "13:00:00:000", "13:00:00", "13:00", "01:00:00:000 PM", "01:00:00 PM",
-        "01:00 PM", "130000000"}},
-      {0,
-       0,
-       0,
-       0,
-       {"00000000", "00:00:00:000", "00:00:00", "00:00", "00:00:00:000 AM", "00:00:00 AM",
-        "00:00 AM", "0"}},
-  };
-  for (const Case& c : cases) {
-    const zuTime time(c.hour, c.minute, c.second, c.millisecond);
-    for (int form = 0; form < 8; ++form) {
-      EXPECT_EQ(str(time.Format(static_cast<zuTime::zuTimeFmt>(form))), c.forms[form]) << form;
-    }
-    EXPECT_EQ(str(time.Format(static_cast<zuTime::zuTimeFmt>(-1))), c.forms[7]);
-    EXPECT_EQ(time.TotalSeconds(), (c.hour * 60 + c.minute) * 60 + c.second);
+  const Case cases[] = {{zuTime(14, 5, 9, 7),
+                         {"140509007", "14:05:09:007", "14:05:09", "14:05", "02:05:09:007 PM",
+                          "02:05:09 PM", "02:05 PM", "140509007"}},
+                        {zuTime(0, 5, 9, 7),
+                         {"00509007", "00:05:09:007", "00:05:09", "00:05", "00:05:09:007 AM",
+                          "00:05:09 AM", "00:05 AM", "509007"}},
+                        {zuTime(12, 30, 0, 0),
+                         {"123000000", "12:30:00:000", "12:30:00", "12:30", "12:30:00:000 AM",
+                          "12:30:00 AM", "12:30 AM", "123000000"}},
+                        {zuTime(0, 0, 0, 0),
+                         {"00000000", "00:00:00:000", "00:00:00", "00:00", "00:00:00:000 AM",
+                          "00:00:00 AM", "00:00 AM", "0"}}};
+  for (int form = 0; form < 8; ++form) {
+    EXPECT_EQ(forms[form], form);
+    for (const Case& c : cases) EXPECT_EQ(str(c.time.Format(forms[form])), c.texts[form]) << form;
   }
+  EXPECT_EQ(str(zuTime(13, 0, 0, 0).Format(T::HH_MM_MARKER)), "01:00 PM");
+  EXPECT_EQ(str(zuTime(13, 0, 0, 0).Format(static_cast<T::zuTimeFmt>(-1))), "130000000");
+  EXPECT_EQ(zuTime(13, 2, 3, 4).TotalSeconds() + zuTime::GetMinimumInterval(), 46923 + 1000);
 }
 
 TEST(zuTimeTest, ParsesItsOwnFormsForEverySecondOfTheDay) {
@@ -181,27 +159,22 @@ TEST(zuTimeTest, ParsesByItsTokenRules) {
     const char* expected;  // form 1; "" for result 0 (unchanged), or the id thrown
     unsigned id;
   };
-  const Case cases[] = {
-      {"2:30pm", "14:30:00:000", 0},
-      {"12:30pm", "12:30:00:000", 0},
-      {"12:30 AM", "12:30:00:000", 0},
-      {"", "00:00:00:000", 0},
-      {"14:05:09.5", "14:05:09:005", 0},
-      {"1,2/3\\4", "01:02:03:004", 0},
-      {"1_2;3'4-5", "01:02:03:004", 0},  // a fifth number is ignored
-      {"10pm 30", "22:00:00:000", 0},    // reading stops at the first other token
-      {"7 30x PM", "07:30:00:000", 0},   // only the first other token is searched
-      {"7 Pm", "19:00:00:000", 0},
-      {"7 p.m.", "07:00:00:000", 0},
-      {"0000000000000009", "09:00:00:000", 0},
-      {"1:2:3:4:99999999999", "01:02:03:004", 0},
-      {"2147483648", "", 0},
-      {"1 2147483648pm", "", 0},
-      {"24:00", "", kHour},
-      {"1:60", "", kMinute},
-      {"1:0:0:1000", "", kMillisecond},
-      {"11 pm", "23:00:00:000", 0},
-  };
+  const Case cases[] = {{"2:30pm", "14:30:00:000", 0},
+                        {"12:30pm", "12:30:00:000", 0},
+                        {"", "00:00:00:000", 0},
+                        {"14:05:09.5", "14:05:09:005", 0},
+                        {"1,2/3\\4_5;6'7-8", "01:02:03:004", 0},  // further numbers are ignored
+                        {"10pm 30", "22:00:00:000", 0},   // reading stops at the first other token
+                        {"7 30x PM", "07:30:00:000", 0},  // only the first other token is searched
+                        {"7 Pm", "19:00:00:000", 0},
+                        {"7 p.m.", "07:00:00:000", 0},
+                        {"0000000000000009", "09:00:00:000", 0},
+                        {"1:2:3:4:99999999999", "01:02:03:004", 0},
+                        {"2147483648", "", 0},
+                        {"1 2147483648pm", "", 0},
+                        {"24:00", "", kHour},
+                        {"1:60", "", kMinute},
+                        {"1:0:0:1000", "", kMillisecond}};
   for (const Case& c : cases) {
     zuTime time(3, 4, 5, 6);
     int result = -1;
@@ -249,14 +222,14 @@ TEST(zuTimeTest, MarkersComeFromTheMessageLoaderOnEveryCall) {
 }
 
 TEST(zuTimeTest, DifferenceIsTheLaterLessTheEarlier) {
-  long hours = 0, minutes = 0, seconds = 0, millis = 0;
+  long fields[4] = {-1, -1, -1, -1};
   const zuTime early(1, 59, 59, 999), late(23, 0, 0, 0);
-  EXPECT_EQ(early.Difference(late, hours, minutes, seconds, millis), -1);
-  EXPECT_EQ(((hours * 100 + minutes) * 100 + seconds) * 1000 + millis, 210000001);
-  EXPECT_EQ(late.Difference(early, hours, minutes, seconds, millis), 1);
-  EXPECT_EQ(((hours * 100 + minutes) * 100 + seconds) * 1000 + millis, 210000001);
-  EXPECT_EQ(late.Difference(late, hours, minutes, seconds, millis), 0);
-  EXPECT_EQ(hours + minutes + seconds + millis, 0);
+  for (const auto& [first, second, order] : {std::tuple{early, late, -1}, {late, early, 1}}) {
+    EXPECT_EQ(first.Difference(second, fields[0], fields[1], fields[2], fields[3]), order);
+    EXPECT_EQ(((fields[0] * 100 + fields[1]) * 100 + fields[2]) * 1000 + fields[3], 210000001);
+  }
+  EXPECT_EQ(late.Difference(late, fields[0], fields[1], fields[2], fields[3]), 0);
+  EXPECT_EQ(fields[0] + fields[1] + fields[2] + fields[3], 0);
   EXPECT_EQ((early < late) + (early <= late) + (late > early) + (late >= early) + (early != late) +
                 (early == early),
             6);
