@@ -9,14 +9,15 @@
 #include <string>
 
 #include "zu/datetime/internal/zuValueTestSupport.h"
-#include "zu/picture/internal/RnTimeTestSupport.h"
+#include "zu/testing/ScopedTimeZone.h"
+#include "zu/testing/zuTestText.h"
 
 namespace {
 
 using namespace std::chrono;
-using zu::internal::ScopedTimeZone;
-using zu::internal::str;
-using zu::internal::thrown;
+using zu::internal::thrownId;
+using zu::testing::ScopedTimeZone;
+using zu::testing::str;
 
 using Millis = sys_time<milliseconds>;
 
@@ -77,15 +78,15 @@ TEST(zuDateTimeTest, ArithmeticKeepsTheWholeValueWhenItThrows) {
   EXPECT_EQ(shown(value), "2024-03-01 00:00:00:000");
 
   zuDateTime last(214748, 12, 31, 23, 0, 0, 0);
-  EXPECT_EQ(thrown([&] { last.Add(0, 0, 0, 1, 0, 0, 0); }), 17185u);
-  EXPECT_EQ(thrown([&] { last.Add(0, 0, LONG_MAX, 1, 0, 0, 0); }), 17185u);
-  EXPECT_EQ(thrown([&] { last.Add(0, 0, 0, -1, 0, 0, 0); }), 17234u);
-  EXPECT_EQ(thrown([&] { last.Subtract(0, 0, 0, 0, 0, 0, -1); }), 17237u);
-  EXPECT_EQ(thrown([&] { last.Set(2024, 2, 30, 1, 0, 0, 0); }), 17187u);
-  EXPECT_EQ(thrown([&] { last.Set(2024, 2, 1, 24, 0, 0, 0); }), 17234u);
+  EXPECT_EQ(thrownId([&] { last.Add(0, 0, 0, 1, 0, 0, 0); }), 17185u);
+  EXPECT_EQ(thrownId([&] { last.Add(0, 0, LONG_MAX, 1, 0, 0, 0); }), 17185u);
+  EXPECT_EQ(thrownId([&] { last.Add(0, 0, 0, -1, 0, 0, 0); }), 17234u);
+  EXPECT_EQ(thrownId([&] { last.Subtract(0, 0, 0, 0, 0, 0, -1); }), 17237u);
+  EXPECT_EQ(thrownId([&] { last.Set(2024, 2, 30, 1, 0, 0, 0); }), 17187u);
+  EXPECT_EQ(thrownId([&] { last.Set(2024, 2, 1, 24, 0, 0, 0); }), 17234u);
   EXPECT_EQ(stamp(last), 2147481231230000000) << "nothing changed";
   zuDateTime first(0, 1, 1, 0, 0, 0, 0);
-  EXPECT_EQ(thrown([&] { first.Subtract(0, 0, 0, 0, 0, 0, 1); }), 17185u);
+  EXPECT_EQ(thrownId([&] { first.Subtract(0, 0, 0, 0, 0, 0, 1); }), 17185u);
   EXPECT_EQ(first.Time().TotalSeconds() + first.Date().DaysSince1900(), 1);
 }
 
@@ -126,9 +127,9 @@ TEST(zuDateTimeTest, BreaksTimeValuesDownHourlyAsChronoDoes) {
     time.Set(value, 0);
     ASSERT_EQ(stamp(zuDateTime(date, time)), expected) << text(Millis{instant});
   }
-  EXPECT_EQ(thrown([] { zuDate(INT64_MAX, 0); }), 17185u);
-  EXPECT_EQ(thrown([] { zuTime(INT64_MAX, 1); }), 17234u);
-  EXPECT_EQ(thrown([] { zuDateTime(INT64_MAX, 0); }), 17185u);
+  EXPECT_EQ(thrownId([] { zuDate(INT64_MAX, 0); }), 17185u);
+  EXPECT_EQ(thrownId([] { zuTime(INT64_MAX, 1); }), 17234u);
+  EXPECT_EQ(thrownId([] { zuDateTime(INT64_MAX, 0); }), 17185u);
 }
 
 TEST(zuDateTimeTest, LocalDisplayAgreesWithIcuZonesHourly) {

@@ -10,16 +10,16 @@
 #include <thread>
 #include <vector>
 
-#include "zu/datetime/internal/zuValueTestSupport.h"
 #include "zu/datetime/zuDateTime.h"
-#include "zu/picture/internal/RnTimeTestSupport.h"
+#include "zu/testing/ScopedTimeZone.h"
+#include "zu/testing/zuTestText.h"
 
 namespace {
 
-using zu::internal::str;
+using zu::testing::str;
 
 TEST(zuDateTimeThreadedTest, FormatParseAndCompareWhileTheLocalFlagToggles) {
-  zu::internal::ScopedTimeZone berlin("Europe/Berlin");  // set before any thread starts
+  zu::testing::ScopedTimeZone berlin("Europe/Berlin");  // set before any thread starts
   const zuDateTime summer(2024, 7, 1, 10, 0, 0, 0);
   const zuDate made("5 mars 2024", zuDate::FR_D_MMM_YYYY, 0, "fr_FR");  // crosses threads
   std::atomic<bool> stop{false};

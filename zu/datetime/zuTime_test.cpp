@@ -10,11 +10,12 @@
 #include "zu/core/zuPosixResourceLoader.h"
 #include "zu/core/zuResourceLoader.h"
 #include "zu/datetime/internal/zuValueTestSupport.h"
+#include "zu/testing/zuTestText.h"
 
 namespace {
 
-using zu::internal::str;
-using zu::internal::thrown;
+using zu::internal::thrownId;
+using zu::testing::str;
 
 constexpr unsigned kHour = 17234;
 constexpr unsigned kMinute = 17235;
@@ -48,14 +49,14 @@ TEST(zuTimeTest, ValidatesFieldsAndAmountsInOrder) {
                         {0, 0, 0, zuTime::kMaxMillis + 1, kMillisecond, kMillisecond}};
   for (const Case& c : cases) {
     zuTime time(1, 2, 3, 4);
-    const unsigned set = thrown([&] { time.Set(c.hour, c.minute, c.second, c.millisecond); });
+    const unsigned set = thrownId([&] { time.Set(c.hour, c.minute, c.second, c.millisecond); });
     EXPECT_EQ(set, c.set) << c.hour << ":" << c.minute;
     if (set != 0) {
       EXPECT_EQ(millisOf(time), 3723004) << "a throw leaves the value";
     }
     zuTime added(1, 2, 3, 4), subtracted(1, 2, 3, 4);
-    EXPECT_EQ(thrown([&] { added.Add(c.hour, c.minute, c.second, c.millisecond); }), c.add);
-    EXPECT_EQ(thrown([&] { subtracted.Subtract(c.hour, c.minute, c.second, c.millisecond); }),
+    EXPECT_EQ(thrownId([&] { added.Add(c.hour, c.minute, c.second, c.millisecond); }), c.add);
+    EXPECT_EQ(thrownId([&] { subtracted.Subtract(c.hour, c.minute, c.second, c.millisecond); }),
               c.add);
     if (c.add != 0) {
       EXPECT_EQ(millisOf(added) + millisOf(subtracted), 2 * 3723004);
@@ -178,14 +179,14 @@ TEST(zuTimeTest, ParsesByItsTokenRules) {
   for (const Case& c : cases) {
     zuTime time(3, 4, 5, 6);
     int result = -1;
-    EXPECT_EQ(thrown([&] { result = time.Parse(c.text); }), c.id) << c.text;
+    EXPECT_EQ(thrownId([&] { result = time.Parse(c.text); }), c.id) << c.text;
     if (c.id != 0) continue;
     EXPECT_EQ(result, c.expected[0] != '\0' ? 1 : 0) << c.text;
     EXPECT_EQ(str(time.Format(zuTime::HH_MM_SS_FFF)),
               c.expected[0] != '\0' ? c.expected : "03:04:05:006")
         << c.text;
   }
-  EXPECT_EQ(thrown([] { zuTime("99"); }), kHour);
+  EXPECT_EQ(thrownId([] { zuTime("99"); }), kHour);
 }
 
 // Day-half markers of a client's own: one language for both.

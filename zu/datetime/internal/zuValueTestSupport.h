@@ -1,22 +1,17 @@
-// Test support for the date and time values: their text as std::string,
-// the message id a call throws, and dates of std::chrono.
+// Test support for the date and time values: the message id a call throws
+// or 0 (for tables that mix calls that throw with calls that do not), and
+// the fields of std::chrono dates as the values take them.
 #pragma once
 
 #include <chrono>
-#include <string>
 
 #include "zu/core/zuException.h"
-#include "zu/core/zuString.h"
 
 namespace zu::internal {
 
-inline std::string str(const zuString& text) {
-  return static_cast<const char*>(text);
-}
-
 // The message id of the zuExFull that `call` throws; 0 when it throws none.
 template <class Call>
-unsigned thrown(Call&& call) {
+unsigned thrownId(Call&& call) {
   try {
     call();
   } catch (const zuExFull& error) {
