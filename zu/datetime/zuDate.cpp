@@ -117,14 +117,20 @@ Fields subtractBoth(Int year, Int monthIndex, Int day) {
 }
 
 // Add and Subtract on the fields of a date, in 64 bits when the amounts
-// allow it, else in 128. Kept out of line: the members keep their common
-// case small.
-[[gnu::noinline]] Fields addAmounts(long year, long month, long day, long years, long months,
-                                    long days, long carry) {
+// allow it, else in 128.
+Fields addAmounts(long year, long month, long day, long years, long months, long days, long carry) {
   if (narrow(years) && narrow(months) && narrow(days) && narrow(carry)) {
     return addForward<int64_t>(year + years, month + months, day + days + carry);
   }
   return addForward<Wide>(Wide{year} + years, Wide{month} + months, Wide{day} + days + carry);
+}
+
+// Add past the common case, out of line so that the common case needs no
+// stack frame.
+[[gnu::noinline]] void addSlowly(zuDate& date, long years, long months, long days, long carry) {
+  const Fields moved =
+      addAmounts(date.Year(), date.Month(), date.Day(), years, months, days, carry);
+  date.Set(moved.year, moved.month, moved.day);
 }
 
 [[gnu::noinline]] Fields subtractAmounts(long year, long month, long day, long years, long months,
@@ -397,8 +403,7 @@ void zuDate::AddCarry(long years, long months, long days, long carry) {
       return;
     }
   }
-  const Fields moved = addAmounts(Year(), Month(), Day(), years, months, days, carry);
-  Set(moved.year, moved.month, moved.day);
+  addSlowly(*this, years, months, days, carry);
 }
 
 void zuDate::SubtractBorrow(long years, long months, long days, long borrow) {

@@ -48,6 +48,17 @@ char* writeDigits(char* out, int value, int width) {
   return out;
 }
 
+// Whether the bytes [start, end) of `text` hold the afternoon marker,
+// ignoring ASCII case. Out of line: the marker is a string object, which
+// the digit loop of Parse is better without.
+[[gnu::noinline]] bool holdsAfternoonMarker(const zuString& text, unsigned int start,
+                                            unsigned int end) {
+  zuString marker;
+  unsigned int foundAt = 0;
+  return zu::internal::loadMessage(zuMessageIds::kAfternoonMarker, marker) &&
+         text.FindNoCase(marker, foundAt, start) && foundAt + marker.Length() <= end;
+}
+
 }  // namespace
 
 zuTime::zuTime() {
@@ -203,11 +214,8 @@ int zuTime::Parse(const zuString& text) {
     // The first token that is not all digits is the last one read.
     const char* tokenEnd = at;
     while (tokenEnd < end && classOf(tokenEnd) != kDelimiter) ++tokenEnd;
-    zuString afternoonMarker;
-    unsigned int foundAt = 0;
-    afternoon = zu::internal::loadMessage(zuMessageIds::kAfternoonMarker, afternoonMarker) &&
-                text.FindNoCase(afternoonMarker, foundAt, static_cast<unsigned int>(at - begin)) &&
-                foundAt + afternoonMarker.Length() <= static_cast<unsigned int>(tokenEnd - begin);
+    afternoon = holdsAfternoonMarker(text, static_cast<unsigned int>(at - begin),
+                                     static_cast<unsigned int>(tokenEnd - begin));
     break;
   }
   if (afternoon && fields[0] < 12) fields[0] += 12;
