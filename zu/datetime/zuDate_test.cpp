@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <clocale>
 #include <cstdlib>
+#include <optional>
 #include <random>
 #include <string>
 
@@ -451,10 +453,37 @@ TEST(zuDateTest, NamesFollowTheAsianLocaleMapping) {
   EXPECT_EQ(str(date.MonthName(3, zuDate::ISO_EXTENDED)), "März");
 }
 
+// Sets the locale variables of the environment for one scope; restores
+// them, the thread's recorded locale and the C library's "C" locale after.
+class ScopedLocaleEnvironment {
+ public:
+  explicit ScopedLocaleEnvironment(const char* lang) {
+    for (int i = 0; i < 3; ++i) {
+      const char* value = std::getenv(kVariables[i]);
+      saved_[i] = value != nullptr ? std::optional<std::string>(value) : std::nullopt;
+      unsetenv(kVariables[i]);
+    }
+    setenv("LANG", lang, 1);
+  }
+  ~ScopedLocaleEnvironment() {
+    for (int i = 0; i < 3; ++i) {
+      saved_[i] ? setenv(kVariables[i], saved_[i]->c_str(), 1) : unsetenv(kVariables[i]);
+    }
+    RnLocale::setLocale("");
+    std::setlocale(LC_ALL, "C");
+  }
+
+ private:
+  static constexpr const char* kVariables[3] = {"LC_ALL", "LC_MESSAGES", "LANG"};
+  std::optional<std::string> saved_[3];
+};
+
 TEST(zuDateTest, LocaleFallsBackToTheThreadsDefault) {
+  ScopedLocaleEnvironment environment("C");
+  EXPECT_EQ(str(zuDate(2024, 1, 1).Locale()), "en_US");  // "x" gives en_US
   RnLocale::setLocale("de_DE");
-  EXPECT_EQ(str(zuDate(2024, 1, 1).Locale()), "de_DE");
   zuDate date(2024, 1, 1);
+  EXPECT_EQ(str(date.Locale()), "de_DE");
   date.Locale("fr-fr");
   EXPECT_EQ(str(date.Locale()), "fr_FR");
   date.Locale("xx_YY");
@@ -462,18 +491,12 @@ TEST(zuDateTest, LocaleFallsBackToTheThreadsDefault) {
   RnLocale::setLocale("");
 
   // A locale the thread registered is interned: it outlives the entry.
-  const char* lang = std::getenv("LANG");
-  const std::string savedLang = lang != nullptr ? lang : "";
-  for (const char* variable : {"LC_ALL", "LC_MESSAGES"}) unsetenv(variable);
   RnLocale::update("xx_QQ", "fr_FR");
   setenv("LANG", "xx_QQ", 1);
-  zuDate registered(2024, 1, 1);
+  const zuDate registered(2024, 1, 1);
   RnLocale::release(RnLocale::get(RnLocale::get("xx_QQ")));
   EXPECT_EQ(str(registered.Locale()), "xx_QQ");
-  EXPECT_EQ(str(registered.Format(zuDate::MMM_D_YYYY)), "Jan 1, 2024");  // unknown here: en_US
-  setenv("LANG", "C", 1);
-  EXPECT_EQ(str(zuDate(2024, 1, 1).Locale()), "en_US");  // "x" gives en_US
-  setenv("LANG", savedLang.c_str(), 1);
+  EXPECT_EQ(str(registered.Format(zuDate::MMM_D_YYYY)), "Jan 1, 2024");  // unknown now: en_US
 }
 
 }  // namespace
