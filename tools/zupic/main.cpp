@@ -5,6 +5,7 @@
 //   seq 1 1000000 | zupic format 'num{z,zzz,zz9}' --locale de_DE
 //   zupic parse 'num{z,zz9.99}' '1.234,50' --locale de_DE
 //   zupic date format 5 2024-03-05 --locale fr_FR
+//   zupic serve --port 0
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -27,6 +28,7 @@ constexpr const char* kUsage =
     "       zupic time parse [TEXT...]\n"
     "       zupic locales\n"
     "       zupic locale L\n"
+    "       zupic serve [--port N] [--host ADDRESS]\n"
     "       zupic --help | --version\n";
 
 constexpr const char* kHelp =
@@ -44,6 +46,8 @@ constexpr const char* kHelp =
     "  time parse [TEXT...]       prints the time each TEXT names\n"
     "  locales                    lists the built-in locales\n"
     "  locale L                   shows the names, patterns and symbols of L\n"
+    "  serve                      serves the playground page on 127.0.0.1:8080\n"
+    "                             (zupic serve --help tells more)\n"
     "\n"
     "Without VALUE or TEXT, values are read from standard input, one a line.\n"
     "Canonical values: dates 2024-03-05, times 13:45:00[.250], date-times\n"
@@ -94,6 +98,9 @@ int main(int argc, char** argv) {
   long split = 0;
   for (int i = 1; i < argc; ++i) {
     const std::string argument = argv[i];
+    if (words.empty() && argument == "serve") {
+      return zupic::serve(std::vector<std::string>(argv + i + 1, argv + argc));
+    }
     if (argument == "--help" || argument == "-h") {
       std::printf("%s\n%s", kUsage, kHelp);
       return zupic::kOk;

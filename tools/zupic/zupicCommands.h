@@ -8,16 +8,58 @@
 #include <string>
 #include <vector>
 
+#include "zu/core/zuString.h"
+
 namespace zupic {
 
 enum ExitStatus { kOk = 0, kNoMatch = 1, kUsage = 2 };
 
 enum class Direction { kFormat, kParse };
 
+// What one value gave through a picture.
+struct Outcome {
+  zuString text;          // the result; empty when the value did not match
+  bool matched = false;   // some alternative of the picture fitted
+  unsigned errorId = 0;   // the library's message id when it reported an error
+  std::string errorText;  // and its message text
+};
+
+// One picture applied to many values in one locale, as format and parse do.
+// The object belongs to the thread that made it.
+class PictureApplier {
+ public:
+  PictureApplier(Direction direction, const std::string& picture, const std::string& locale);
+  // The value formatted (or parsed); library errors are caught into the
+  // outcome, so this throws nothing but std::bad_alloc.
+  Outcome apply(const char* value, size_t length) const;
+
+ private:
+  Direction direction_;
+  zuString picture_;
+  zuString locale_;
+};
+
 // Formats (or parses) each of `values` through `picture` in `locale`, one
 // result a line; without values, streams standard input line by line.
 int runPicture(Direction direction, const std::string& picture,
                const std::vector<std::string>& values, const std::string& locale);
+
+// One built-in locale as `zupic locales` lists it.
+struct LocaleEntry {
+  std::string name;          // "de_CH"
+  std::string platformName;  // "German_Switzerland"
+  std::string language;      // the language's own name, "Deutsch"
+};
+std::vector<LocaleEntry> builtInLocales();
+
+// One line of `zupic locale L`: a label and its text.
+struct LocaleField {
+  std::string label;
+  std::string value;
+};
+// The names, patterns and symbols of the locale `name`; false, `fields`
+// untouched, when no built-in locale has that name.
+bool localeFields(const std::string& name, std::vector<LocaleField>& fields);
 
 // zupic date FORMAT|parse|add|subtract|diff ...: `words` follow "date".
 // Dates are read and written as YYYY-MM-DD; `locale` and `centurySplit`
@@ -34,6 +76,10 @@ int runTime(const std::vector<std::string>& words);
 bool forEachValue(const std::vector<std::string>& values,
                   const std::function<bool(const char*, size_t)>& run);
 
+// Runs `run`; an exception of the library is caught, its message id and
+// text stored, and gives false.
+bool captureErrors(const std::function<void()>& run, unsigned& errorId, std::string& errorText);
+
 // Runs `run`; an exception of the library is written to standard error as
 // "zupic: error ID: TEXT" and gives false.
 bool reportErrors(const std::function<bool()>& run);
@@ -46,5 +92,9 @@ int listLocales();
 
 // The names, patterns and symbols of one locale.
 int showLocale(const std::string& name);
+
+// zupic serve [--port N] [--host ADDRESS]: the playground page and its JSON
+// API until SIGINT or SIGTERM. `arguments` are those after "serve".
+int serve(const std::vector<std::string>& arguments);
 
 }  // namespace zupic

@@ -38,18 +38,28 @@ bool forEachValue(const std::vector<std::string>& values,
   return allMatched;
 }
 
-bool reportErrors(const std::function<bool()>& run) {
+bool captureErrors(const std::function<void()>& run, unsigned& errorId, std::string& errorText) {
   try {
-    return run();
+    run();
+    return true;
   } catch (zuExFull& error) {
     error.Resolve();
-    std::fprintf(stderr, "zupic: error %u: %s\n", static_cast<unsigned>(error.FirstResId()),
-                 static_cast<const char*>(error[0].Text()));
+    errorId = error.FirstResId();
+    errorText = static_cast<const char*>(error[0].Text());
   } catch (zuException& error) {
     const zuExErrItem& item = error[0];
-    std::fprintf(stderr, "zupic: error %u: %s\n", static_cast<unsigned>(item.ResId()),
-                 static_cast<const char*>(item.Text()));
+    errorId = item.ResId();
+    errorText = static_cast<const char*>(item.Text());
   }
+  return false;
+}
+
+bool reportErrors(const std::function<bool()>& run) {
+  bool result = false;
+  unsigned errorId = 0;
+  std::string errorText;
+  if (captureErrors([&] { result = run(); }, errorId, errorText)) return result;
+  std::fprintf(stderr, "zupic: error %u: %s\n", errorId, errorText.c_str());
   return false;
 }
 

@@ -11,37 +11,52 @@ namespace {
 class PictureRunner {
  public:
   PictureRunner(Direction direction, const std::string& picture, const std::string& locale)
-      : direction_(direction),
-        picture_(picture.c_str(), static_cast<unsigned int>(picture.size())),
-        locale_(locale.c_str()) {}
+      : applier_(direction, picture, locale) {}
 
   // Writes the result of one value; false when it did not match.
   bool run(const char* value, size_t length) {
-    const zuString text(value, static_cast<unsigned int>(length));
-    const bool matched = reportErrors([&] {
-      int status = 1;  // stays 1 in the early exits, which return the value itself
-      const zuString result = direction_ == Direction::kFormat
-                                  ? zuPicture::format(text, picture_, locale_, &status, 0)
-                                  : zuPicture::parse(text, picture_, locale_, &status);
-      if (status != 0) {
-        writeLine(result, result.Length());
-        return true;
-      }
+    const Outcome outcome = applier_.apply(value, length);
+    if (outcome.matched) {
+      writeLine(outcome.text, outcome.text.Length());
+      return true;
+    }
+    if (outcome.errorId != 0) {
+      std::fprintf(stderr, "zupic: error %u: %s\n", outcome.errorId, outcome.errorText.c_str());
+    } else {
       std::fprintf(stderr, "zupic: \"%.*s\" does not match the picture\n", static_cast<int>(length),
                    value);
-      return false;
-    });
-    if (!matched) writeLine("", 0);
-    return matched;
+    }
+    writeLine("", 0);
+    return false;
   }
 
  private:
-  Direction direction_;
-  zuString picture_;
-  zuString locale_;
+  PictureApplier applier_;
 };
 
 }  // namespace
+
+PictureApplier::PictureApplier(Direction direction, const std::string& picture,
+                               const std::string& locale)
+    : direction_(direction),
+      picture_(picture.c_str(), static_cast<unsigned int>(picture.size())),
+      locale_(locale.c_str()) {}
+
+Outcome PictureApplier::apply(const char* value, size_t length) const {
+  const zuString text(value, static_cast<unsigned int>(length));
+  Outcome outcome;
+  int status = 1;  // stays 1 in the early exits, which return the value itself
+  captureErrors(
+      [&] {
+        outcome.text = direction_ == Direction::kFormat
+                           ? zuPicture::format(text, picture_, locale_, &status, 0)
+                           : zuPicture::parse(text, picture_, locale_, &status);
+        outcome.matched = status != 0;
+      },
+      outcome.errorId, outcome.errorText);
+  if (!outcome.matched) outcome.text = zuString::EmptyString();
+  return outcome;
+}
 
 int runPicture(Direction direction, const std::string& picture,
                const std::vector<std::string>& values, const std::string& locale) {
