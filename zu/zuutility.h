@@ -113,6 +113,12 @@
 #include "zu/datetime/ISOTime.h"
 
 
+// Dates, times and date-times as values
+#include "zu/datetime/zuDate.h"
+#include "zu/datetime/zuDateTime.h"
+#include "zu/datetime/zuTime.h"
+
+
 // Picture-clause dispatcher
 #include "zu/picture/zuPicture.h"
 

@@ -4,9 +4,11 @@
 //   zupic format 'date{EEEE, D MMMM YYYY}' 2024-03-05 --locale fr_FR
 //   seq 1 1000000 | zupic format 'num{z,zzz,zz9}' --locale de_DE
 //   zupic parse 'num{z,zz9.99}' '1.234,50' --locale de_DE
+//   zupic date format 5 2024-03-05 --locale fr_FR
 //   zupic serve --port 0
 //   zupic base64 encode < picture.png > picture.b64
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -19,6 +21,12 @@ namespace {
 constexpr const char* kUsage =
     "usage: zupic format PICTURE [VALUE...] [--locale L]\n"
     "       zupic parse PICTURE [TEXT...] [--locale L]\n"
+    "       zupic date format FMT|all [DATE...] [--locale L] [--split N]\n"
+    "       zupic date parse FMT [TEXT...] [--locale L] [--split N]\n"
+    "       zupic date add|subtract DATE Y M D\n"
+    "       zupic date diff DATE DATE\n"
+    "       zupic time format FORM [TIME...]\n"
+    "       zupic time parse [TEXT...]\n"
     "       zupic locales\n"
     "       zupic locale L\n"
     "       zupic serve [--port N] [--host ADDRESS]\n"
@@ -30,6 +38,14 @@ constexpr const char* kHelp =
     "\n"
     "  format PICTURE [VALUE...]  prints each value formatted through PICTURE\n"
     "  parse PICTURE [TEXT...]    prints the canonical value of each TEXT\n"
+    "  date format FMT [DATE...]  prints each date in the named date format FMT\n"
+    "                             (0..31; all: the formats 1..31 of each date)\n"
+    "  date parse FMT [TEXT...]   prints the date each TEXT names in format FMT\n"
+    "  date add DATE Y M D        adds years, months and days (carrying forward only)\n"
+    "  date subtract DATE Y M D   subtracts years, months and days\n"
+    "  date diff DATE DATE        the years, months and days between, and the days\n"
+    "  time format FORM [TIME...] prints each time in form FORM (0..6)\n"
+    "  time parse [TEXT...]       prints the time each TEXT names\n"
     "  locales                    lists the built-in locales\n"
     "  locale L                   shows the names, patterns and symbols of L\n"
     "  serve                      serves the playground page on 127.0.0.1:8080\n"
@@ -43,11 +59,17 @@ constexpr const char* kHelp =
     "Without VALUE or TEXT, values are read from standard input, one a line.\n"
     "Canonical values: dates 2024-03-05, times 13:45:00[.250], date-times\n"
     "2024-03-05T13:45:00, numbers with '.' as the decimal point.\n"
+    "Date formats: 1 YYMMDD, 2 MM/DD/YY, 5 MMMM D, YYYY, 21 YYYY-MM-DD, 25 the\n"
+    "era form, 28 and 30 the locale's medium and short formats (see zuDate.h).\n"
+    "Time forms: 0 140509007, 1 14:05:09:007, 2 14:05:09, 3 14:05, 4-6 the same\n"
+    "on the 12-hour dial with AM or PM.\n"
     "\n"
     "Options:\n"
     "  --locale L   the locale (default: from LC_ALL, LC_MESSAGES or LANG,\n"
     "               else en_US)\n"
     "  --no-breaks  base64 encode: no line breaks\n"
+    "  --split N    dates: two-digit years below N are 20YY, others 19YY\n"
+    "               (default 0: every two-digit year is 20YY)\n"
     "  --help       this text\n"
     "  --version    the version\n"
     "\n"
@@ -58,7 +80,10 @@ constexpr const char* kHelp =
     "  zupic format 'date{EEEE, D MMMM YYYY}' 2024-03-05 --locale fr_FR\n"
     "  zupic format 'num{z,zz9.99}' 1234.5 --locale de_DE\n"
     "  zupic parse 'date.short{}' 3/5/24\n"
-    "  zupic base64 encode < picture.png > picture.b64\n";
+    "  zupic base64 encode < picture.png > picture.b64\n"
+    "  zupic date format all 2024-03-05 --locale ja\n"
+    "  zupic date diff 2024-02-29 2023-01-31\n"
+    "  zupic time parse '2:30 pm'\n";
 
 int usageError(const char* message) {
   std::fprintf(stderr, "zupic: %s\n%s", message, kUsage);
@@ -80,6 +105,7 @@ int main(int argc, char** argv) {
   std::string locale;
   bool localeGiven = false;
   bool noBreaks = false;
+  long split = 0;
   for (int i = 1; i < argc; ++i) {
     const std::string argument = argv[i];
     if (words.empty() && argument == "serve") {
@@ -97,6 +123,15 @@ int main(int argc, char** argv) {
       if (i + 1 >= argc) return usageError("--locale needs a locale name");
       locale = argv[++i];
       localeGiven = true;
+    } else if (argument == "--split" || argument.rfind("--split=", 0) == 0) {
+      const bool attached = argument.size() > 7;
+      if (!attached && i + 1 >= argc) return usageError("--split needs a number");
+      const std::string value = attached ? argument.substr(8) : argv[++i];
+      char* end = nullptr;
+      split = std::strtol(value.c_str(), &end, 10);
+      if (value.empty() || *end != '\0' || split < 0) {
+        return usageError("--split needs a number of 0 or more");
+      }
     } else if (argument.rfind("--locale=", 0) == 0) {
       locale = argument.substr(9);
       localeGiven = true;
@@ -129,6 +164,10 @@ int main(int argc, char** argv) {
       return usageError("base64 needs encode or decode");
     }
     return zupic::runBase64(words[1] == "encode", !noBreaks);
+  }
+  if (command == "date" || command == "time") {
+    const std::vector<std::string> rest(words.begin() + 1, words.end());
+    return command == "date" ? zupic::runDate(rest, locale, split) : zupic::runTime(rest);
   }
   if (command == "locales") {
     if (words.size() != 1) return usageError("locales takes no argument");

@@ -1,19 +1,12 @@
 // zupic format / zupic parse: values through a picture clause, one a line.
 #include <cstdio>
-#include <cstdlib>
 
 #include "tools/zupic/zupicCommands.h"
-#include "zu/core/zuExErrItem.h"
-#include "zu/core/zuException.h"
 #include "zu/picture/zuPicture.h"
 
 namespace zupic {
 
 namespace {
-
-// Output is written in large blocks: piping millions of values through the
-// tool must not cost a system call per line.
-constexpr size_t kOutputBuffer = 1 << 20;
 
 class PictureRunner {
  public:
@@ -38,11 +31,6 @@ class PictureRunner {
   }
 
  private:
-  static void writeLine(const char* text, size_t length) {
-    std::fwrite(text, 1, length, stdout);
-    std::fputc('\n', stdout);
-  }
-
   PictureApplier applier_;
 };
 
@@ -58,20 +46,14 @@ Outcome PictureApplier::apply(const char* value, size_t length) const {
   const zuString text(value, static_cast<unsigned int>(length));
   Outcome outcome;
   int status = 1;  // stays 1 in the early exits, which return the value itself
-  try {
-    outcome.text = direction_ == Direction::kFormat
-                       ? zuPicture::format(text, picture_, locale_, &status, 0)
-                       : zuPicture::parse(text, picture_, locale_, &status);
-    outcome.matched = status != 0;
-  } catch (zuExFull& error) {
-    error.Resolve();
-    outcome.errorId = error.FirstResId();
-    outcome.errorText = static_cast<const char*>(error[0].Text());
-  } catch (zuException& error) {
-    const zuExErrItem& item = error[0];
-    outcome.errorId = item.ResId();
-    outcome.errorText = static_cast<const char*>(item.Text());
-  }
+  captureErrors(
+      [&] {
+        outcome.text = direction_ == Direction::kFormat
+                           ? zuPicture::format(text, picture_, locale_, &status, 0)
+                           : zuPicture::parse(text, picture_, locale_, &status);
+        outcome.matched = status != 0;
+      },
+      outcome.errorId, outcome.errorText);
   if (!outcome.matched) outcome.text = zuString::EmptyString();
   return outcome;
 }
@@ -83,24 +65,11 @@ int runPicture(Direction direction, const std::string& picture,
     std::fprintf(stderr, "zupic: the picture ends inside a quoted literal\n");
     return kUsage;
   }
-  static char buffer[kOutputBuffer];
-  std::setvbuf(stdout, buffer, _IOFBF, sizeof buffer);
   PictureRunner runner(direction, picture, locale);
-  bool allMatched = true;
-  if (!values.empty()) {
-    for (const std::string& value : values) allMatched &= runner.run(value.c_str(), value.size());
-  } else {
-    char* line = nullptr;
-    size_t capacity = 0;
-    ssize_t length = 0;
-    while ((length = getline(&line, &capacity, stdin)) >= 0) {
-      while (length > 0 && (line[length - 1] == '\n' || line[length - 1] == '\r')) --length;
-      allMatched &= runner.run(line, static_cast<size_t>(length));
-    }
-    std::free(line);
-  }
-  std::fflush(stdout);
-  return allMatched ? kOk : kNoMatch;
+  return forEachValue(values,
+                      [&](const char* value, size_t length) { return runner.run(value, length); })
+             ? kOk
+             : kNoMatch;
 }
 
 }  // namespace zupic

@@ -75,6 +75,34 @@ expect(NAME default_locale EXIT 0 OUT "1,234.50\n" ENV LANG=C
 expect(NAME compound_picture EXIT 1 OUT "\n" ERR "16480: Compound pictures are not supported"
        ARGS format "num{9} text{X}" 5 --locale en_US)
 
+# Dates and times as values.
+expect(NAME date_format EXIT 0 OUT "mars 5, 2024\nfévrier 5, 2024\n"
+       ARGS date format 11 2024-03-05 2024-02-05 --locale ja)
+expect(NAME date_format_locale EXIT 0 OUT "05.03.2024\n" ARGS date format 28 2024-03-05 --locale de_DE)
+expect(NAME date_format_stdin EXIT 1 OUT "令和 6年03月05日\n\n" INPUT "2024-03-05\n2024-02-30\n"
+       ERR "error 17187: The day is not valid" ARGS date format 25 --locale ja)
+expect(NAME date_format_not_a_date EXIT 1 OUT "\n" ERR "\"5 March\" is not a date"
+       ARGS date format 21 "5 March")
+expect(NAME date_parse_split EXIT 0 OUT "2029-03-05\n1930-03-05\n"
+       ARGS date parse 17 05.03.29 05.03.30 --split 30)
+expect(NAME date_parse_no_match EXIT 1 OUT "\n" ERR "is not a date in that format"
+       ARGS date parse 21 2024-02-30)
+expect(NAME date_add EXIT 0 OUT "2024-03-02\n" ARGS date add 2024-01-31 0 1 0)
+expect(NAME date_add_backwards EXIT 1 OUT "\n" ERR "error 17187"
+       ARGS date add 2024-03-01 0 0 -1)
+expect(NAME date_subtract EXIT 0 OUT "2024-02-29\n" ARGS date subtract 2024-03-01 0 0 1)
+expect(NAME date_diff EXIT 0 OUT "+1y 1m 0d = 394 days\n" ARGS date diff 2024-02-29 2023-01-31)
+expect(NAME date_diff_before_1900 EXIT 0 OUT "-224y 0m 0d = -81814 days\n"
+       ARGS date diff 1800-01-01 2024-01-01)
+expect(NAME time_format EXIT 0 OUT "02:05:09 PM\n12:30:00 AM\n"
+       ARGS time format 5 14:05:09 12:30)
+expect(NAME time_parse_stdin EXIT 1 OUT "14:30:00.000\n\n09:00:05.005\n"
+       INPUT "2:30 pm\n25:00\n9.0.5.5\n" ERR "error 17234" ARGS time parse)
+expect(NAME date_bad_format EXIT 2 ERR "number from 0 to 31" ARGS date format 32 2024-03-05)
+expect(NAME date_bad_amount EXIT 2 ERR "whole numbers" ARGS date add 2024-03-05 1 x 0)
+expect(NAME time_bad_form EXIT 2 ERR "number from 0 to 6" ARGS time format 7 10:00)
+expect(NAME bad_split EXIT 2 ERR "--split needs" ARGS date parse 17 05.03.29 --split -1)
+
 # Locales.
 expect(NAME locales EXIT 0 ARGS locales)
 execute_process(COMMAND ${ZUPIC} locales OUTPUT_VARIABLE list)

@@ -13,6 +13,7 @@
 #include "zu/locale/RnData.h"
 #include "zu/locale/internal/RnLocaleMap.h"
 #include "zu/locale/internal/RnLocaleName.h"
+#include "zu/locale/internal/RnThreadLocale.h"
 
 using zu::internal::findLocaleMapRow;
 using zu::internal::kLocaleMap;
@@ -42,17 +43,23 @@ int rowForLcid(uint32_t lcid) {
   }
 }
 
+// Names longer than this cannot be canonical locale names; they are cut.
+constexpr size_t kNameBuffer = 64;
+
 // The user's default locale from the environment, without its code set and
-// modifier; empty when unset or the POSIX locale.
-std::string userDefaultLocale() {
+// modifier, copied into `name`; empty when unset or the POSIX locale.
+void userDefaultLocale(char (&name)[kNameBuffer]) {
+  name[0] = '\0';
   for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
     const char* value = std::getenv(variable);
     if (value == nullptr || *value == '\0') continue;
-    std::string name(value, zu::internal::unqualifiedLength(value, std::strlen(value)));
-    if (name == "C" || name == "POSIX") name.clear();
-    return name;
+    size_t length = zu::internal::unqualifiedLength(value, std::strlen(value));
+    if (length >= kNameBuffer) length = kNameBuffer - 1;
+    std::memcpy(name, value, length);
+    name[length] = '\0';
+    if (std::strcmp(name, "C") == 0 || std::strcmp(name, "POSIX") == 0) name[0] = '\0';
+    return;
   }
-  return {};
 }
 
 // The fewest characters ICU's name of a language must have to be used.
@@ -60,10 +67,21 @@ constexpr int32_t kShortestLanguageName = 4;
 
 }  // namespace
 
+const char* zu::internal::threadLocaleName(bool& isMapRow) {
+  if (tRecordedLcid != 0) {
+    isMapRow = true;
+    return kLocaleMap[rowForLcid(tRecordedLcid)].name;
+  }
+  char name[kNameBuffer];
+  userDefaultLocale(name);
+  const RnLocale userDefault(name);
+  isMapRow = userDefault.getHandle() > 0;
+  return userDefault.getName();
+}
+
 zuString RnLocale::getLocale(unsigned int) {
-  if (tRecordedLcid != 0) return zuString(kLocaleMap[rowForLcid(tRecordedLcid)].name);
-  const RnLocale userDefault(userDefaultLocale().c_str());
-  return zuString(userDefault.getName());
+  bool isMapRow = false;
+  return zuString(zu::internal::threadLocaleName(isMapRow));
 }
 
 void RnLocale::setLocale(const zuString& name) {

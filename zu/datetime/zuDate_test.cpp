@@ -1,0 +1,502 @@
+#include "zu/datetime/zuDate.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <clocale>
+#include <cstdlib>
+#include <optional>
+#include <random>
+#include <string>
+
+#include "zu/datetime/internal/zuValueTestSupport.h"
+#include "zu/locale/RnLocale.h"
+#include "zu/picture/RnDate.h"
+#include "zu/testing/zuTestText.h"
+
+namespace {
+
+using namespace std::chrono;
+using zu::internal::dayOf;
+using zu::internal::monthOf;
+using zu::internal::thrownId;
+using zu::internal::yearOf;
+using zu::testing::str;
+
+constexpr unsigned kYear = 17185;
+constexpr unsigned kMonth = 17186;
+constexpr unsigned kDay = 17187;
+
+zuDate dateOf(const year_month_day& ymd) {
+  return zuDate(yearOf(ymd), monthOf(ymd), dayOf(ymd));
+}
+
+bool sameDate(const zuDate& date, const year_month_day& ymd) {
+  return date.Year() == yearOf(ymd) && date.Month() == monthOf(ymd) && date.Day() == dayOf(ymd);
+}
+
+// The date as RnDate's canonical text, "" when empty.
+std::string iso(const zuDate& date) {
+  return str(date.Format(zuDate::ISO_EXTENDED));
+}
+
+TEST(zuDateTest, ValidatesYearThenMonthThenDayInSixtyFourBits) {
+  struct Case {
+    long year, month, day;
+    unsigned id;
+  };
+  constexpr long k2to32 = 4294967296;  // narrowed to 32 bits it would be valid
+  const Case cases[] = {{2023, 2, 29, kDay},
+                        {2000, 2, 29, 0},
+                        {1900, 2, 29, kDay},
+                        {2024, k2to32 + 1, 1, kMonth},
+                        {2024, 1, k2to32 + 1, kDay},
+                        {k2to32 + 2024, 1, 1, kYear},
+                        {0, 1, 1, 0},
+                        {214748, 12, 31, 0},
+                        {214749, 1, 1, kYear},
+                        {-1, 13, 40, kYear},
+                        {2024, 13, 40, kMonth},
+                        {2024, 4, 31, kDay}};
+  for (const Case& c : cases) {
+    zuDate date(1999, 9, 9);
+    EXPECT_EQ(thrownId([&] { date.Set(c.year, c.month, c.day); }), c.id)
+        << c.year << "-" << c.month;
+    const long packed = c.id == 0 ? c.year * 10000 + c.month * 100 + c.day : 19990909;
+    EXPECT_EQ(str(date.Format(zuDate::PACKED)), std::to_string(packed)) << "a throw leaves it";
+  }
+}
+
+TEST(zuDateTest, AgreesWithChronoOnEveryDayFrom1600To2400) {
+  const sys_days first{year{1600} / 1 / 1};
+  const sys_days last{year{2400} / 12 / 31};
+  const sys_days origin1900{year{1900} / 1 / 1};
+  zuDate date = dateOf(year_month_day{first});
+  for (sys_days day = first; day <= last; day += days{1}) {
+    const year_month_day ymd{day};
+    ASSERT_TRUE(sameDate(date, ymd)) << iso(date);
+    const long dayOfYear = (day - sys_days{ymd.year() / 1 / 1}).count() + 1;
+    ASSERT_EQ(date.JulianDate(), dayOfYear - 1);
+    if (day >= origin1900) {
+      const long since1900 = (day - origin1900).count() + 1;
+      ASSERT_EQ(date.DaysSince1900(), since1900);
+      ASSERT_EQ(date.DayOfWeekIndex(), static_cast<int>(weekday{day}.c_encoding()));
+      ASSERT_EQ(date.DaysSince1900() + 2415020, day.time_since_epoch().count() + 2440588);
+      zuDate back(2000, 1, 1);
+      back.DaysSince1900(since1900);
+      ASSERT_EQ(back.Compare(date), 0);
+    } else {
+      ASSERT_EQ(date.DaysSince1900(), dayOfYear);  // only the day of the year before 1900
+      ASSERT_EQ(date.DayOfWeekIndex(), dayOfYear % 7);
+    }
+    if (day != last) {
+      zuDate before = date;
+      ++date;
+      zuDate again = date;
+      --again;
+      ASSERT_EQ(again.Compare(before), 0);
+    }
+  }
+  EXPECT_EQ(thrownId([] { zuDate(2000, 1, 1).DaysSince1900(0); }), kDay);
+  EXPECT_EQ(thrownId([] { zuDate(2000, 1, 1).DaysSince1900(78000000); }), kYear);
+}
+
+TEST(zuDateTest, DifferencesAgreeWithChronoAndAreSymmetric) {
+  std::mt19937_64 random(18);
+  std::uniform_int_distribution<int> dayPick(0, 182620);  // 1900 .. 2399
+  const sys_days origin{year{1900} / 1 / 1};
+  for (int i = 0; i < 100000; ++i) {
+    const sys_days a = origin + days{dayPick(random)};
+    const sys_days b = origin + days{dayPick(random)};
+    const zuDate first = dateOf(year_month_day{a});
+    const zuDate second = dateOf(year_month_day{b});
+    long count = -1;
+    const int order = first.DaysDifference(second, count);
+    ASSERT_EQ(count, std::abs((a - b).count()));
+    ASSERT_EQ(order, a > b ? 1 : (a < b ? -1 : 0));
+    long years = 0, months = 0, dayCount = 0, back[3] = {-1, -1, -1};
+    ASSERT_EQ(first.Difference(second, years, months, dayCount), order);
+    ASSERT_EQ(second.Difference(first, back[0], back[1], back[2]), -order);
+    ASSERT_TRUE(years == back[0] && months == back[1] && dayCount == back[2]);
+    // Only the month before the later date's lends its days: after a short
+    // February the day count can end a little below 0.
+    ASSERT_TRUE(years >= 0 && months >= 0 && months < 12 && dayCount >= -3 && dayCount <= 30);
+  }
+}
+
+// The date Add gives, or the message id it throws: the amounts added to
+// the fields, months above 12 carried forward, then the day counted on
+// from the first of the month; nothing is carried backwards.
+void expectAddAgreesWithChrono(const year_month_day& start, long years, long months, long days) {
+  const long month = monthOf(start) + months;
+  const long dayCount = dayOf(start) + days;
+  unsigned id = 0;
+  year_month_day expected{};
+  if (month < 1) {
+    id = yearOf(start) + years < 0 ? kYear : kMonth;
+  } else {
+    const year_month ym =
+        year{static_cast<int>(yearOf(start) + years)} / January + std::chrono::months{month - 1};
+    if (dayCount < 1) {
+      id = static_cast<int>(ym.year()) < 0 ? kYear : kDay;
+    } else {
+      expected = year_month_day{sys_days{ym / 1} + std::chrono::days{dayCount - 1}};
+      if (yearOf(expected) < 0 || yearOf(expected) > zuDate::kMaxYear) id = kYear;
+    }
+  }
+  zuDate date = dateOf(start);
+  ASSERT_EQ(thrownId([&] { date.Add(years, months, days); }), id)
+      << iso(dateOf(start)) << " + " << years << "/" << months << "/" << days;
+  ASSERT_TRUE(sameDate(date, id == 0 ? expected : start)) << iso(date);
+}
+
+TEST(zuDateTest, AddCarriesForwardOnlyAsChronoPredicts) {
+  std::mt19937_64 random(4);
+  std::uniform_int_distribution<int> startPick(-150000, 150000);
+  std::uniform_int_distribution<long> yearPick(-2100, 2100);
+  std::uniform_int_distribution<long> monthPick(-30, 400);
+  std::uniform_int_distribution<long> dayPick(-40, 200000);
+  for (int i = 0; i < 200000; ++i) {
+    const year_month_day start{sys_days{year{2000} / 1 / 1} + days{startPick(random)}};
+    expectAddAgreesWithChrono(start, yearPick(random), monthPick(random), dayPick(random));
+  }
+  const year_month_day edges[] = {year{2024} / 1 / 31, year{2023} / 1 / 31, year{2024} / 3 / 1,
+                                  year{0} / 1 / 1, year{2024} / 12 / 31};
+  for (const year_month_day& start : edges) {
+    for (long months : {-13L, -12L, -1L, 0L, 1L, 11L, 12L, 13L}) {
+      for (long days : {-31L, -1L, 0L, 1L, 30L, 31L, 366L}) {
+        expectAddAgreesWithChrono(start, 0, months, days);
+        expectAddAgreesWithChrono(start, -1, months, days);
+      }
+    }
+  }
+}
+
+TEST(zuDateTest, SubtractNormalisesBothWaysAsChronoPredicts) {
+  std::mt19937_64 random(7);
+  std::uniform_int_distribution<int> startPick(-150000, 150000);
+  std::uniform_int_distribution<long> yearPick(-2500, 2500);
+  std::uniform_int_distribution<long> monthPick(-5000, 5000);
+  std::uniform_int_distribution<long> dayPick(-400000, 400000);
+  for (int i = 0; i < 1000000; ++i) {
+    const year_month_day start{sys_days{year{2000} / 1 / 1} + days{startPick(random)}};
+    const long years = yearPick(random), months = monthPick(random), dayCount = dayPick(random);
+    const year_month ym =
+        year{static_cast<int>(yearOf(start) - years)} / start.month() - std::chrono::months{months};
+    const year_month_day expected{sys_days{ym / 1} + days{dayOf(start) - dayCount - 1}};
+    const bool inRange = yearOf(expected) >= 0 && yearOf(expected) <= zuDate::kMaxYear;
+    zuDate date = dateOf(start);
+    ASSERT_EQ(thrownId([&] { date.Subtract(years, months, dayCount); }), inRange ? 0 : kYear);
+    ASSERT_TRUE(sameDate(date, inRange ? expected : start)) << iso(date);
+  }
+}
+
+TEST(zuDateTest, ArithmeticIsClosedFormForAnyAmounts) {
+  struct Case {
+    bool subtract;
+    long years, months, days;
+    long packed;  // the result from 2024-01-31; 0 when 17185 is thrown
+  };
+  constexpr long kHuge = 1L << 41;  // beyond the 64-bit path
+  const Case cases[] = {{false, 0, 0, 2000000000, 0},
+                        {false, 0, 0, LONG_MAX, 0},
+                        {false, LONG_MAX, LONG_MAX, LONG_MAX, 0},
+                        {false, LONG_MIN, 0, 0, 0},
+                        {false, -kHuge, 12 * kHuge, 0, 20240131},
+                        {false, -400 * kHuge, 0, 146097 * kHuge, 20240131},
+                        {false, -2024, 0, 1, 201},
+                        {false, -2025, 0, 365, 131},
+                        {true, 0, 0, 2000000000, 0},
+                        {true, LONG_MIN, LONG_MIN, LONG_MIN, 0},
+                        {true, kHuge, -12 * kHuge, 0, 20240131},
+                        {true, 400 * kHuge, 0, -146097 * kHuge, 20240131},
+                        {true, 0, 0, 739281, 101},
+                        {true, 0, 0, 739282, 0}};
+  for (const Case& c : cases) {
+    zuDate date(2024, 1, 31);
+    const unsigned id = thrownId([&] {
+      c.subtract ? date.Subtract(c.years, c.months, c.days) : date.Add(c.years, c.months, c.days);
+    });
+    EXPECT_EQ(id, c.packed == 0 ? kYear : 0) << c.years << "/" << c.months << "/" << c.days;
+    EXPECT_EQ(str(date.Format(zuDate::PACKED)),
+              std::to_string(c.packed == 0 ? 20240131 : c.packed));
+  }
+}
+
+TEST(zuDateTest, DifferenceLendsTheMonthBeforeTheLaterDate) {
+  struct Case {
+    zuDate later, earlier;
+    long fields;  // years * 10000 + months * 100 + days
+  };
+  const Case cases[] = {{zuDate(2024, 2, 29), zuDate(2023, 1, 31), 10100},  // both last days
+                        {zuDate(2024, 3, 1), zuDate(2024, 1, 31), 99},      // February's 29: -1 day
+                        {zuDate(2024, 1, 5), zuDate(2023, 12, 20), 16}};    // January lends 31
+  for (const Case& c : cases) {
+    long years = -1, months = -1, days = -1;
+    EXPECT_EQ(c.later.Difference(c.earlier, years, months, days), 1);
+    EXPECT_EQ(years * 10000 + months * 100 + days, c.fields) << iso(c.later);
+  }
+  zuDate first(2024, 3, 1);
+  EXPECT_EQ(iso(first -= 1) + " " + iso(zuDate(2024, 2, 29) + 1), "2024-02-29 2024-03-01");
+  EXPECT_EQ(zuDate::DaysInMonth(2024, 13) + zuDate::LeapYear(-400) + zuDate::LeapYear(2100), 0);
+}
+
+TEST(zuDateTest, Year4WidensBySplitAndCentury) {
+  const long century = zuDate().Year() / 100 * 100;
+  zuDate date(2024, 1, 1);
+  struct Case {
+    long split, year, widened;
+  };
+  const Case cases[] = {{30, 29, century + 29}, {30, 30, century - 70}, {30, 100, century},
+                        {30, 101, 101},         {0, 95, century + 95},  {0, 100, century + 100},
+                        {0, 5000, 5000}};
+  for (const Case& c : cases) {
+    ASSERT_EQ(date.CenturySplit(c.split), 1);
+    EXPECT_EQ(date.Year4(c.year), c.widened) << c.split << " " << c.year;
+  }
+  EXPECT_EQ(date.CenturySplit(-1), 0);
+  EXPECT_EQ(date.CenturySplit(), 0);
+  EXPECT_EQ(date.CenturySplit(130), 1);
+  EXPECT_EQ(date.CenturySplit(), 30);
+}
+
+TEST(zuDateTest, FormatsInFiveLocalesByPublishedNumbers) {
+  struct Case {
+    zuDate::zuDateFmt fmt;  // the row's index is its published number
+    const char* texts[5];   // en_US, fr_FR, de_DE, ja, ko; null: as en_US
+  };
+  using D = zuDate;
+  const Case cases[] = {
+      {D::PACKED, {"20240205"}},
+      {D::YYMMDD, {"240205"}},
+      {D::MM_DD_YY_SLASH, {"02/05/24"}},
+      {D::MM_DD_YY_DASH, {"02-05-24"}},
+      {D::MMM_D_YYYY,
+       {"Feb 5, 2024", "févr. 5, 2024", "Feb. 5, 2024", "2月 5, 2024", "2월 5, 2024"}},
+      {D::MMMM_D_YYYY,
+       {"February 5, 2024", "février 5, 2024", "Februar 5, 2024", "2月 5, 2024", "2월 5, 2024"}},
+      {D::D_MMM_YY, {"5 Feb 24", "5 févr. 24", "5 Feb. 24", "5 2月 24", "5 2월 24"}},
+      {D::D_MMM_YYYY, {"5 Feb 2024", "5 févr. 2024", "5 Feb. 2024", "5 2月 2024", "5 2월 2024"}},
+      {D::DD_MM_YY_SLASH, {"05/02/24"}},
+      {D::DD_MM_YY_DASH, {"05-02-24"}},
+      {D::FR_MMM_D_YYYY, {"févr. 5, 2024"}},
+      {D::FR_MMMM_D_YYYY, {"février 5, 2024"}},
+      {D::FR_D_MMM_YY, {"5 févr. 24"}},
+      {D::FR_D_MMM_YYYY, {"5 févr. 2024"}},
+      {D::FR_D_MMMM_YYYY, {"5 février 2024"}},
+      {D::YY_MM_DD_SLASH, {"24/02/05"}},
+      {D::MM_DD_YY_DOT, {"02.05.24"}},
+      {D::DD_MM_YY_DOT, {"05.02.24"}},
+      {D::YY_MM_DD_DOT, {"24.02.05"}},
+      {D::DD_MM_YYYY_DOT, {"05.02.2024"}},
+      {D::MM_DD_YYYY_SLASH, {"02/05/2024"}},
+      {D::ISO_EXTENDED, {"2024-02-05"}},
+      {D::MMDDYYYY, {"02052024"}},
+      {D::MMDDYY, {"020524"}},
+      {D::YYYY_MM_DD_KANJI, {"2024年02月05日"}},
+      {D::ERA, {"2024年02月05日", nullptr, nullptr, "令和 6年02月05日", "2024년02월05일"}},
+      {D::YYYY_MM_DD_HANGUL, {"2024年02月05日", nullptr, nullptr, nullptr, "2024년02월05일"}},
+      {D::EEEE_MMMM_D_YYYY,
+       {"Monday February 5, 2024", "lundi février 5, 2024", "Montag Februar 5, 2024",
+        "月曜日 2月 5, 2024", "월요일 2월 5, 2024"}},
+      {D::LOCALE_MEDIUM,
+       {"Feb 5, 2024", "5 févr. 2024", "05.02.2024", "2024/02/05", "2024. 2. 5."}},
+      {D::DD_MM_YYYY_SLASH, {"05/02/2024"}},
+      {D::LOCALE_SHORT, {"2/5/24", "05/02/2024", "05.02.24", "2024/02/05", "24. 2. 5."}},
+      {D::YYYY_MM_DD_SLASH, {"2024/02/05"}}};
+  const char* const locales[] = {"en_US", "fr_FR", "de_DE", "ja", "ko"};
+  for (const Case& c : cases) {
+    EXPECT_EQ(c.fmt, &c - cases);
+    for (int i = 0; i < 5; ++i) {
+      zuDate date(2024, 2, 5);
+      date.Locale(locales[i]);
+      const char* expected = c.texts[i] != nullptr ? c.texts[i] : c.texts[0];
+      EXPECT_EQ(str(date.Format(c.fmt)), expected) << c.fmt << " " << locales[i];
+    }
+  }
+}
+
+TEST(zuDateTest, FormatsThroughTheEightDigitBridge) {
+  struct Case {
+    long year, month, day;
+    int fmt;
+    const char* expected;
+  };
+  const Case cases[] = {{99, 1, 1, 21, "1999-01-01"},  // "0099" under "YYYY" is 1999
+                        {0, 2, 29, 21, ""},            // becomes 1900-02-29
+                        {0, 2, 29, 0, "229"},          // the packed digits
+                        {10000, 1, 1, 21, ""},         // beyond RnDate's years
+                        {214748, 12, 31, -1, "2147481231"},
+                        {214748, 12, 31, 40, "2147481231"},
+                        {214748, 12, 31, 25, "214748年12月31日"},
+                        {800, 1, 1, 25, " 800年01月01日"}};
+  for (const Case& c : cases) {
+    EXPECT_EQ(str(zuDate(c.year, c.month, c.day).Format(static_cast<zuDate::zuDateFmt>(c.fmt))),
+              c.expected)
+        << c.year << " " << c.fmt;
+  }
+  const zuDate empty("no date", zuDate::ISO_EXTENDED, 0, "en_US");
+  EXPECT_EQ(str(empty.Format(zuDate::ISO_EXTENDED)), "");
+  EXPECT_EQ(str(empty.Format(zuDate::ERA)), "");
+  EXPECT_EQ(str(empty.Format(zuDate::PACKED)), "0");
+  EXPECT_EQ(str(empty.DayOfWeek(zuDate::ISO_EXTENDED)), "");
+  EXPECT_EQ(empty.DaysSince1900() * 10 + empty.JulianDate(), -1);
+}
+
+TEST(zuDateTest, ParsesWhatItFormatsWhereTheYearDigitsCarryIt) {
+  for (const char* locale : {"en_US", "fr_FR", "de_DE", "ja", "ko"}) {
+    for (int fmt = 1; fmt <= 31; ++fmt) {
+      zuDate probe(2024, 2, 5);
+      probe.Locale(locale);
+      const auto format = static_cast<zuDate::zuDateFmt>(fmt);
+      const bool fullYear = str(probe.Format(format)).find("2024") != std::string::npos;
+      // Two-digit years read as 20YY (split 0): only this century carries.
+      const sys_days first{year{fullYear ? 1900 : 2000} / 1 / 1};
+      const sys_days last{year{fullYear ? 2400 : 2099} / 12 / 31};
+      int checked = 0;
+      for (sys_days day = first; day <= last; day += days{97}, ++checked) {
+        zuDate date = dateOf(year_month_day{day});
+        date.Locale(locale);
+        zuDate read(1, 1, 1);
+        read.Locale(locale);
+        ASSERT_EQ(read.Parse(date.Format(format), format), 1)
+            << fmt << " " << locale << " " << str(date.Format(format));
+        ASSERT_EQ(read.Compare(date), 0) << fmt << " " << locale << " " << str(date.Format(format));
+      }
+      EXPECT_GT(checked, 300);
+    }
+  }
+  zuDate date(2024, 1, 1);
+  EXPECT_EQ(date.Parse("2024-03-05", static_cast<zuDate::zuDateFmt>(32)), 0);
+  EXPECT_EQ(date.Parse("2024-03-05", zuDate::PACKED), 0);
+  EXPECT_EQ(date.Parse("2024-02-30", zuDate::ISO_EXTENDED), 0);
+  EXPECT_EQ(iso(date), "2024-01-01");
+  EXPECT_EQ(date.CenturySplit(30) + date.Parse("05.03.29", zuDate::DD_MM_YY_DOT), 2);
+  EXPECT_EQ(iso(date), "2029-03-05");
+  EXPECT_EQ(date.Parse("05.03.30", zuDate::DD_MM_YY_DOT), 1);
+  EXPECT_EQ(iso(date), "1930-03-05");
+}
+
+TEST(zuDateTest, EraFormFollowsTheJapaneseEraTable) {
+  struct Case {
+    long year, month, day;
+    const char* locale;
+    const char* text;
+  };
+  const Case cases[] = {
+      {1868, 9, 7, "ja", "1868年09月07日"},      {1868, 9, 8, "ja", "明治 1年09月08日"},
+      {1912, 7, 29, "ja", "明治 45年07月29日"},  {1912, 7, 30, "ja", "大正 1年07月30日"},
+      {1926, 12, 24, "ja", "大正 15年12月24日"}, {1926, 12, 25, "ja", "昭和 1年12月25日"},
+      {1989, 1, 7, "ja", "昭和 64年01月07日"},   {1989, 1, 8, "ja", "平成 1年01月08日"},
+      {2019, 4, 30, "ja", "平成 31年04月30日"},  {2019, 5, 1, "ja", "令和 1年05月01日"},
+      {2024, 3, 5, "ja", "令和 6年03月05日"},    {2024, 3, 5, "JA", "令和 6年03月05日"},
+      {2024, 3, 5, "ja_JP", "2024年03月05日"},   {2024, 3, 5, "en", "2024年03月05日"},
+      {2024, 3, 5, "ko", "2024년03월05일"},      {800, 3, 5, "ja", " 800年03月05日"}};
+  for (const Case& c : cases) {
+    zuDate date(c.year, c.month, c.day);
+    date.Locale(c.locale);
+    EXPECT_EQ(str(date.GetAltCalendarDateFormat()), c.text) << c.locale;
+    zuDate read(1, 1, 1);
+    read.Locale(c.locale);
+    EXPECT_EQ(read.Parse(c.text, zuDate::ERA), 1) << c.text;
+    EXPECT_EQ(read.Compare(date), 0) << c.text;
+  }
+}
+
+TEST(zuDateTest, EraFormReadsByItsOwnRules) {
+  struct Case {
+    const char* text;
+    const char* locale;
+    const char* expected;  // "" when the parse fails
+  };
+  const Case cases[] = {
+      {" 平成 31 年 4 月 30 日 ", "ja", "2019-04-30"},
+      {"令和 6年03月05日 (火)", "ja", "2024-03-05"},  // what follows the day is ignored
+      {"昭和 100年01月01日", "ja", "2025-01-01"},     // not checked against the era's end
+      {"令和元年05月01日", "ja", ""},                 // ASCII digits only
+      {"令和 6年03月05日", "en_US", ""},              // era names in Japanese locales only
+      {"平成 31年02月30日", "ja", ""},                // no such day: 0, nothing thrown
+      {"2024年03月05", "ja", ""},
+      {"24年03月05日", "ja", "2024-03-05"},  // Year4 with split 0
+      {"2024년03월05일", "ko", "2024-03-05"},
+      {"2024年03월05日", "ja", "2024-03-05"},  // either marker ends a token
+      {"99999999999年01月01日", "ja", ""},
+      {"999999年01月01日", "ja", ""}};
+  for (const Case& c : cases) {
+    zuDate date(1999, 9, 9);
+    date.Locale(c.locale);
+    const int result = date.Parse(c.text, zuDate::ERA);
+    EXPECT_EQ(result, c.expected[0] != '\0' ? 1 : 0) << c.text;
+    EXPECT_EQ(iso(date), result != 0 ? c.expected : "1999-09-09") << c.text;
+  }
+  zuDate japanese("令和 6年03月05日", zuDate::ERA, 0, "ja");
+  EXPECT_EQ(japanese.GetYearFromAltCalendar(" 大正 15 "), 1926);
+  EXPECT_EQ(japanese.GetYearFromAltCalendar("大正"), -1);
+  EXPECT_EQ(japanese.GetYearFromAltCalendar("15"), -1);
+  EXPECT_EQ(japanese.GetYearFromAltCalendar("天保 3"), -1);
+}
+
+TEST(zuDateTest, NamesFollowTheAsianLocaleMapping) {
+  zuDate date(2024, 2, 5);
+  date.Locale("ko");
+  EXPECT_EQ(str(date.DayOfWeek(zuDate::ISO_EXTENDED)), "월요일");
+  EXPECT_EQ(str(date.DayOfWeek(zuDate::YYYY_MM_DD_KANJI)), "月曜日");   // ko under 24: ja
+  EXPECT_EQ(str(date.DayOfWeek(zuDate::YYYY_MM_DD_HANGUL)), "Monday");  // 26: en
+  EXPECT_EQ(str(date.MonthName(0, zuDate::YYYY_MM_DD_HANGUL)), "February");
+  EXPECT_EQ(str(date.ShortMonthName(9, zuDate::YYYY_MM_DD_HANGUL)), "Sep");
+  EXPECT_EQ(str(date.MonthName(13, zuDate::YYYY_MM_DD_HANGUL)), "");
+  EXPECT_EQ(str(date.MonthName(-1, zuDate::YYYY_MM_DD_HANGUL)), "");
+  EXPECT_EQ(str(date.MonthNameFr(8)), "août");
+  EXPECT_EQ(str(date.ShortMonthNameFr(0)), "févr.");
+  date.Locale("de_DE");
+  EXPECT_EQ(str(date.DayOfWeek(zuDate::YYYY_MM_DD_KANJI)), "Montag");
+  EXPECT_EQ(str(date.MonthName(3, zuDate::ISO_EXTENDED)), "März");
+}
+
+// Sets the locale variables of the environment for one scope; restores
+// them, the thread's recorded locale and the C library's "C" locale after.
+class ScopedLocaleEnvironment {
+ public:
+  explicit ScopedLocaleEnvironment(const char* lang) {
+    for (int i = 0; i < 3; ++i) {
+      const char* value = std::getenv(kVariables[i]);
+      saved_[i] = value != nullptr ? std::optional<std::string>(value) : std::nullopt;
+      unsetenv(kVariables[i]);
+    }
+    setenv("LANG", lang, 1);
+  }
+  ~ScopedLocaleEnvironment() {
+    for (int i = 0; i < 3; ++i) {
+      saved_[i] ? setenv(kVariables[i], saved_[i]->c_str(), 1) : unsetenv(kVariables[i]);
+    }
+    RnLocale::setLocale("");
+    std::setlocale(LC_ALL, "C");
+  }
+
+ private:
+  static constexpr const char* kVariables[3] = {"LC_ALL", "LC_MESSAGES", "LANG"};
+  std::optional<std::string> saved_[3];
+};
+
+TEST(zuDateTest, LocaleFallsBackToTheThreadsDefault) {
+  ScopedLocaleEnvironment environment("C");
+  EXPECT_EQ(str(zuDate(2024, 1, 1).Locale()), "en_US");  // "x" gives en_US
+  RnLocale::setLocale("de_DE");
+  zuDate date(2024, 1, 1);
+  EXPECT_EQ(str(date.Locale()), "de_DE");
+  date.Locale("fr-fr");
+  EXPECT_EQ(str(date.Locale()), "fr_FR");
+  date.Locale("xx_YY");
+  EXPECT_EQ(str(date.Locale()), "de_DE");
+  RnLocale::setLocale("");
+
+  // A locale the thread registered is interned: it outlives the entry.
+  RnLocale::update("xx_QQ", "fr_FR");
+  setenv("LANG", "xx_QQ", 1);
+  const zuDate registered(2024, 1, 1);
+  RnLocale::release(RnLocale::get(RnLocale::get("xx_QQ")));
+  EXPECT_EQ(str(registered.Locale()), "xx_QQ");
+  EXPECT_EQ(str(registered.Format(zuDate::MMM_D_YYYY)), "Jan 1, 2024");  // unknown now: en_US
+}
+
+}  // namespace

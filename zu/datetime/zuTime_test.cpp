@@ -1,0 +1,239 @@
+#include "zu/datetime/zuTime.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <random>
+#include <string>
+#include <tuple>
+
+#include "zu/core/zuPosixResourceLoader.h"
+#include "zu/core/zuResourceLoader.h"
+#include "zu/datetime/internal/zuValueTestSupport.h"
+#include "zu/testing/zuTestText.h"
+
+namespace {
+
+using zu::internal::thrownId;
+using zu::testing::str;
+
+constexpr unsigned kHour = 17234;
+constexpr unsigned kMinute = 17235;
+constexpr unsigned kSecond = 17236;
+constexpr unsigned kMillisecond = 17237;
+constexpr int64_t kMillisPerDay = 86400000;
+
+int64_t millisOf(const zuTime& time) {
+  return ((time.Hour() * 60 + time.Minute()) * 60 + time.Second()) * 1000 + time.Millisec();
+}
+
+zuTime timeAt(int64_t millis) {
+  return zuTime(millis / 3600000, millis / 60000 % 60, millis / 1000 % 60, millis % 1000);
+}
+
+TEST(zuTimeTest, ValidatesFieldsAndAmountsInOrder) {
+  struct Case {
+    long hour, minute, second, millisecond;
+    unsigned set, add;  // thrown by Set, and by Add and Subtract of the same amounts
+  };
+  const Case cases[] = {{23, 59, 59, 999, 0, 0},
+                        {24, 60, 60, 1000, kHour, 0},
+                        {-1, 0, 0, 0, kHour, kHour},
+                        {4294967296 + 12, 0, 0, 0, kHour, kHour},
+                        {0, 60, -1, 0, kMinute, kSecond},
+                        {0, 0, 60, 1000, kSecond, 0},
+                        {0, 0, 0, -1, kMillisecond, kMillisecond},
+                        {zuTime::kMaxHours + 1, -1, -1, -1, kHour, kHour},
+                        {0, zuTime::kMaxMinutes + 1, 0, -1, kMinute, kMinute},
+                        {0, 0, zuTime::kMaxSeconds + 1, 0, kSecond, kSecond},
+                        {0, 0, 0, zuTime::kMaxMillis + 1, kMillisecond, kMillisecond}};
+  for (const Case& c : cases) {
+    zuTime time(1, 2, 3, 4);
+    const unsigned set = thrownId([&] { time.Set(c.hour, c.minute, c.second, c.millisecond); });
+    EXPECT_EQ(set, c.set) << c.hour << ":" << c.minute;
+    if (set != 0) {
+      EXPECT_EQ(millisOf(time), 3723004) << "a throw leaves the value";
+    }
+    zuTime added(1, 2, 3, 4), subtracted(1, 2, 3, 4);
+    EXPECT_EQ(thrownId([&] { added.Add(c.hour, c.minute, c.second, c.millisecond); }), c.add);
+    EXPECT_EQ(thrownId([&] { subtracted.Subtract(c.hour, c.minute, c.second, c.millisecond); }),
+              c.add);
+    if (c.add != 0) {
+      EXPECT_EQ(millisOf(added) + millisOf(subtracted), 2 * 3723004);
+    }
+  }
+}
+
+TEST(zuTimeTest, AddAndSubtractAgreeWithChronoUpToTheBounds) {
+  std::mt19937_64 random(1234);
+  std::uniform_int_distribution<int64_t> startPick(0, kMillisPerDay - 1);
+  std::uniform_int_distribution<long> hourPick(0, zuTime::kMaxHours);
+  std::uniform_int_distribution<long> minutePick(0, zuTime::kMaxMinutes);
+  std::uniform_int_distribution<long> millisPick(0, zuTime::kMaxMillis);
+  std::uniform_int_distribution<int> scalePick(0, 3);
+  for (int i = 0; i < 200000; ++i) {
+    // Amounts of every size: some up to the bounds, some small.
+    const long shift = scalePick(random) * 10;
+    long amounts[4] = {hourPick(random) >> shift, minutePick(random) >> shift,
+                       minutePick(random) >> shift, millisPick(random) >> shift};
+    // The first 16 rounds take every combination of zero and maximal amounts.
+    const long maxima[4] = {zuTime::kMaxHours, zuTime::kMaxMinutes, zuTime::kMaxSeconds,
+                            zuTime::kMaxMillis};
+    for (int unit = 0; i < 16 && unit < 4; ++unit)
+      amounts[unit] = (i >> unit & 1) ? maxima[unit] : 0;
+    using std::chrono::milliseconds;
+    const milliseconds start{startPick(random)};
+    const milliseconds amount = std::chrono::hours{amounts[0]} + std::chrono::minutes{amounts[1]} +
+                                std::chrono::seconds{amounts[2]} + milliseconds{amounts[3]};
+    const auto floorDay = [](milliseconds total) {
+      return std::chrono::floor<std::chrono::days>(total);
+    };
+    zuTime later = timeAt(start.count());
+    const long carried = later.Add(amounts[0], amounts[1], amounts[2], amounts[3]);
+    ASSERT_EQ(carried, floorDay(start + amount).count());
+    ASSERT_EQ(millisOf(later), (start + amount - floorDay(start + amount)).count());
+    zuTime earlier = timeAt(start.count());
+    const long borrowed = earlier.Subtract(amounts[0], amounts[1], amounts[2], amounts[3]);
+    ASSERT_EQ(borrowed, -floorDay(start - amount).count());
+    ASSERT_EQ(millisOf(earlier), (start - amount - floorDay(start - amount)).count());
+  }
+  zuTime last(23, 59, 59, 999);
+  EXPECT_EQ(last.Add(0, 0, 0, 1), 1);
+  EXPECT_EQ(millisOf(last), 0);
+  EXPECT_EQ(last.Subtract(0, 0, 0, 1), 1);
+  EXPECT_EQ(str(last.Format(zuTime::HH_MM_SS_FFF)), "23:59:59:999");
+}
+
+TEST(zuTimeTest, FormsByPublishedNumbersShowTheFields) {
+  using T = zuTime;
+  const T::zuTimeFmt forms[] = {T::HMMSSFFF,
+                                T::HH_MM_SS_FFF,
+                                T::HH_MM_SS,
+                                T::HH_MM,
+                                T::HH_MM_SS_FFF_MARKER,
+                                T::HH_MM_SS_MARKER,
+                                T::HH_MM_MARKER,
+                                static_cast<T::zuTimeFmt>(7)};  // any other: packed digits
+  struct Case {
+    zuTime time;
+    const char* texts[8];
+  };
+  const Case cases[] = {{zuTime(14, 5, 9, 7),
+                         {"140509007", "14:05:09:007", "14:05:09", "14:05", "02:05:09:007 PM",
+                          "02:05:09 PM", "02:05 PM", "140509007"}},
+                        {zuTime(0, 5, 9, 7),
+                         {"00509007", "00:05:09:007", "00:05:09", "00:05", "00:05:09:007 AM",
+                          "00:05:09 AM", "00:05 AM", "509007"}},
+                        {zuTime(12, 30, 0, 0),
+                         {"123000000", "12:30:00:000", "12:30:00", "12:30", "12:30:00:000 AM",
+                          "12:30:00 AM", "12:30 AM", "123000000"}},
+                        {zuTime(0, 0, 0, 0),
+                         {"00000000", "00:00:00:000", "00:00:00", "00:00", "00:00:00:000 AM",
+                          "00:00:00 AM", "00:00 AM", "0"}}};
+  for (int form = 0; form < 8; ++form) {
+    EXPECT_EQ(forms[form], form);
+    for (const Case& c : cases) EXPECT_EQ(str(c.time.Format(forms[form])), c.texts[form]) << form;
+  }
+  EXPECT_EQ(str(zuTime(13, 0, 0, 0).Format(T::HH_MM_MARKER)), "01:00 PM");
+  EXPECT_EQ(str(zuTime(13, 0, 0, 0).Format(static_cast<T::zuTimeFmt>(-1))), "130000000");
+  EXPECT_EQ(zuTime(13, 2, 3, 4).TotalSeconds() + zuTime::GetMinimumInterval(), 46923 + 1000);
+}
+
+TEST(zuTimeTest, ParsesItsOwnFormsForEverySecondOfTheDay) {
+  for (int64_t second = 0; second < 86400; ++second) {
+    const zuTime time = timeAt(second * 1000 + second % 1000);
+    for (int form = 1; form <= 6; ++form) {
+      // The form's last field: 4 keeps milliseconds, 3 seconds, 2 minutes.
+      const int fields = form % 3 == 1 ? 4 : (form % 3 == 2 ? 3 : 2);
+      const int64_t unit = fields == 4 ? 1 : (fields == 3 ? 1000 : 60000);
+      zuTime read(1, 1, 1, 1);
+      const zuString text = time.Format(static_cast<zuTime::zuTimeFmt>(form));
+      ASSERT_EQ(read.Parse(text), 1) << str(text);
+      ASSERT_EQ(millisOf(read), millisOf(time) / unit * unit) << str(text);
+    }
+  }
+}
+
+TEST(zuTimeTest, ParsesByItsTokenRules) {
+  struct Case {
+    const char* text;
+    const char* expected;  // form 1; "" for result 0 (unchanged), or the id thrown
+    unsigned id;
+  };
+  const Case cases[] = {{"2:30pm", "14:30:00:000", 0},
+                        {"12:30pm", "12:30:00:000", 0},
+                        {"", "00:00:00:000", 0},
+                        {"14:05:09.5", "14:05:09:005", 0},
+                        {"1,2/3\\4_5;6'7-8", "01:02:03:004", 0},  // further numbers are ignored
+                        {"10pm 30", "22:00:00:000", 0},   // reading stops at the first other token
+                        {"7 30x PM", "07:30:00:000", 0},  // only the first other token is searched
+                        {"7 Pm", "19:00:00:000", 0},
+                        {"7 p.m.", "07:00:00:000", 0},
+                        {"0000000000000009", "09:00:00:000", 0},
+                        {"1:2:3:4:99999999999", "01:02:03:004", 0},
+                        {"2147483648", "", 0},
+                        {"1 2147483648pm", "", 0},
+                        {"24:00", "", kHour},
+                        {"1:60", "", kMinute},
+                        {"1:0:0:1000", "", kMillisecond}};
+  for (const Case& c : cases) {
+    zuTime time(3, 4, 5, 6);
+    int result = -1;
+    EXPECT_EQ(thrownId([&] { result = time.Parse(c.text); }), c.id) << c.text;
+    if (c.id != 0) continue;
+    EXPECT_EQ(result, c.expected[0] != '\0' ? 1 : 0) << c.text;
+    EXPECT_EQ(str(time.Format(zuTime::HH_MM_SS_FFF)),
+              c.expected[0] != '\0' ? c.expected : "03:04:05:006")
+        << c.text;
+  }
+  EXPECT_EQ(thrownId([] { zuTime("99"); }), kHour);
+}
+
+// Day-half markers of a client's own: one language for both.
+class GermanMarkers : public zuResourceLoader {
+ public:
+  int LoadResource(unsigned short id, zuString& text) override {
+    if (id != 17244 && id != 17245) return 0;
+    text = id == 17244 ? "vorm" : "nachm";
+    return 1;
+  }
+};
+
+TEST(zuTimeTest, MarkersComeFromTheMessageLoaderOnEveryCall) {
+  const zuTime afternoon(14, 5, 0, 0);
+  zuTime read(0, 0, 0, 0);
+  GermanMarkers german;
+  zuPosixResourceLoader::Override(&german);
+  EXPECT_EQ(str(afternoon.Format(zuTime::HH_MM_MARKER)), "02:05 nachm");
+  EXPECT_EQ(str(zuTime(9, 0, 0, 0).Format(zuTime::HH_MM_MARKER)), "09:00 vorm");
+  read.Parse("2:05 NACHM");
+  EXPECT_EQ(millisOf(read), millisOf(afternoon));
+  read.Parse("2:05 pm");
+  EXPECT_EQ(read.Hour(), 2);
+  zuPosixResourceLoader::Override(nullptr);
+  EXPECT_EQ(str(afternoon.Format(zuTime::HH_MM_MARKER)), "02:05 PM");
+
+  // Without the library's catalogue the markers have no text: nothing
+  // follows the blank, and nothing matches.
+  zuPosixResourceLoader::UseResourceDLL(0);
+  EXPECT_EQ(str(afternoon.Format(zuTime::HH_MM_MARKER)), "02:05 ");
+  read.Parse("2:05 PM");
+  EXPECT_EQ(read.Hour(), 2);
+  zuPosixResourceLoader::UseResourceDLL(1);
+}
+
+TEST(zuTimeTest, DifferenceIsTheLaterLessTheEarlier) {
+  long fields[4] = {-1, -1, -1, -1};
+  const zuTime early(1, 59, 59, 999), late(23, 0, 0, 0);
+  for (const auto& [first, second, order] : {std::tuple{early, late, -1}, {late, early, 1}}) {
+    EXPECT_EQ(first.Difference(second, fields[0], fields[1], fields[2], fields[3]), order);
+    EXPECT_EQ(((fields[0] * 100 + fields[1]) * 100 + fields[2]) * 1000 + fields[3], 210000001);
+  }
+  EXPECT_EQ(late.Difference(late, fields[0], fields[1], fields[2], fields[3]), 0);
+  EXPECT_EQ(fields[0] + fields[1] + fields[2] + fields[3], 0);
+  EXPECT_EQ((early < late) + (early <= late) + (late > early) + (late >= early) + (early != late) +
+                (early == early),
+            6);
+}
+
+}  // namespace
