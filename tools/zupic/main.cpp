@@ -7,10 +7,12 @@
 //   zupic date format 5 2024-03-05 --locale fr_FR
 //   zupic serve --port 0
 //   zupic base64 encode < picture.png > picture.b64
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "tools/zupic/zupicCommands.h"
@@ -19,8 +21,8 @@
 namespace {
 
 constexpr const char* kUsage =
-    "usage: zupic format PICTURE [VALUE...] [--locale L]\n"
-    "       zupic parse PICTURE [TEXT...] [--locale L]\n"
+    "usage: zupic format PICTURE [VALUE...] [--locale L] [-j N]\n"
+    "       zupic parse PICTURE [TEXT...] [--locale L] [-j N]\n"
     "       zupic date format FMT|all [DATE...] [--locale L] [--split N]\n"
     "       zupic date parse FMT [TEXT...] [--locale L] [--split N]\n"
     "       zupic date add|subtract DATE Y M D\n"
@@ -68,6 +70,9 @@ constexpr const char* kHelp =
     "  --locale L   the locale (default: from LC_ALL, LC_MESSAGES or LANG,\n"
     "               else en_US)\n"
     "  --no-breaks  base64 encode: no line breaks\n"
+    "  -j N, --jobs N\n"
+    "               format and parse: standard input on N threads, results\n"
+    "               in input order (default: the number of processors)\n"
     "  --split N    dates: two-digit years below N are 20YY, others 19YY\n"
     "               (default 0: every two-digit year is 20YY)\n"
     "  --help       this text\n"
@@ -106,6 +111,8 @@ int main(int argc, char** argv) {
   bool localeGiven = false;
   bool noBreaks = false;
   long split = 0;
+  long jobs = std::max(1u, std::thread::hardware_concurrency());
+  bool jobsGiven = false;
   for (int i = 1; i < argc; ++i) {
     const std::string argument = argv[i];
     if (words.empty() && argument == "serve") {
@@ -123,6 +130,18 @@ int main(int argc, char** argv) {
       if (i + 1 >= argc) return usageError("--locale needs a locale name");
       locale = argv[++i];
       localeGiven = true;
+    } else if (argument == "-j" || argument == "--jobs" || argument.rfind("--jobs=", 0) == 0 ||
+               (argument.rfind("-j", 0) == 0 && argument.size() > 2)) {
+      const size_t attachedAt = argument[1] == 'j' ? 2 : 7;
+      const bool attached = argument.size() > attachedAt;
+      if (!attached && i + 1 >= argc) return usageError("-j needs a number of threads");
+      const std::string value = attached ? argument.substr(attachedAt) : argv[++i];
+      char* end = nullptr;
+      jobs = std::strtol(value.c_str(), &end, 10);
+      if (value.empty() || *end != '\0' || jobs < 1 || jobs > 1024) {
+        return usageError("-j needs a number of threads from 1 to 1024");
+      }
+      jobsGiven = true;
     } else if (argument == "--split" || argument.rfind("--split=", 0) == 0) {
       const bool attached = argument.size() > 7;
       if (!attached && i + 1 >= argc) return usageError("--split needs a number");
@@ -154,8 +173,9 @@ int main(int argc, char** argv) {
     const std::vector<std::string> values(words.begin() + 2, words.end());
     return zupic::runPicture(
         command == "format" ? zupic::Direction::kFormat : zupic::Direction::kParse, words[1],
-        values, locale);
+        values, locale, static_cast<unsigned>(jobs));
   }
+  if (jobsGiven) return usageError("-j applies to format and parse only");
   if (noBreaks && !(command == "base64" && words.size() > 1 && words[1] == "encode")) {
     return usageError("--no-breaks applies to base64 encode only");
   }

@@ -40,9 +40,11 @@ class PictureApplier {
 };
 
 // Formats (or parses) each of `values` through `picture` in `locale`, one
-// result a line; without values, streams standard input line by line.
+// result a line; without values, streams standard input line by line, on
+// `jobs` threads when that is more than 1 (results still in input order).
 int runPicture(Direction direction, const std::string& picture,
-               const std::vector<std::string>& values, const std::string& locale);
+               const std::vector<std::string>& values, const std::string& locale,
+               unsigned jobs);
 
 // One built-in locale as `zupic locales` lists it.
 struct LocaleEntry {
@@ -75,6 +77,17 @@ int runTime(const std::vector<std::string>& words);
 // True when every run returned true.
 bool forEachValue(const std::vector<std::string>& values,
                   const std::function<bool(const char*, size_t)>& run);
+
+// The work on one line of input: appends its result line to `out` and any
+// message to `err`; false when the line did not match.
+using LineWorker =
+    std::function<bool(const char* line, size_t length, std::string& out, std::string& err)>;
+
+// Runs the lines of standard input (line ends dropped) through `threads`
+// threads, each with a worker that `makeWorker` makes on that thread, and
+// writes each line's `out` and `err` in input order. True when every line
+// matched.
+bool forEachLineInParallel(unsigned threads, const std::function<LineWorker()>& makeWorker);
 
 // Runs `run`; an exception of the library is caught, its message id and
 // text stored, and gives false.

@@ -1,5 +1,7 @@
 // zupic format / zupic parse: values through a picture clause, one a line.
 #include <cstdio>
+#include <memory>
+#include <string>
 
 #include "tools/zupic/zupicCommands.h"
 #include "zu/picture/zuPicture.h"
@@ -8,31 +10,24 @@ namespace zupic {
 
 namespace {
 
-class PictureRunner {
- public:
-  PictureRunner(Direction direction, const std::string& picture, const std::string& locale)
-      : applier_(direction, picture, locale) {}
-
-  // Writes the result of one value; false when it did not match.
-  bool run(const char* value, size_t length) {
-    const Outcome outcome = applier_.apply(value, length);
-    if (outcome.matched) {
-      writeLine(outcome.text, outcome.text.Length());
-      return true;
-    }
-    if (outcome.errorId != 0) {
-      std::fprintf(stderr, "zupic: error %u: %s\n", outcome.errorId, outcome.errorText.c_str());
-    } else {
-      std::fprintf(stderr, "zupic: \"%.*s\" does not match the picture\n", static_cast<int>(length),
-                   value);
-    }
-    writeLine("", 0);
-    return false;
+// One value through the applier: its result line into `out` (an empty line
+// when it did not match) and the reason into `err`.
+bool applyLine(const PictureApplier& applier, const char* value, size_t length, std::string& out,
+               std::string& err) {
+  const Outcome outcome = applier.apply(value, length);
+  if (outcome.matched) {
+    out.append(outcome.text, outcome.text.Length());
+    out.push_back('\n');
+    return true;
   }
-
- private:
-  PictureApplier applier_;
-};
+  if (outcome.errorId != 0) {
+    err += "zupic: error " + std::to_string(outcome.errorId) + ": " + outcome.errorText + "\n";
+  } else {
+    err += "zupic: \"" + std::string(value, length) + "\" does not match the picture\n";
+  }
+  out.push_back('\n');
+  return false;
+}
 
 }  // namespace
 
@@ -59,15 +54,34 @@ Outcome PictureApplier::apply(const char* value, size_t length) const {
 }
 
 int runPicture(Direction direction, const std::string& picture,
-               const std::vector<std::string>& values, const std::string& locale) {
+               const std::vector<std::string>& values, const std::string& locale,
+               unsigned jobs) {
   zuStorage<zuString> alternates;
   if (!zuPicture::getAlternates(zuString(picture.c_str()), alternates)) {
     std::fprintf(stderr, "zupic: the picture ends inside a quoted literal\n");
     return kUsage;
   }
-  PictureRunner runner(direction, picture, locale);
+  if (values.empty() && jobs > 1) {
+    const bool allMatched = forEachLineInParallel(jobs, [&]() -> LineWorker {
+      auto applier = std::make_shared<PictureApplier>(direction, picture, locale);
+      return [applier](const char* value, size_t length, std::string& out, std::string& err) {
+        return applyLine(*applier, value, length, out, err);
+      };
+    });
+    return allMatched ? kOk : kNoMatch;
+  }
+  const PictureApplier applier(direction, picture, locale);
+  std::string out;
+  std::string err;
   return forEachValue(values,
-                      [&](const char* value, size_t length) { return runner.run(value, length); })
+                      [&](const char* value, size_t length) {
+                        out.clear();
+                        err.clear();
+                        const bool matched = applyLine(applier, value, length, out, err);
+                        if (!err.empty()) std::fputs(err.c_str(), stderr);
+                        std::fwrite(out.data(), 1, out.size(), stdout);
+                        return matched;
+                      })
              ? kOk
              : kNoMatch;
 }

@@ -59,6 +59,35 @@ expect(NAME parse_date EXIT 0 OUT "2024-03-05\n"
 expect(NAME parse_no_match EXIT 1 OUT "\n" ERR "does not match"
        ARGS parse "num{999}" "abc" --locale en_US)
 
+# Standard input on several threads: the results of one thread, in input
+# order, across many batches; a line that does not match still fails the run.
+set(lines "")
+set(expected "")
+foreach(value RANGE 1 20000)
+  string(APPEND lines "${value}\n")
+  math(EXPR thousands "${value} / 1000")
+  math(EXPR rest "${value} % 1000")
+  if(thousands GREATER 0)
+    string(LENGTH "${rest}" digits)
+    if(digits EQUAL 1)
+      set(rest "00${rest}")
+    elseif(digits EQUAL 2)
+      set(rest "0${rest}")
+    endif()
+    string(APPEND expected "${thousands}.${rest}\n")
+  else()
+    string(APPEND expected "${value}\n")
+  endif()
+endforeach()
+expect(NAME format_threads EXIT 0 OUT "${expected}" INPUT "${lines}"
+       ARGS format "num{zz,zz9}" --locale de_DE -j 4)
+expect(NAME format_threads_no_match EXIT 1 OUT "1\n\n3\n" ERR "\"x\" does not match"
+       INPUT "1\nx\n3\n" ARGS format "num{zz9}" -j3)
+expect(NAME threads_need_a_number EXIT 2 ERR "-j needs a number"
+       ARGS format "num{9}" -j 0)
+expect(NAME threads_for_pictures_only EXIT 2 ERR "-j applies to format and parse"
+       ARGS locales --jobs 2)
+
 # Standard input, one value a line, Windows line ends too.
 expect(NAME format_stdin EXIT 0 OUT "001\n020\n300\n" INPUT "1\n20\r\n300\n"
        ARGS format "num{999}" --locale en_US)
