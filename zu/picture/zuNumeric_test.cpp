@@ -2,17 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
-#include <fstream>
 #include <limits>
 #include <string>
 
 #include "zu/core/zuException.h"
+#include "zu/picture/internal/zuNumericTestSupport.h"
 
 namespace {
+
+using zu::internal::CommaLocale;
 
 std::string str(const zuString& text) {
   return std::string(text, text.Length());
@@ -89,11 +89,18 @@ TEST(zuNumericTest, RoundsAndScalesIntegers) {
   struct Factor {
     long value, multiplier, divisor, expected;
   } factors[] = {
-      {7, 1, 2, 4},         {-7, 1, 2, -4},
-      {0, 1, 2, 0},         {1, 1, 3, 0},
+      {7, 1, 2, 4},
+      {-7, 1, 2, -4},
+      {0, 1, 2, 0},
+      {1, 1, 3, 0},
       {5, 1, -2, -2},  // rounds by the sign of the value alone
-      {100, 254, 100, 254}, {2000000000, 1000, 1000, 2000000000},
-      {1, 3, 2, 2},         {-1, 3, 2, -2},
+      {100, 254, 100, 254},
+      {2000000000, 1000, 1000, 2000000000},
+      {1, 3, 2, 2},
+      {-1, 3, 2, -2},
+      // Products beyond 64 bits; the result wraps to 32 bits.
+      {2147483647, 2147483647, 2147483646, INT32_MIN},
+      {-1000000007, 2147483647, 1999999999, -1073741832},
   };
   for (const Factor& c : factors) {
     EXPECT_EQ(ZuApplyFactor(c.value, c.multiplier, c.divisor), c.expected)
@@ -147,54 +154,6 @@ TEST(zuNumericTest, ReadsDecimalText) {
     EXPECT_TRUE(error.HasResId(16479));
   }
 }
-
-// Switches LC_NUMERIC to a locale whose decimal point is ",": an installed
-// German one, or one generated with localedef into a temporary directory.
-class CommaLocale {
- public:
-  CommaLocale() {
-    const char* old = std::getenv("LOCPATH");
-    hadLocPath_ = old != nullptr;
-    if (hadLocPath_) oldLocPath_ = old;
-    for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "de_DE", "fr_FR.UTF-8"}) {
-      if (std::setlocale(LC_NUMERIC, name) != nullptr && isComma()) return;
-    }
-    generate();
-  }
-  ~CommaLocale() {
-    std::setlocale(LC_NUMERIC, "C");
-    if (hadLocPath_) {
-      setenv("LOCPATH", oldLocPath_.c_str(), 1);
-    } else {
-      unsetenv("LOCPATH");
-    }
-    if (!directory_.empty()) std::system(("rm -rf '" + directory_ + "'").c_str());
-  }
-  static bool isComma() {
-    char printed[16];
-    std::snprintf(printed, sizeof printed, "%.1f", 1.5);
-    return std::string(printed) == "1,5";
-  }
-
- private:
-  void generate() {
-    char pattern[] = "/tmp/zu_comma_XXXXXX";
-    if (mkdtemp(pattern) == nullptr) return;
-    directory_ = pattern;
-    std::ofstream(directory_ + "/comma.src")
-        << "LC_NUMERIC\ndecimal_point \"<U002C>\"\nthousands_sep \"<U002E>\"\n"
-           "grouping 3;3\nEND LC_NUMERIC\n";
-    const std::string command = "localedef -c -i '" + directory_ + "/comma.src' '" + directory_ +
-                                "/zucomma' >/dev/null 2>&1";
-    std::system(command.c_str());
-    setenv("LOCPATH", directory_.c_str(), 1);
-    std::setlocale(LC_NUMERIC, "zucomma");
-  }
-
-  bool hadLocPath_ = false;
-  std::string oldLocPath_;
-  std::string directory_;
-};
 
 TEST(zuNumericTest, CommaLocaleStillUsesDot) {
   CommaLocale comma;
