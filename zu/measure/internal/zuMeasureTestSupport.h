@@ -7,6 +7,7 @@
 
 #include "zu/core/zuExErrItem.h"
 #include "zu/core/zuException.h"
+#include "zu/measure/zuRect.h"
 #include "zu/measure/zuUnitSpan.h"
 
 namespace zu::internal {
@@ -48,3 +49,16 @@ inline void PrintTo(const zuUnitSpan& value, std::ostream* out) {
   *out << static_cast<unsigned>(value.Units()) << "/" << value.Value();
 }
 
+inline void PrintTo(const zuCoordPair& point, std::ostream* out) {
+  *out << "(";
+  PrintTo(point.X(), out);
+  *out << ", ";
+  PrintTo(point.Y(), out);
+  *out << ")";
+}
+
+inline void PrintTo(const zuRect& rect, std::ostream* out) {
+  PrintTo(rect.TopLeft(), out);
+  *out << "-";
+  PrintTo(rect.BottomRight(), out);
+}
