@@ -23,4 +23,15 @@ int listLocales();
 // The names, patterns and symbols of one locale.
 int showLocale(const std::string& name);
 
+// What `zupic length` was asked for; empty names take the defaults.
+struct LengthOptions {
+  std::string to;        // the unit to convert into (in, cm, mm, pt, mp, pc)
+  std::string unit;      // the unit of bare numbers; inches by default
+  std::string decimals;  // at most this many decimals (0 to 8, default 8)
+};
+
+// Reads each of `texts` as a length, converts it and prints it, one a line;
+// without texts, streams standard input line by line.
+int runLength(const std::vector<std::string>& texts, const LengthOptions& options);
+
 }  // namespace zupic
