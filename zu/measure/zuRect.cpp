@@ -169,12 +169,12 @@ void zuRect::Rotate(const zuCoordPair& centre, const zuAngle& angle) {
 }
 
 void zuRect::ChangeUnits(zuUnitSpan::UnitCode unit) {
-  zuRect result = *this;
-  result.left_.ChangeUnits(unit);
-  result.top_.ChangeUnits(unit);
-  result.right_.ChangeUnits(unit);
-  result.bottom_.ChangeUnits(unit);
-  *this = result;
+  // Through Rect: edges of different bases, each rounded on its own, may
+  // meet the other way round in the new unit.
+  const auto converted = [unit](const zuUnitSpan& edge) {
+    return zuUnitSpan(unit, edge.ValueAsUnit(unit));
+  };
+  Rect(converted(left_), converted(top_), converted(right_), converted(bottom_));
 }
 
 zuUnitSpan zuRect::Min(const zuUnitSpan& a, const zuUnitSpan& b, const zuUnitSpan& c,
