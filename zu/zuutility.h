@@ -111,5 +111,13 @@
 #include "zu/picture/zuPicture.h"
 
 
+// Lengths with units and page geometry
+#include "zu/measure/zuAngle.h"
+#include "zu/measure/zuCoordPair.h"
+#include "zu/measure/zuMargins.h"
+#include "zu/measure/zuRect.h"
+#include "zu/measure/zuUnitSpan.h"
+
+
 // Containers
 #include "zu/core/zuStorage.h"
