@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdio>
 #include <limits>
+#include <random>
 #include <string>
 
 #include "zu/core/zuException.h"
@@ -111,6 +112,25 @@ TEST(zuNumericTest, RoundsAndScalesIntegers) {
     ADD_FAILURE() << "a zero divisor must throw";
   } catch (const zuExFull& error) {
     EXPECT_TRUE(error.HasResId(16479));
+  }
+}
+
+// The four steps of ZuApplyFactor as its documentation gives them, in 128
+// bits, against the library's arithmetic on random 32-bit arguments.
+TEST(zuNumericTest, ApplyFactorFollowsItsSteps) {
+  std::mt19937 random(3);
+  const auto any = [&] { return static_cast<int32_t>(random()) >> (random() % 32); };
+  for (int i = 0; i < 200000; ++i) {
+    const int32_t value = any(), multiplier = any(), divisor = any();
+    if (divisor == 0) continue;
+    const __int128 quotient = value / static_cast<__int128>(divisor);
+    const __int128 remainder = value % static_cast<__int128>(divisor);
+    __int128 tenths = remainder * multiplier * 10 / divisor;
+    tenths = (tenths + (value > 0 ? 5 : -5)) / 10;
+    const auto expected =
+        static_cast<int32_t>(static_cast<uint32_t>(quotient * multiplier + tenths));
+    ASSERT_EQ(ZuApplyFactor(value, multiplier, divisor), expected)
+        << value << " * " << multiplier << " / " << divisor;
   }
 }
 
