@@ -1,7 +1,7 @@
 // Unit names and measurement texts as a user types them.
 //
 // Input: a byte giving StringToUnit's fallback (any code), a byte whose low
-// bit allows negatives, then the text (up to a NUL). measurementValidate
+// bit allows negatives, then the text (every byte, NULs included). measurementValidate
 // never throws, changes nothing of its argument, and settles within three
 // applications (a fourth changes nothing); StringToUnit returns one of the
 // named units or the fallback (3 for 255).
@@ -17,7 +17,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const auto fallback = static_cast<zuUnitSpan::UnitCode>(data[0]);
   const int allowNegative = data[1] & 1;
   const char* bytes = reinterpret_cast<const char*>(data + 2);
-  const zuString text(bytes, static_cast<unsigned>(strnlen(bytes, size - 2)));
+  const zuString text = zuString::FromBytes(bytes, static_cast<unsigned>(size - 2));
   try {
     const unsigned unit = zuUnitSpan::StringToUnit(text, fallback);
     const bool named =

@@ -4,7 +4,7 @@
 // Input: a flags byte (bit 0 negatives allowed, bit 1 reciprocal, bit 2
 // "%" allowed, bit 3 Text's reciprocal, bit 4 Text without suffix), the
 // default unit (any code), a byte giving Text's maximum (0-9) and minimum
-// decimals, then the text (up to a NUL). The parsers never throw; a failed
+// decimals, then the text (every byte, NULs included). The parsers never throw; a failed
 // strict reading leaves ParseData as new; when the strict reading with
 // SetFromText's flags finds a unit, SetFromText took exactly that; Text
 // throws only 17107, and only for a code outside the table; in inches,
@@ -58,7 +58,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const unsigned maxDecimals = data[2] % 10;
   const unsigned minDecimals = data[2] / 10 % 10;
   const char* bytes = reinterpret_cast<const char*>(data + 3);
-  const zuString text(bytes, static_cast<unsigned>(strnlen(bytes, size - 3)));
+  const zuString text = zuString::FromBytes(bytes, static_cast<unsigned>(size - 3));
   const int reciprocal = (flags >> 1) & 1;
 
   zuUnitSpan span;

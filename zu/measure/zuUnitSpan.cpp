@@ -1,6 +1,7 @@
 #include "zu/measure/zuUnitSpan.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 #include "zu/core/zuException.h"
@@ -50,43 +51,34 @@ char lower(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
 }
 
+// `value` from base `from` into a different base `to`, exact in 64 bits.
+// Throws 17107 when either has no base.
+[[gnu::always_inline]] inline int64_t convertBetweenBases(unsigned to, unsigned from,
+                                                          int64_t value) {
+  int64_t converted = 0;
+  if (!zu::internal::withBaseFactor(from, to, [&](zu::internal::Ratio factor) {
+        converted = applyFactor(value, factor.num, factor.den);
+      })) {
+    throwUnknownUnit(zu::internal::baseIndex(from) < 0 ? from : to);
+  }
+  return converted;
+}
+
 // `value` from base `from` into base `to` (whole codes; only the low four
 // bits count), exact in 64 bits. Throws 17107 when the bases differ and one
 // is unknown.
-int64_t convert(unsigned to, unsigned from, int64_t value) {
+[[gnu::always_inline]] inline int64_t convert(unsigned to, unsigned from, int64_t value) {
   if (((to ^ from) & 15u) == 0) return value;
-  const int fromBase = zu::internal::baseIndex(from);
-  if (fromBase < 0) throwUnknownUnit(from);
-  const int toBase = zu::internal::baseIndex(to);
-  if (toBase < 0) throwUnknownUnit(to);
-  return zu::internal::withBaseFactor(fromBase, toBase, [value](zu::internal::Ratio factor) {
-    return applyFactor(value, factor.num, factor.den);
-  });
+  return convertBetweenBases(to, from, value);
 }
 
-// x / 10^exponent, truncated, for exponent 0..8, dividing by a constant.
-uint64_t dividePowerOfTen(uint64_t x, int exponent) {
-  switch (exponent) {
-    case 0:
-      return x;
-    case 1:
-      return x / 10;
-    case 2:
-      return x / 100;
-    case 3:
-      return x / 1000;
-    case 4:
-      return x / 10000;
-    case 5:
-      return x / 100000;
-    case 6:
-      return x / 1000000;
-    case 7:
-      return x / 10000000;
-    default:
-      return x / 100000000;
-  }
-}
+// 10^0 to 10^19.
+constexpr auto kPowersOfTen = [] {
+  std::array<uint64_t, 20> powers{};
+  powers[0] = 1;
+  for (size_t i = 1; i < powers.size(); ++i) powers[i] = powers[i - 1] * 10;
+  return powers;
+}();
 
 // n / d rounded half away from zero (d non-zero, no overflow).
 int64_t divideRounded(int64_t n, int64_t d) {
@@ -99,135 +91,103 @@ int64_t divideRounded(int64_t n, int64_t d) {
 
 // --- Strict reading ----------------------------------------------------------
 
-enum class Strict : uint8_t {
-  kStart,
-  kSign,
-  kPoint,
-  kInteger,
-  kFraction,
-  kGap,
-  kUnit,
-  kTrailing,
-  kPercent
-};
+constexpr int kMaxFractionDigits = 8;
 
-constexpr int32_t kMaxFractionDivisor = 10000001;  // 8 fraction digits count
+const char* skipBlanks(const char* p) {
+  while (*p == ' ') ++p;
+  return p;
+}
 
-// Reads the form of the text into `data`; false when it is not well formed.
-bool readStrict(zuUnitSpan::ParseData& data, const char* text, const char* end, bool allowNegative,
-                bool allowPercent, bool& negative) {
-  if (text == end) return false;
-  Strict state = Strict::kStart;
-  bool slash = false;
-  for (const char* p = text; p != end; ++p) {
-    const char c = *p;
-    switch (state) {
-      case Strict::kStart:
-        if (c == '+' || (c == '-' && allowNegative)) {
-          negative = c == '-';
-          state = Strict::kSign;
-          continue;
-        }
-        [[fallthrough]];
-      case Strict::kSign:
-        if (c == ' ') continue;
-        if (c == '.') {
-          state = Strict::kPoint;
-        } else if (isDigit(c)) {
-          data.integerPart = c - '0';
-          state = Strict::kInteger;
-        } else {
-          return false;
-        }
-        continue;
-      case Strict::kPoint:
-        if (!isDigit(c)) return false;
-        data.fractionDigits = c - '0';
-        data.fractionDivisor = 10;
-        state = Strict::kFraction;
-        continue;
-      case Strict::kInteger:
-        if (isDigit(c)) {
-          const int64_t part = int64_t{data.integerPart} * 10 + (c - '0');
-          data.integerPart = static_cast<int32_t>(std::min(part, kMaxValue));
-          continue;
-        }
-        if (c == '.') {
-          state = Strict::kFraction;
-          continue;
-        }
-        break;
-      case Strict::kFraction:
-        if (isDigit(c)) {
-          if (data.fractionDivisor < kMaxFractionDivisor) {
-            data.fractionDigits = data.fractionDigits * 10 + (c - '0');
-            data.fractionDivisor *= 10;
-          }
-          continue;
-        }
-        break;
-      case Strict::kGap:
-        break;
-      case Strict::kUnit:
-        if (isLetter(c)) {
-          if (data.letterCount < sizeof data.unitLetters) data.unitLetters[data.letterCount] = c;
-          ++data.letterCount;
-        } else if (c == ' ') {
-          state = Strict::kTrailing;
-        } else {
-          return false;
-        }
-        continue;
-      case Strict::kTrailing:
-        if (c != ' ') return false;
-        continue;
-      case Strict::kPercent:
-        return false;
+// Reads the form of the text into `data`, phase by phase: blanks, sign,
+// blanks, number, then blanks and "/" (the gap), then "%" or letters and
+// trailing blanks. Returns the number of fraction digits kept, or -1 when
+// the text is not well formed; with `unitOnly`, also -1 at a third letter,
+// from where no unit can be found. The text's terminating NUL stops every
+// loop (no character class holds it); a NUL before `end` fails the reading.
+[[gnu::always_inline]] inline int readStrict(zuUnitSpan::ParseData& data, const char* p,
+                                             const char* end, bool allowNegative, bool allowPercent,
+                                             bool unitOnly, bool& negative) {
+  p = skipBlanks(p);
+  if (*p == '+' || (*p == '-' && allowNegative)) {
+    negative = *p == '-';
+    p = skipBlanks(p + 1);
+  }
+  if (isDigit(*p)) {
+    int64_t part = 0;
+    for (; isDigit(*p); ++p) part = std::min(part * 10 + (*p - '0'), kMaxValue);
+    data.integerPart = static_cast<int32_t>(part);
+    if (*p == '.') ++p;
+  } else if (*p == '.' && isDigit(p[1])) {
+    ++p;
+  } else {
+    return -1;
+  }
+  int fractionCount = 0;
+  int32_t fraction = 0;
+  int32_t divisor = 1;
+  for (; isDigit(*p); ++p) {
+    if (fractionCount < kMaxFractionDigits) {
+      fraction = fraction * 10 + (*p - '0');
+      divisor *= 10;
+      ++fractionCount;
     }
-    // After the number (integer, fraction or gap).
-    if (c == ' ') {
-      state = Strict::kGap;
-    } else if (c == '/' && !slash) {
+  }
+  data.fractionDigits = fraction;
+  data.fractionDivisor = divisor;
+  bool slash = false;
+  for (; *p == ' ' || *p == '/'; ++p) {
+    if (*p == '/') {
+      if (slash) return -1;
       slash = true;
       data.reciprocal = 1;
-      state = Strict::kGap;
-    } else if (c == '%' && allowPercent) {
-      data.percent = 1;
-      state = Strict::kPercent;
-    } else if (isLetter(c)) {
-      data.unitLetters[0] = c;
-      data.letterCount = 1;
-      state = Strict::kUnit;
-    } else {
-      return false;
     }
   }
-  return state != Strict::kStart && state != Strict::kSign && state != Strict::kPoint;
+  if (p == end) return fractionCount;
+  if (*p == '%') {
+    data.percent = 1;
+    return allowPercent && p + 1 == end ? fractionCount : -1;
+  }
+  uint32_t count = 0;
+  for (; isLetter(*p); ++p) {
+    if (count < sizeof data.unitLetters) data.unitLetters[count] = *p;
+    if (++count == 3 && unitOnly) return -1;
+  }
+  if (count == 0) return -1;
+  data.letterCount = count;
+  return skipBlanks(p) == end ? fractionCount : -1;
 }
 
-// The row whose abbreviation the two letters spell, either letter in either
-// case; -1 when none does.
+// The row whose abbreviation the two letters spell, each in either case;
+// -1 when none does.
 int abbreviationRow(const char* letters) {
-  for (int row = 0; row < zu::internal::kNamedRowCount; ++row) {
-    const UnitRow& unit = kUnitRows[row];
-    if ((letters[0] == unit.lower[0] || letters[0] == unit.upper[0]) &&
-        (letters[1] == unit.lower[1] || letters[1] == unit.upper[1])) {
-      return row;
-    }
+  // Both are letters: setting bit 5 makes them lower case.
+  const unsigned key = static_cast<unsigned char>(letters[0] | 0x20) |
+                       static_cast<unsigned char>(letters[1] | 0x20) << 8;
+  constexpr auto keyOf = [](const char* name) {
+    return static_cast<unsigned>(name[0]) | static_cast<unsigned>(name[1]) << 8;
+  };
+  switch (key) {
+    case keyOf(kUnitRows[0].lower):
+      return 0;
+    case keyOf(kUnitRows[1].lower):
+      return 1;
+    case keyOf(kUnitRows[2].lower):
+      return 2;
+    case keyOf(kUnitRows[3].lower):
+      return 3;
+    case keyOf(kUnitRows[4].lower):
+      return 4;
+    case keyOf(kUnitRows[5].lower):
+      return 5;
+    default:
+      return -1;
   }
-  return -1;
 }
 
-// Number of decimal digits in a fraction divisor (10^n).
-int divisorDigits(int32_t divisor) {
-  int digits = 0;
-  for (; divisor > 1; divisor /= 10) ++digits;
-  return digits;
-}
-
-// The unit and value of a well-formed reading; false when a reciprocal of 0
-// was asked for.
-bool strictValue(zuUnitSpan::ParseData& data, zuUnitSpan::UnitCode defaultUnit) {
+// The unit and value of a well-formed reading with `fractionCount` fraction
+// digits; false when a reciprocal of 0 was asked for.
+[[gnu::always_inline]] inline bool strictValue(zuUnitSpan::ParseData& data, int fractionCount,
+                                               zuUnitSpan::UnitCode defaultUnit) {
   if (data.percent) return true;
   int row;
   if (data.letterCount > 0) {
@@ -239,12 +199,13 @@ bool strictValue(zuUnitSpan::ParseData& data, zuUnitSpan::UnitCode defaultUnit) 
   }
   if (row < 0) return true;
   const int64_t factor = kUnitRows[row].perShown;
-  const uint64_t fraction = static_cast<uint64_t>(factor * data.fractionDigits) +
-                            static_cast<uint64_t>(data.fractionDivisor / 2);
+  // (factor * fraction + divisor / 2) / divisor, with the fraction widened
+  // to 8 digits so that the divisor is the constant 10^8.
+  const int64_t fraction =
+      data.fractionDigits * static_cast<int64_t>(kPowersOfTen[kMaxFractionDigits - fractionCount]);
+  constexpr int64_t kEightDigits = 100000000;
   int64_t value = std::min(
-      factor * data.integerPart +
-          static_cast<int64_t>(dividePowerOfTen(fraction, divisorDigits(data.fractionDivisor))),
-      kMaxValue);
+      factor * data.integerPart + (factor * fraction + kEightDigits / 2) / kEightDigits, kMaxValue);
   if (data.reciprocal) {
     if (value == 0) return false;
     value = std::min((factor * factor + value / 2) / value, kMaxValue);
@@ -254,10 +215,52 @@ bool strictValue(zuUnitSpan::ParseData& data, zuUnitSpan::UnitCode defaultUnit) 
   return true;
 }
 
+// The strict reading (ValidatingParse); with `unitOnly` it may fail where
+// it would only have found no unit.
+[[gnu::always_inline]] inline bool parseStrict(zuUnitSpan::ParseData& data, const zuString& text,
+                                               zuUnitSpan::UnitCode defaultUnit, bool allowNegative,
+                                               bool reciprocal, bool allowPercent, bool unitOnly) {
+  data = zuUnitSpan::ParseData{};
+  data.reciprocal = reciprocal;
+  const char* chars = text;
+  bool negative = false;
+  const int fractionCount = readStrict(data, chars, chars + text.Length(), allowNegative,
+                                       allowPercent, unitOnly, negative);
+  if (fractionCount < 0 || !strictValue(data, fractionCount, defaultUnit)) {
+    data = zuUnitSpan::ParseData{};
+    return false;
+  }
+  if (negative) {
+    data.integerPart = -data.integerPart;
+    data.fractionDigits = -data.fractionDigits;
+    data.value = -data.value;
+  }
+  return true;
+}
+
 // --- Lenient reading ---------------------------------------------------------
 
+// Classes of characters for the lenient reader: the number's characters,
+// the ends of a unit word, and "/".
+enum : uint8_t { kNumberChar = 1, kWordEnd = 2, kSlash = 4 };
+
+constexpr auto kLenientClasses = [] {
+  std::array<uint8_t, 256> classes{};
+  for (const char c : {'-', '.', '0', '1', '2', '3', '4', '5', '6', '7', '8', '9'}) {
+    classes[static_cast<unsigned char>(c)] |= kNumberChar;
+  }
+  classes[' '] |= kWordEnd;
+  classes['.'] |= kWordEnd;
+  classes['/'] |= kSlash;
+  return classes;
+}();
+
+uint8_t lenientClass(char c) {
+  return kLenientClasses[static_cast<unsigned char>(c)];
+}
+
 bool isNumberChar(char c) {
-  return isDigit(c) || c == '-' || c == '.';
+  return (lenientClass(c) & kNumberChar) != 0;
 }
 
 // Where the lenient reading finds the number and the unit letters.
@@ -271,23 +274,28 @@ struct LenientScan {
 
 LenientScan scanLenient(const char* text, unsigned length) {
   LenientScan scan;
-  unsigned pos = 0;
-  while (pos < length && !isNumberChar(text[pos])) ++pos;
-  if (pos < length) {
-    scan.numberStart = pos;
-    while (pos < length && isNumberChar(text[pos])) ++pos;
-    scan.numberEnd = pos;
+  const char* end = text + length;
+  const char* p = text;
+  while (p != end && !isNumberChar(*p)) ++p;
+  if (p != end) {
+    scan.numberStart = static_cast<unsigned>(p - text);
+    while (p != end && isNumberChar(*p)) ++p;
+    scan.numberEnd = static_cast<unsigned>(p - text);
   } else {
-    pos = 0;
+    p = text;
   }
-  while (pos < length && (text[pos] == ' ' || text[pos] == '.')) ++pos;
-  for (; pos < length && text[pos] != ' ' && text[pos] != '.'; ++pos) {
-    if (text[pos] == '/') {
+  while (p != end && (lenientClass(*p) & kWordEnd) != 0) ++p;
+  unsigned count = 0;
+  for (; p != end; ++p) {
+    const uint8_t charClass = lenientClass(*p);
+    if ((charClass & (kWordEnd | kSlash)) != 0) {
+      if ((charClass & kWordEnd) != 0) break;
       scan.slash = true;
-    } else if (scan.letterCount < sizeof scan.letters) {
-      scan.letters[scan.letterCount++] = text[pos];
+    } else if (count < sizeof scan.letters) {
+      scan.letters[count++] = *p;
     }
   }
+  scan.letterCount = count;
   return scan;
 }
 
@@ -318,18 +326,41 @@ bool lenientUnit(const LenientScan& scan, unsigned& unit, bool& reciprocal) {
   return true;
 }
 
+// The magnitude of the number run in units of `factor` per shown unit:
+// integer digits accumulate as part * 10 + digit * factor, the fraction
+// digit at place k adds digit * factor / 10^(k-1) (truncated) to a sum, and
+// the magnitude is part + (sum + 5) / 10. A "-" anywhere sets `negative`;
+// further "." are skipped. False when the magnitude passes 2147483647.
+bool lenientMagnitude(const char* p, const char* end, int64_t factor, int64_t& magnitude,
+                      bool& negative) {
+  int64_t part = 0;
+  int64_t sum = 0;
+  unsigned place = 0;  // of the fraction digit, from 1
+  bool point = false;
+  for (; p != end; ++p) {
+    if (*p == '-') {
+      negative = true;
+    } else if (*p == '.') {
+      point = true;
+    } else if (!point) {
+      part = part * 10 + (*p - '0') * factor;
+      if (part > kMaxValue) return false;
+    } else if (++place <= 7) {  // from the 8th place on, digit * factor / 10^7 is 0
+      int64_t term = (*p - '0') * factor;
+      for (unsigned i = 1; i < place; ++i) term /= 10;
+      sum += term;
+    }
+  }
+  magnitude = part + (sum + 5) / 10;
+  return magnitude <= kMaxValue;
+}
+
 // --- Writing -----------------------------------------------------------------
 
-constexpr uint64_t kPowersOfTen[] = {1,           10,           100,          1000,      10000,
-                                     100000,      1000000,      10000000,     100000000, 1000000000,
-                                     10000000000, 100000000000, 1000000000000};
-
-// Room for a sign, 20 digits, a point, "/" and a suffix.
-constexpr unsigned kTextRoom = 32;
-
-// Writes a number of 10^-decimals units and its suffix; returns the length.
-unsigned writeNumber(char* out, int64_t scaled, unsigned decimals, unsigned maxDecimals,
-                     unsigned minDecimals, const char* suffix, bool reciprocal) {
+// Writes a number of 10^-decimals units and its suffix into `out`, each
+// character straight into its place in the string's block.
+void writeNumber(zuString& out, int64_t scaled, unsigned decimals, unsigned maxDecimals,
+                 unsigned minDecimals, const char* suffix, bool reciprocal) {
   uint64_t magnitude =
       scaled < 0 ? 0 - static_cast<uint64_t>(scaled) : static_cast<uint64_t>(scaled);
   if (decimals > maxDecimals) {
@@ -343,36 +374,35 @@ unsigned writeNumber(char* out, int64_t scaled, unsigned decimals, unsigned maxD
     --decimals;
   }
   const bool negative = scaled < 0 && magnitude != 0;  // never "-0"
-  // Digits right to left, then copied out in order.
-  char digits[kTextRoom];
-  char* p = digits + kTextRoom;
-  for (unsigned i = 0; i < decimals; ++i) {
-    *--p = static_cast<char>('0' + magnitude % 10);
-    magnitude /= 10;
-  }
-  if (decimals != 0) *--p = '.';
-  do {
-    *--p = static_cast<char>('0' + magnitude % 10);
-    magnitude /= 10;
-  } while (magnitude != 0);
-  if (negative) *--p = '-';
-  unsigned length = static_cast<unsigned>(digits + kTextRoom - p);
-  std::memcpy(out, p, length);
+  unsigned digits = 1;
+  while (digits < kPowersOfTen.size() && magnitude >= kPowersOfTen[digits]) ++digits;
+  if (digits <= decimals) digits = decimals + 1;  // "0" before the point
+  const unsigned suffixLength = suffix == nullptr ? 0 : reciprocal ? 3 : 2;
+  const unsigned length = negative + digits + (decimals != 0) + suffixLength;
+  char* const chars = out.ReAlloc(length, 0);
+  char* p = chars + length;
   if (suffix != nullptr) {
-    if (reciprocal) out[length++] = '/';
-    out[length++] = suffix[0];
-    out[length++] = suffix[1];
+    *--p = suffix[1];
+    *--p = suffix[0];
+    if (reciprocal) *--p = '/';
   }
-  return length;
+  for (unsigned i = 0; i < digits; ++i) {
+    if (i == decimals && decimals != 0) *--p = '.';
+    *--p = static_cast<char>('0' + magnitude % 10);
+    magnitude /= 10;
+  }
+  if (negative) *--p = '-';
+  out.SetLength(length);
 }
 
 // The span's text through the row of its unit (constant factors).
-unsigned writeSpan(char* out, const UnitRow& unit, int32_t value, unsigned maxDecimals,
-                   bool withSuffix, unsigned minDecimals, bool reciprocal) {
+void writeSpan(zuString& out, const UnitRow& unit, int32_t value, unsigned maxDecimals,
+               bool withSuffix, unsigned minDecimals, bool reciprocal) {
   if (!reciprocal) {
     const int64_t scaled = applyFactor(value, unit.textNum, unit.textDen);
-    return writeNumber(out, scaled, unit.decimals, maxDecimals, minDecimals,
-                       withSuffix ? unit.suffix : nullptr, false);
+    writeNumber(out, scaled, unit.decimals, maxDecimals, minDecimals,
+                withSuffix ? unit.suffix : nullptr, false);
+    return;
   }
   // Units per unit length: (10^d)^2 over the length in 10^-d units, taken
   // from the exact value and rounded to a multiple of 100.
@@ -382,14 +412,8 @@ unsigned writeSpan(char* out, const UnitRow& unit, int32_t value, unsigned maxDe
         static_cast<int64_t>(kPowersOfTen[2 * unit.reciprocalDecimals]) * unit.reciprocalDen;
     count = divideRounded(numerator, int64_t{value} * unit.reciprocalNum * 100) * 100;
   }
-  return writeNumber(out, count, unit.reciprocalDecimals, maxDecimals, minDecimals,
-                     withSuffix ? unit.reciprocalSuffix : nullptr, true);
-}
-
-void assign(zuString& out, const char* text, unsigned length) {
-  char* chars = out.ReAlloc(length, 0);
-  std::memcpy(chars, text, length);
-  out.SetLength(length);
+  writeNumber(out, count, unit.reciprocalDecimals, maxDecimals, minDecimals,
+              withSuffix ? unit.reciprocalSuffix : nullptr, true);
 }
 
 }  // namespace
@@ -441,7 +465,7 @@ double zuUnitSpan::ValueToUnit(long value, UnitCode unit) {
 }
 
 long zuUnitSpan::ConvertReally(UnitCode to, UnitCode from, long value) {
-  return saturate(convert(to, from, static_cast<int32_t>(value)));
+  return saturate(convertBetweenBases(to, from, static_cast<int32_t>(value)));
 }
 
 void zuUnitSpan::UnitToString(UnitCode unit, zuString& out) {
@@ -468,27 +492,16 @@ zuUnitSpan::UnitCode zuUnitSpan::StringToUnit(const zuString& text, UnitCode fal
 
 int zuUnitSpan::ValidatingParse(ParseData& data, const zuString& text, UnitCode defaultUnit,
                                 int allowNegative, int reciprocal, int allowPercent) {
-  data = ParseData{};
-  data.reciprocal = reciprocal != 0;
-  const char* chars = text;
-  bool negative = false;
-  if (!readStrict(data, chars, chars + text.Length(), allowNegative != 0, allowPercent != 0,
-                  negative) ||
-      !strictValue(data, defaultUnit)) {
-    data = ParseData{};
-    return 0;
-  }
-  if (negative) {
-    data.integerPart = -data.integerPart;
-    data.fractionDigits = -data.fractionDigits;
-    data.value = -data.value;
-  }
-  return 1;
+  return parseStrict(data, text, defaultUnit, allowNegative != 0, reciprocal != 0,
+                     allowPercent != 0, false)
+             ? 1
+             : 0;
 }
 
 int zuUnitSpan::SetFromText(const zuString& text, UnitCode defaultUnit, int reciprocal) {
   ParseData strict;
-  if (ValidatingParse(strict, text, defaultUnit, 1, reciprocal, 0) && strict.unit != eNoUnits) {
+  if (parseStrict(strict, text, defaultUnit, true, reciprocal != 0, false, true) &&
+      strict.unit != eNoUnits) {
     Set(strict.unit, strict.value);
     return 1;
   }
@@ -499,32 +512,10 @@ int zuUnitSpan::SetFromText(const zuString& text, UnitCode defaultUnit, int reci
   const bool known = lenientUnit(scan, unit, isReciprocal);
   const int row = kUnitRowIndex.rows[unit];
   const int64_t factor = row < 0 ? 0 : kUnitRows[row].perShown;
-
-  int64_t part = 0;
-  int64_t sum = 0;
-  unsigned place = 0;  // of the fraction digit, from 1
-  bool point = false;
+  int64_t value = 0;
   bool negative = false;
-  for (unsigned pos = scan.numberStart; pos < scan.numberEnd; ++pos) {
-    const char c = chars[pos];
-    if (c == '-') {
-      negative = true;
-    } else if (c == '.') {
-      point = true;
-    } else if (!point) {
-      part = part * 10 + (c - '0') * factor;
-      if (part > kMaxValue) {
-        Set(static_cast<UnitCode>(unit), kMaxValue);
-        return 0;
-      }
-    } else if (++place <= 7) {  // from the 8th place on, digit * units / 10^7 is 0
-      int64_t term = (c - '0') * factor;
-      for (unsigned i = 1; i < place; ++i) term /= 10;
-      sum += term;
-    }
-  }
-  int64_t value = part + (sum + 5) / 10;
-  if (value > kMaxValue) {
+  if (!lenientMagnitude(chars + scan.numberStart, chars + scan.numberEnd, factor, value,
+                        negative)) {
     Set(static_cast<UnitCode>(unit), kMaxValue);
     return 0;
   }
@@ -568,17 +559,13 @@ zuString zuUnitSpan::measurementValidate(zuString& text, int allowNegative) {
 
 void zuUnitSpan::Text(zuString& out, unsigned maxDecimals, int withoutSuffix, unsigned minDecimals,
                       int reciprocal) const {
-  char text[kTextRoom];
-  unsigned length;
   if (unit_ == eNoUnits) {
-    length = writeNumber(text, value_, 0, 0, 0, nullptr, false);
-  } else {
-    length = zu::internal::withUnitRow(rowOf(unit_), [&](const UnitRow& unit) {
-      return writeSpan(text, unit, value_, maxDecimals, withoutSuffix == 0, minDecimals,
-                       reciprocal != 0);
-    });
+    writeNumber(out, value_, 0, 0, 0, nullptr, false);
+    return;
   }
-  assign(out, text, length);
+  zu::internal::withUnitRow(rowOf(unit_), [&](const UnitRow& unit) {
+    writeSpan(out, unit, value_, maxDecimals, withoutSuffix == 0, minDecimals, reciprocal != 0);
+  });
 }
 
 zuUnitSpan::operator zuString() const {

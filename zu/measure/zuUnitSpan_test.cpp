@@ -130,6 +130,10 @@ TEST(zuUnitSpanTest, StrictReadingFollowsEachTransition) {
   zuUnitSpan::ParseData data;
   EXPECT_EQ(zuUnitSpan::ValidatingParse(data, "-1in", zuUnitSpan::eInches, 0, 0, 1), 0);
   EXPECT_EQ(zuUnitSpan::ValidatingParse(data, "1%", zuUnitSpan::eInches, 1, 0, 0), 0);
+  for (const zuString& nul : {zuString::FromBytes("1in\0", 4), zuString::FromBytes("1\0in", 4),
+                              zuString::FromBytes("\0", 1)}) {
+    EXPECT_EQ(zuUnitSpan::ValidatingParse(data, nul, zuUnitSpan::eInches, 1, 0, 0), 0);
+  }
   EXPECT_EQ(zuUnitSpan::ValidatingParse(data, "1", Unit(5), 1, 0, 0), 1);
   EXPECT_EQ(data.unit, zuUnitSpan::eNoUnits);
   ASSERT_EQ(zuUnitSpan::ValidatingParse(data, " -12.50 percent", zuUnitSpan::eInches, 1, 1, 0), 1);

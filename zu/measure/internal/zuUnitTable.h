@@ -120,24 +120,25 @@ inline constexpr Ratio kBaseFactors[3][3] = {
     {{125, 9}, {635, 72}, {1, 1}},
 };
 
-// Calls fn(ratio) with the factor between two different bases as a
-// compile-time constant. Both must be base indices.
+// Calls fn(ratio) with the factor from the base of `from` to that of `to`
+// (codes whose low four bits differ) as a compile-time constant and
+// returns true; false when either has no base. Millipoints and
+// centimetres, the common pair, are tried first.
 template <typename Fn>
-[[gnu::always_inline]] inline auto withBaseFactor(int from, int to, Fn fn) {
-  switch (from * 3 + to) {
-    case 1:
-      return fn(kBaseFactors[0][1]);
-    case 2:
-      return fn(kBaseFactors[0][2]);
-    case 3:
-      return fn(kBaseFactors[1][0]);
-    case 5:
-      return fn(kBaseFactors[1][2]);
-    case 6:
-      return fn(kBaseFactors[2][0]);
-    default:
-      return fn(kBaseFactors[2][1]);
+[[gnu::always_inline]] inline bool withBaseFactor(unsigned from, unsigned to, Fn fn) {
+  const unsigned fromBase = from & 15u;
+  const unsigned toBase = to & 15u;
+  if (fromBase == 3) {
+    if (toBase == 1) return fn(kBaseFactors[2][1]), true;
+    if (toBase == 0) return fn(kBaseFactors[2][0]), true;
+  } else if (fromBase == 1) {
+    if (toBase == 3) return fn(kBaseFactors[1][2]), true;
+    if (toBase == 0) return fn(kBaseFactors[1][0]), true;
+  } else if (fromBase == 0) {
+    if (toBase == 3) return fn(kBaseFactors[0][2]), true;
+    if (toBase == 1) return fn(kBaseFactors[0][1]), true;
   }
+  return false;
 }
 
 }  // namespace zu::internal
