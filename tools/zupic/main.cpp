@@ -6,6 +6,7 @@
 //   zupic parse 'num{z,zz9.99}' '1.234,50' --locale de_DE
 //   zupic length 72pt 6pc 25.4mm --to in
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -80,6 +81,24 @@ std::string* lengthOption(const std::string& argument, zupic::LengthOptions& opt
 }
 
 }  // namespace
+
+bool zupic::forEachValue(const std::vector<std::string>& values,
+                         const std::function<bool(const char* value, size_t length)>& run) {
+  bool allTrue = true;
+  if (!values.empty()) {
+    for (const std::string& value : values) allTrue &= run(value.c_str(), value.size());
+    return allTrue;
+  }
+  char* line = nullptr;
+  size_t capacity = 0;
+  ssize_t length = 0;
+  while ((length = getline(&line, &capacity, stdin)) >= 0) {
+    while (length > 0 && (line[length - 1] == '\n' || line[length - 1] == '\r')) --length;
+    allTrue &= run(line, static_cast<size_t>(length));
+  }
+  std::free(line);
+  return allTrue;
+}
 
 int main(int argc, char** argv) {
   std::vector<std::string> words;

@@ -3,6 +3,8 @@
 // 2 for a usage error.
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -11,6 +13,12 @@ namespace zupic {
 enum ExitStatus { kOk = 0, kNoMatch = 1, kUsage = 2 };
 
 enum class Direction { kFormat, kParse };
+
+// Calls `run` on each of `values`, or without values on each line of
+// standard input (its line end, "\n" or "\r\n", removed). Returns whether
+// every call returned true.
+bool forEachValue(const std::vector<std::string>& values,
+                  const std::function<bool(const char* value, size_t length)>& run);
 
 // Formats (or parses) each of `values` through `picture` in `locale`, one
 // result a line; without values, streams standard input line by line.

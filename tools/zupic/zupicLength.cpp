@@ -1,7 +1,7 @@
 // zupic length: lengths read as a user types them, converted and written
 // back, one a line.
+#include <strings.h>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 
 #include "tools/zupic/zupicCommands.h"
@@ -82,19 +82,8 @@ int runLength(const std::vector<std::string>& texts, const LengthOptions& option
     decimals = static_cast<unsigned>(options.decimals[0] - '0');
   }
   LengthRunner runner(!options.to.empty(), to, unit, decimals);
-  bool allRead = true;
-  if (!texts.empty()) {
-    for (const std::string& text : texts) allRead &= runner.run(text.c_str(), text.size());
-  } else {
-    char* line = nullptr;
-    size_t capacity = 0;
-    ssize_t length = 0;
-    while ((length = getline(&line, &capacity, stdin)) >= 0) {
-      while (length > 0 && (line[length - 1] == '\n' || line[length - 1] == '\r')) --length;
-      allRead &= runner.run(line, static_cast<size_t>(length));
-    }
-    std::free(line);
-  }
+  const bool allRead = forEachValue(
+      texts, [&](const char* text, size_t length) { return runner.run(text, length); });
   std::fflush(stdout);
   return allRead ? kOk : kNoMatch;
 }

@@ -1,6 +1,5 @@
 // zupic format / zupic parse: values through a picture clause, one a line.
 #include <cstdio>
-#include <cstdlib>
 
 #include "tools/zupic/zupicCommands.h"
 #include "zu/core/zuExErrItem.h"
@@ -72,19 +71,8 @@ int runPicture(Direction direction, const std::string& picture,
   static char buffer[kOutputBuffer];
   std::setvbuf(stdout, buffer, _IOFBF, sizeof buffer);
   PictureRunner runner(direction, picture, locale);
-  bool allMatched = true;
-  if (!values.empty()) {
-    for (const std::string& value : values) allMatched &= runner.run(value.c_str(), value.size());
-  } else {
-    char* line = nullptr;
-    size_t capacity = 0;
-    ssize_t length = 0;
-    while ((length = getline(&line, &capacity, stdin)) >= 0) {
-      while (length > 0 && (line[length - 1] == '\n' || line[length - 1] == '\r')) --length;
-      allMatched &= runner.run(line, static_cast<size_t>(length));
-    }
-    std::free(line);
-  }
+  const bool allMatched = forEachValue(
+      values, [&](const char* value, size_t length) { return runner.run(value, length); });
   std::fflush(stdout);
   return allMatched ? kOk : kNoMatch;
 }
