@@ -21,19 +21,18 @@ void zuRect::Rect(const zuUnitSpan& left, const zuUnitSpan& top, const zuUnitSpa
 }
 
 void zuRect::LeftRight(const zuUnitSpan& a, const zuUnitSpan& b) {
-  const zuUnitSpan first = a;  // copies: either may be one of the edges
-  const zuUnitSpan second = b;
-  const bool ordered = first <= second;
-  left_ = ordered ? first : second;
-  right_ = ordered ? second : first;
+  Order(a, b, left_, right_);
 }
 
 void zuRect::TopBottom(const zuUnitSpan& a, const zuUnitSpan& b) {
-  const zuUnitSpan first = a;  // copies: either may be one of the edges
-  const zuUnitSpan second = b;
-  const bool ordered = first <= second;
-  top_ = ordered ? first : second;
-  bottom_ = ordered ? second : first;
+  Order(a, b, top_, bottom_);
+}
+
+void zuRect::Order(zuUnitSpan a, zuUnitSpan b, zuUnitSpan& low, zuUnitSpan& high) {
+  // `a` and `b` are copies: either may be one of the edges being set.
+  const bool ordered = a <= b;
+  low = ordered ? a : b;
+  high = ordered ? b : a;
 }
 
 void zuRect::LeftWidth(const zuUnitSpan& left, const zuUnitSpan& width) {

@@ -126,6 +126,8 @@ class ZU_EXPORT zuRect {
   void ChangeUnits(zuUnitSpan::UnitCode unit);
 
  private:
+  // The smaller of `a` and `b` into `low`, the other into `high`.
+  static void Order(zuUnitSpan a, zuUnitSpan b, zuUnitSpan& low, zuUnitSpan& high);
   static zuUnitSpan Min(const zuUnitSpan& a, const zuUnitSpan& b, const zuUnitSpan& c,
                         const zuUnitSpan& d);
   static zuUnitSpan Max(const zuUnitSpan& a, const zuUnitSpan& b, const zuUnitSpan& c,
