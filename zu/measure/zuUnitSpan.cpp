@@ -101,14 +101,13 @@ const char* skipBlanks(const char* p) {
 // Reads the form of the text into `data`, phase by phase: blanks, sign,
 // blanks, number, then blanks and "/" (the gap), then "%" or letters and
 // trailing blanks. Returns the number of fraction digits kept, or -1 when
-// the text is not well formed; with `unitOnly`, also -1 at a third letter,
-// from where no unit can be found. The text's terminating NUL stops every
-// loop (no character class holds it); a NUL before `end` fails the reading.
+// the text is not well formed. The text's terminating NUL (which every
+// zuString has) stops every loop; a NUL before `end` fails the reading.
 [[gnu::always_inline]] inline int readStrict(zuUnitSpan::ParseData& data, const char* p,
                                              const char* end, bool allowNegative, bool allowPercent,
-                                             bool unitOnly, bool& negative) {
+                                             bool& negative) {
   p = skipBlanks(p);
-  if (*p == '+' || (*p == '-' && allowNegative)) {
+  if (!isDigit(*p) && (*p == '+' || (*p == '-' && allowNegative))) {
     negative = *p == '-';
     p = skipBlanks(p + 1);
   }
@@ -150,7 +149,7 @@ const char* skipBlanks(const char* p) {
   uint32_t count = 0;
   for (; isLetter(*p); ++p) {
     if (count < sizeof data.unitLetters) data.unitLetters[count] = *p;
-    if (++count == 3 && unitOnly) return -1;
+    ++count;
   }
   if (count == 0) return -1;
   data.letterCount = count;
@@ -166,22 +165,10 @@ int abbreviationRow(const char* letters) {
   constexpr auto keyOf = [](const char* name) {
     return static_cast<unsigned>(name[0]) | static_cast<unsigned>(name[1]) << 8;
   };
-  switch (key) {
-    case keyOf(kUnitRows[0].lower):
-      return 0;
-    case keyOf(kUnitRows[1].lower):
-      return 1;
-    case keyOf(kUnitRows[2].lower):
-      return 2;
-    case keyOf(kUnitRows[3].lower):
-      return 3;
-    case keyOf(kUnitRows[4].lower):
-      return 4;
-    case keyOf(kUnitRows[5].lower):
-      return 5;
-    default:
-      return -1;
+  for (int row = 0; row < zu::internal::kNamedRowCount; ++row) {
+    if (key == keyOf(kUnitRows[row].lower)) return row;
   }
+  return -1;
 }
 
 // The unit and value of a well-formed reading with `fractionCount` fraction
@@ -215,17 +202,16 @@ int abbreviationRow(const char* letters) {
   return true;
 }
 
-// The strict reading (ValidatingParse); with `unitOnly` it may fail where
-// it would only have found no unit.
+// The strict reading (ValidatingParse).
 [[gnu::always_inline]] inline bool parseStrict(zuUnitSpan::ParseData& data, const zuString& text,
                                                zuUnitSpan::UnitCode defaultUnit, bool allowNegative,
-                                               bool reciprocal, bool allowPercent, bool unitOnly) {
+                                               bool reciprocal, bool allowPercent) {
   data = zuUnitSpan::ParseData{};
   data.reciprocal = reciprocal;
   const char* chars = text;
   bool negative = false;
-  const int fractionCount = readStrict(data, chars, chars + text.Length(), allowNegative,
-                                       allowPercent, unitOnly, negative);
+  const int fractionCount =
+      readStrict(data, chars, chars + text.Length(), allowNegative, allowPercent, negative);
   if (fractionCount < 0 || !strictValue(data, fractionCount, defaultUnit)) {
     data = zuUnitSpan::ParseData{};
     return false;
@@ -236,6 +222,17 @@ int abbreviationRow(const char* letters) {
     data.value = -data.value;
   }
   return true;
+}
+
+// Whether the text ends in three letters or more (before trailing blanks).
+// A text the strict reading accepts with unit letters ends in exactly
+// those letters, so such a text gives the strict reading no unit.
+bool endsInThreeLetters(const char* text, unsigned length) {
+  const char* p = text + length;
+  while (p != text && p[-1] == ' ') --p;
+  int letters = 0;
+  for (; p != text && letters < 3 && isLetter(p[-1]); --p) ++letters;
+  return letters == 3;
 }
 
 // --- Lenient reading ---------------------------------------------------------
@@ -493,19 +490,20 @@ zuUnitSpan::UnitCode zuUnitSpan::StringToUnit(const zuString& text, UnitCode fal
 int zuUnitSpan::ValidatingParse(ParseData& data, const zuString& text, UnitCode defaultUnit,
                                 int allowNegative, int reciprocal, int allowPercent) {
   return parseStrict(data, text, defaultUnit, allowNegative != 0, reciprocal != 0,
-                     allowPercent != 0, false)
+                     allowPercent != 0)
              ? 1
              : 0;
 }
 
 int zuUnitSpan::SetFromText(const zuString& text, UnitCode defaultUnit, int reciprocal) {
+  const char* chars = text;
   ParseData strict;
-  if (parseStrict(strict, text, defaultUnit, true, reciprocal != 0, false, true) &&
+  if (!endsInThreeLetters(chars, text.Length()) &&
+      parseStrict(strict, text, defaultUnit, true, reciprocal != 0, false) &&
       strict.unit != eNoUnits) {
     Set(strict.unit, strict.value);
     return 1;
   }
-  const char* chars = text;
   const LenientScan scan = scanLenient(chars, text.Length());
   unsigned unit = defaultUnit == eNoUnits ? eInches : defaultUnit;
   bool isReciprocal = reciprocal != 0;
