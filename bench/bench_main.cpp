@@ -20,6 +20,20 @@
 
 namespace {
 
+// The name without the parts Google Benchmark appends for options
+// ("/iterations:3", "/real_time"), which are not roles.
+std::string withoutOptions(std::string name) {
+  for (;;) {
+    const std::size_t slash = name.rfind('/');
+    if (slash == std::string::npos) return name;
+    const std::string last = name.substr(slash + 1);
+    if (last.find(':') == std::string::npos && last != "real_time" && last != "manual_time") {
+      return name;
+    }
+    name.erase(slash);
+  }
+}
+
 class RatioReporter : public benchmark::ConsoleReporter {
  public:
   void ReportRuns(const std::vector<Run>& runs) override {
@@ -28,7 +42,7 @@ class RatioReporter : public benchmark::ConsoleReporter {
       if (run.error_occurred) continue;
       const bool median = run.run_type == Run::RT_Aggregate && run.aggregate_name == "median";
       if (run.run_type != Run::RT_Iteration && !median) continue;
-      const std::string name = run.run_name.str();
+      const std::string name = withoutOptions(run.run_name.str());
       const std::size_t slash = name.rfind('/');
       if (slash == std::string::npos) continue;
       const double nanos = run.GetAdjustedRealTime() *

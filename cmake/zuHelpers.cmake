@@ -108,7 +108,8 @@ endfunction()
 # One GoogleTest executable per subsystem, registered with CTest. Several calls
 # with the same NAME add their sources to the same executable; the labels of
 # the first call apply (tests that start threads go in an executable labelled
-# "threaded", which the tsan preset runs).
+# "threaded", which the tsan preset runs). Every test executable links the
+# shared test helpers of zu/testing.
 function(zu_test)
   if(NOT ZU_BUILD_TESTS)
     return()
@@ -129,6 +130,6 @@ function(zu_test)
   endif()
   add_executable(${ARG_NAME} ${ARG_SOURCES})
   target_compile_options(${ARG_NAME} PRIVATE ${ZU_WARNINGS})
-  target_link_libraries(${ARG_NAME} PRIVATE zuutility_testing GTest::gtest GTest::gmock GTest::gtest_main)
+  target_link_libraries(${ARG_NAME} PRIVATE zu_testing zuutility_testing GTest::gtest GTest::gmock GTest::gtest_main)
   gtest_discover_tests(${ARG_NAME} DISCOVERY_TIMEOUT 60 PROPERTIES LABELS "${ARG_LABELS}")
 endfunction()

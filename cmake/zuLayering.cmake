@@ -4,6 +4,7 @@
 # belong to a layer. Run by CTest:
 #   cmake -DSOURCE_DIR=<repo> -DMANIFEST=<build>/layering/manifest.cmake -P zuLayering.cmake
 cmake_minimum_required(VERSION 3.25)
+include(${CMAKE_CURRENT_LIST_DIR}/zuSourceLines.cmake)
 include(${MANIFEST})
 
 # file -> layer, for library files and tests.
@@ -17,7 +18,7 @@ foreach(layer IN LISTS ZU_LAYERS)
 endforeach()
 
 set(faults "")
-file(GLOB_RECURSE tree RELATIVE ${SOURCE_DIR} ${SOURCE_DIR}/zu/*.h ${SOURCE_DIR}/zu/*.cpp)
+zu_tree_files(tree)
 foreach(file IN LISTS tree)
   if(file STREQUAL "zu/zuutility.h")
     continue()  # the umbrella header includes every layer on purpose
@@ -32,11 +33,7 @@ foreach(file IN LISTS tree)
     string(APPEND faults "${file}: not listed by any zu_library or zu_test call\n")
     continue()
   endif()
-  # One list element a line: characters that CMake's lists treat specially
-  # are dropped first (no include needs them).
-  file(READ ${SOURCE_DIR}/${file} content)
-  string(REGEX REPLACE "[][;\\]" "" content "${content}")
-  string(REPLACE "\n" ";" lines "${content}")
+  zu_source_lines(${file} lines)
   set(number 0)
   foreach(line IN LISTS lines)
     math(EXPR number "${number} + 1")

@@ -3,6 +3,7 @@
 # number; everything else throws by name. Comments may quote the numbers.
 #   cmake -DSOURCE_DIR=<repo> -P zuMessageIdsInCode.cmake
 cmake_minimum_required(VERSION 3.25)
+include(${CMAKE_CURRENT_LIST_DIR}/zuSourceLines.cmake)
 
 file(STRINGS ${SOURCE_DIR}/zu/core/resources/ResourcesEn.msg entries REGEX "^[0-9]+\t")
 set(ids "")
@@ -13,14 +14,12 @@ endforeach()
 list(JOIN ids "|" alternatives)
 
 set(faults "")
-file(GLOB_RECURSE tree RELATIVE ${SOURCE_DIR} ${SOURCE_DIR}/zu/*.h ${SOURCE_DIR}/zu/*.cpp)
+zu_tree_files(tree)
 foreach(file IN LISTS tree)
   if(file MATCHES "_test\\.cpp$|^zu/testing/|^zu/core/zuMessageIds\\.h$")
     continue()
   endif()
-  file(READ ${SOURCE_DIR}/${file} content)
-  string(REGEX REPLACE "[][;\\]" "" content "${content}")
-  string(REPLACE "\n" ";" lines "${content}")
+  zu_source_lines(${file} lines)
   set(number 0)
   foreach(line IN LISTS lines)
     math(EXPR number "${number} + 1")

@@ -12,11 +12,10 @@
 #include <string>
 
 #include "zu/core/zuException.h"
+#include "zu/core/zuMessageIds.h"
 #include "zu/picture/zuPicture.h"
 
 namespace {
-
-constexpr unsigned short kCompoundNotSupported = 16480;
 
 // The next NUL-separated part of the input.
 std::string nextPart(const char*& cursor, const char* end) {
@@ -32,7 +31,7 @@ void allowCompoundOnly(Call&& call) {
   try {
     call();
   } catch (zuExFull& error) {
-    if (!error.HasResId(kCompoundNotSupported)) throw;
+    if (!error.HasResId(zuMessageIds::kCompoundPicture)) throw;
   }
 }
 

@@ -1,12 +1,19 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build needs, skipping those already present.
-# Usage: scripts/install-deps.sh [--fuzz]   (--fuzz adds clang and its runtime)
+# Usage: scripts/install-deps.sh [--fuzz] [--browser]
+#   --fuzz     adds clang and its runtime (the fuzz preset)
+#   --browser  adds chromium, which the test of the zupic serve page drives
 set -euo pipefail
 
-packages=(cmake ninja-build g++ pkg-config libicu-dev libgtest-dev libgmock-dev libbenchmark-dev locales)
-if [[ "${1:-}" == "--fuzz" ]]; then
-  packages+=(clang libclang-rt-14-dev)
-fi
+packages=(cmake ninja-build g++ pkg-config libicu-dev libgtest-dev libgmock-dev libbenchmark-dev
+          libcpp-httplib-dev nlohmann-json3-dev locales)
+for option in "$@"; do
+  case "$option" in
+    --fuzz) packages+=(clang libclang-rt-14-dev) ;;
+    --browser) packages+=(chromium) ;;
+    *) echo "install-deps.sh: unknown option $option" >&2; exit 2 ;;
+  esac
+done
 
 missing=()
 for package in "${packages[@]}"; do

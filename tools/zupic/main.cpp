@@ -5,8 +5,8 @@
 //   seq 1 1000000 | zupic format 'num{z,zzz,zz9}' --locale de_DE
 //   zupic parse 'num{z,zz9.99}' '1.234,50' --locale de_DE
 //   zupic length 72pt 6pc 25.4mm --to in
+//   zupic serve --port 0
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -22,6 +22,7 @@ constexpr const char* kUsage =
     "       zupic length [TEXT...] [--to U] [--unit U] [--decimals N]\n"
     "       zupic locales\n"
     "       zupic locale L\n"
+    "       zupic serve [--port N] [--host ADDRESS]\n"
     "       zupic --help | --version\n";
 
 constexpr const char* kHelp =
@@ -33,6 +34,8 @@ constexpr const char* kHelp =
     "                             \"6 picas\") and prints it, converted with --to\n"
     "  locales                    lists the built-in locales\n"
     "  locale L                   shows the names, patterns and symbols of L\n"
+    "  serve                      serves the playground page on 127.0.0.1:8080\n"
+    "                             (zupic serve --help tells more)\n"
     "\n"
     "Without VALUE or TEXT, values are read from standard input, one a line.\n"
     "Canonical values: dates 2024-03-05, times 13:45:00[.250], date-times\n"
@@ -82,24 +85,6 @@ std::string* lengthOption(const std::string& argument, zupic::LengthOptions& opt
 
 }  // namespace
 
-bool zupic::forEachValue(const std::vector<std::string>& values,
-                         const std::function<bool(const char* value, size_t length)>& run) {
-  bool allTrue = true;
-  if (!values.empty()) {
-    for (const std::string& value : values) allTrue &= run(value.c_str(), value.size());
-    return allTrue;
-  }
-  char* line = nullptr;
-  size_t capacity = 0;
-  ssize_t length = 0;
-  while ((length = getline(&line, &capacity, stdin)) >= 0) {
-    while (length > 0 && (line[length - 1] == '\n' || line[length - 1] == '\r')) --length;
-    allTrue &= run(line, static_cast<size_t>(length));
-  }
-  std::free(line);
-  return allTrue;
-}
-
 int main(int argc, char** argv) {
   std::vector<std::string> words;
   std::string locale;
@@ -108,6 +93,9 @@ int main(int argc, char** argv) {
   bool lengthGiven = false;
   for (int i = 1; i < argc; ++i) {
     const std::string argument = argv[i];
+    if (words.empty() && argument == "serve") {
+      return zupic::serve(std::vector<std::string>(argv + i + 1, argv + argc));
+    }
     if (argument == "--help" || argument == "-h") {
       std::printf("%s\n%s", kUsage, kHelp);
       return zupic::kOk;

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "zu/core/zuString.h"
+
 namespace zupic {
 
 enum ExitStatus { kOk = 0, kNoMatch = 1, kUsage = 2 };
@@ -19,11 +21,50 @@ enum class Direction { kFormat, kParse };
 // every call returned true.
 bool forEachValue(const std::vector<std::string>& values,
                   const std::function<bool(const char* value, size_t length)>& run);
+// What one value gave through a picture.
+struct Outcome {
+  zuString text;          // the result; empty when the value did not match
+  bool matched = false;   // some alternative of the picture fitted
+  unsigned errorId = 0;   // the library's message id when it reported an error
+  std::string errorText;  // and its message text
+};
+
+// One picture applied to many values in one locale, as format and parse do.
+// The object belongs to the thread that made it.
+class PictureApplier {
+ public:
+  PictureApplier(Direction direction, const std::string& picture, const std::string& locale);
+  // The value formatted (or parsed); library errors are caught into the
+  // outcome, so this throws nothing but std::bad_alloc.
+  Outcome apply(const char* value, size_t length) const;
+
+ private:
+  Direction direction_;
+  zuString picture_;
+  zuString locale_;
+};
 
 // Formats (or parses) each of `values` through `picture` in `locale`, one
 // result a line; without values, streams standard input line by line.
 int runPicture(Direction direction, const std::string& picture,
                const std::vector<std::string>& values, const std::string& locale);
+
+// One built-in locale as `zupic locales` lists it.
+struct LocaleEntry {
+  std::string name;          // "de_CH"
+  std::string platformName;  // "German_Switzerland"
+  std::string language;      // the language's own name, "Deutsch"
+};
+std::vector<LocaleEntry> builtInLocales();
+
+// One line of `zupic locale L`: a label and its text.
+struct LocaleField {
+  std::string label;
+  std::string value;
+};
+// The names, patterns and symbols of the locale `name`; false, `fields`
+// untouched, when no built-in locale has that name.
+bool localeFields(const std::string& name, std::vector<LocaleField>& fields);
 
 // The built-in locales, one a line: name, platform name, own language name.
 int listLocales();
@@ -41,5 +82,8 @@ struct LengthOptions {
 // Reads each of `texts` as a length, converts it and prints it, one a line;
 // without texts, streams standard input line by line.
 int runLength(const std::vector<std::string>& texts, const LengthOptions& options);
+// zupic serve [--port N] [--host ADDRESS]: the playground page and its JSON
+// API until SIGINT or SIGTERM. `arguments` are those after "serve".
+int serve(const std::vector<std::string>& arguments);
 
 }  // namespace zupic

@@ -45,8 +45,7 @@ TEST(zuCatalogueTest, ParsesLinesEscapesAndSkipsWhatIsNotAMessage) {
     const char* name;
     std::string bytes;
     std::map<int, std::string> expected;
-  };
-  const Case cases[] = {
+  } const cases[] = {
       {"comments and blanks", "# note\n\n1\tone\n  \n#2\tno\n", {{1, "one"}}},
       {"CRLF and no final line feed", "1\tone\r\n2\ttwo", {{1, "one"}, {2, "two"}}},
       {"escapes", "7\ta\\tb\\nc\\\\d\\qe\\", {{7, "a\tb\nc\\d\\qe\\"}}},
@@ -73,11 +72,8 @@ TEST(zuCatalogueTest, LongTextsAreCutAtACodePointWithin1023Units) {
 
 TEST(zuCatalogueTest, LocaleNamesAndSuffixOrder) {
   struct Case {
-    const char* name;
-    const char* language;
-    const char* country;
-  };
-  const Case cases[] = {
+    const char *name, *language, *country;
+  } const cases[] = {
       {"fr_CA.UTF-8", "fr", "CA"},
       {"de_DE@euro", "de", "DE"},
       {"fil_PH", "fi", "PH"},

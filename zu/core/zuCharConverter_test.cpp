@@ -27,33 +27,20 @@ std::string convert(const zuCharConverter& to, const zuCharConverter& from, cons
 
 TEST(zuCharConverterTest, NamesReduceToOneCodePage) {
   struct Case {
-    const char* name;
-    const char* canonical;
+    const char *name, *canonical;
     int codePage;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {"Shift_JIS", "SHIFTJIS", 943},
-      {"SJIS", "SJIS", 943},
-      {"pck", "PCK", 943},
       {"10", "10", 943},
       {"windows-1252", "1252", 1252},
-      {"CP1252", "1252", 1252},
-      {"1252", "1252", 1252},
       {"5", "5", 1252},
       {"ISO-8859-1", "88591", 88591},
-      {"ISO-8859-15", "885915", 885915},
-      {"iso_8859-2", "88592", 88592},
       {"ISO-2022-JP", "2022JP", 50220},
-      {"KSC_5601", "KSC5601", 1363},
       {"CSKSC 5601", "KSC5601", 1363},
-      {"IBM-850", "850", 850},
       {"2", "2", 850},
       {"37", "37", 1373},
-      {"67", "67", 1257},
       {"66", "66", 66},  // not a legacy number: kept
       {"utf-16le", "UTF16LE", 65004},
-      {"UTF8", "UTF8", 65001},
-      {"Big-Five", "BIGFIVE", 1373},
       {"Latin Cyrillic", "LATINCYRILLIC", 915},
       {"caf\xC3\xA9", "CAF\xC3\xA9", 0},  // bytes above 127 are kept
       {"EUC-KR", "EUCKR", 0},
@@ -70,30 +57,21 @@ TEST(zuCharConverterTest, NamesReduceToOneCodePage) {
 }
 
 TEST(zuCharConverterTest, EachCodePageHasItsNames) {
+  // A sample of the name table: aliases, names that differ by use, and
+  // numbers without a code page.
   struct Case {
     int codePage;
-    const char* iso;
-    const char* legacyIso;
-    const char* platform;
-    const char* icu;
-  };
-  const Case cases[] = {
+    const char *iso, *legacyIso, *platform, *icu;
+  } cases[] = {
       {943, "Shift_JIS", "Shift-JIS", "IBM-943", "IBM-943_P15A-2003"},
       {932, "Shift_JIS", "Shift-JIS", "IBM-943", "IBM-943_P15A-2003"},
-      {1363, "KSC_5601", "KSC5601", "IBM-1363", "IBM-1363_P11B-1998"},
       {949, "KSC_5601", "KSC5601", "IBM-1363", "IBM-1363_P11B-1998"},
       {1252, "windows-1252", "windows-1252", "IBM-5348", "IBM-5348"},
       {1255, "windows-1255", "windows-1255", "IBM-9447", "IBM-9447"},
-      {885915, "ISO-8859-15", "ISO-8859-15", "ISO-8859-15", "ISO-8859-15"},
       {88591, "ISO-8859-1", "ISO-8859-1", "ISO-8859-1", "ISO-8859-1"},
-      {950, "Big5", "Big5", "IBM-1373", "IBM-1373"},
-      {936, "GBK", "GBK", "IBM-1386", "IBM-1386"},
-      {1392, "GB18030", "GB18030", "IBM-1392", "IBM-1392"},
-      {819, "latin1", "latin1", "IBM-819", "IBM-819"},
       {1124, "cyrillic ukraine", "cyrillic ukraine", "IBM-1124", "IBM-1124"},
       {101, "font-specific", "font-specific", "FONT-SPECIFIC", "FONT-SPECIFIC"},
       {65004, "UTF-16LE", "UTF-16LE", "UTF-16LE", "UTF-16LE"},
-      {50222, "ISO-2022-JP-2", "ISO-2022-JP-2", "ISO-2022-JP-2", "ISO-2022-JP-2"},
       {0, "", "", "", ""},
       {12345, "", "", "", ""},
   };
@@ -119,10 +97,8 @@ TEST(zuCharConverterTest, EachCodePageHasItsNames) {
 
 TEST(zuCharConverterTest, ClassTestsFollowTheCodePage) {
   struct Case {
-    int codePage;
-    int utf8, utf16, utf32, font, dbcs, qbcs, ansi, oem;
-  };
-  const Case cases[] = {
+    int codePage, utf8, utf16, utf32, font, dbcs, qbcs, ansi, oem;
+  } cases[] = {
       {65001, 1, 0, 0, 0, 0, 0, 0, 0}, {65002, 0, 1, 0, 0, 0, 0, 0, 0},
       {65006, 0, 0, 1, 0, 0, 0, 0, 0}, {101, 0, 0, 0, 1, 0, 0, 0, 0},
       {943, 0, 0, 0, 0, 1, 0, 1, 0},   {50220, 0, 0, 0, 0, 1, 0, 0, 0},
@@ -155,8 +131,7 @@ TEST(zuCharConverterTest, CharacterClassesKeepTheNarrowRules) {
   struct Case {
     unsigned int c;
     int space, upper, lower, digit, alpha, uniSpace, brkSpace;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {' ', 1, 0, 0, 0, 0, 1, 1},    {'\v', 1, 0, 0, 0, 0, 0, 0},   {0xA0, 0, 0, 0, 0, 0, 1, 0},
       {0x202F, 0, 0, 0, 0, 0, 1, 0}, {0x3000, 0, 0, 0, 0, 0, 1, 1}, {'Q', 0, 1, 0, 0, 1, 0, 0},
       {0xDF, 0, 1, 0, 0, 1, 0, 0},   {0xD7, 0, 0, 0, 0, 0, 0, 0},   {0xFF, 0, 0, 1, 0, 1, 0, 0},
@@ -172,12 +147,8 @@ TEST(zuCharConverterTest, CharacterClassesKeepTheNarrowRules) {
     EXPECT_EQ(C::IsUniSpace(c.c), c.uniSpace) << std::hex << c.c;
     EXPECT_EQ(C::IsUniBrkSpace(c.c), c.brkSpace) << std::hex << c.c;
   }
-  EXPECT_EQ(C::ToUpper('a'), 'A');
-  EXPECT_EQ(C::ToUpper(0xE9), 0xC9u);
-  EXPECT_EQ(C::ToUpper(0xFF), 0xFFu);
-  EXPECT_EQ(C::ToUpper(0xF7), 0xF7u);
-  EXPECT_EQ(C::ToLower(0xDF), 0xDFu);
-  EXPECT_EQ(C::ToLower(0xC0), 0xE0u);
+  EXPECT_TRUE(C::ToUpper('a') == 'A' && C::ToUpper(0xE9) == 0xC9 && C::ToUpper(0xFF) == 0xFF);
+  EXPECT_TRUE(C::ToUpper(0xF7) == 0xF7 && C::ToLower(0xDF) == 0xDF && C::ToLower(0xC0) == 0xE0);
 
   EXPECT_TRUE(C::IsXMLLetter(0x2163) && !C::IsXMLLetter('1'));
   EXPECT_TRUE(C::IsIdeo(0x6F22) && !C::IsIdeo('a'));
@@ -331,8 +302,7 @@ TEST(zuCharConverterTest, WalksStepOverWholeCharacters) {
     const char* encoding;
     std::string text;
     std::vector<int> starts;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {"SJIS",
        "a\x93\xFA\x5C"
        "b",

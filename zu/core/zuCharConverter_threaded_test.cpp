@@ -24,21 +24,20 @@ TEST(zuCharConverterThreadedTest, ThreadsConvertConcurrentlyWithOwnCaches) {
       zuGxCharConverter("KSC_5601"), zuGxCharConverter("GB18030"),      zuGxCharConverter("latin2"),
       zuGxCharConverter("greek"),    zuGxCharConverter("windows-1251"), zuGxCharConverter("UTF-7"),
       zuGxCharConverter("UTF-16BE")};
-  const std::string text = "abc \xE6\x97\xA5 123";  // ASCII and one kanji
-  // What one thread alone gets, both ways ("?" where the kanji is missing).
-  std::vector<std::string> expected;
-  std::vector<std::string> expectedBack;
-  for (const auto& encoding : encodings) {
+  // ASCII and one kanji to the encoding and back ("?" where it is missing).
+  auto roundTrip = [](const zuCharConverter& encoding) {
+    const std::string text = "abc \xE6\x97\xA5 123";
     char out[64];
     const unsigned int bytes =
         encoding.Convert(out, sizeof out, zuCharConverter::UTF8(), text.data(),
                          static_cast<unsigned int>(text.size()));
-    expected.emplace_back(out, bytes);
     char back[64];
     const unsigned int backBytes =
         zuCharConverter::UTF8()->Convert(back, sizeof back, &encoding, out, bytes);
-    expectedBack.emplace_back(back, backBytes);
-  }
+    return std::string(out, bytes) + "|" + std::string(back, backBytes);
+  };
+  std::vector<std::string> expected;  // what one thread alone gets
+  for (const auto& encoding : encodings) expected.push_back(roundTrip(encoding));
 
   std::atomic<int> failures{0};
   std::vector<std::thread> threads;
@@ -46,18 +45,7 @@ TEST(zuCharConverterThreadedTest, ThreadsConvertConcurrentlyWithOwnCaches) {
     threads.emplace_back([&, t] {
       for (int round = 0; round < 200; ++round) {
         const std::size_t index = static_cast<std::size_t>(t + round) % std::size(encodings);
-        const zuCharConverter& encoding = encodings[index];
-        char out[64];
-        const unsigned int bytes =
-            encoding.Convert(out, sizeof out, zuCharConverter::UTF8(), text.data(),
-                             static_cast<unsigned int>(text.size()));
-        char back[64];
-        const unsigned int backBytes =
-            zuCharConverter::UTF8()->Convert(back, sizeof back, &encoding, out, bytes);
-        if (std::string(out, bytes) != expected[index] ||
-            std::string(back, backBytes) != expectedBack[index]) {
-          ++failures;
-        }
+        if (roundTrip(encodings[index]) != expected[index]) ++failures;
       }
       if (zuConverterCache::current().size() != zuConverterCache::kCapacity) ++failures;
     });

@@ -14,12 +14,13 @@
 #include "zu/core/zuExVersionMismatch.h"
 #include "zu/core/zuFormat.h"
 #include "zu/core/zuFormatPos.h"
+#include "zu/testing/zuTestText.h"
+#include "zu/testing/zuThrown.h"
+
+using zu::testing::str;
+using zu::testing::thrown;
 
 namespace {
-
-std::string text(const zuString& value) {
-  return std::string(static_cast<const char*>(value));
-}
 
 std::vector<unsigned short> ids(const zuExFull& error) {
   std::vector<unsigned short> result;
@@ -27,26 +28,15 @@ std::vector<unsigned short> ids(const zuExFull& error) {
   return result;
 }
 
-template <typename Throwing>
-zuExFull caught(Throwing throwing) {
-  try {
-    throwing();
-  } catch (const zuExFull& error) {
-    return error;
-  }
-  ADD_FAILURE() << "nothing thrown";
-  return zuExFull();
-}
-
 TEST(zuExFullTest, StringJoinsResolvedTextsAndIsOwnedByCaller) {
   const std::unique_ptr<zuString> unresolved(zuExFull(5, 0).String());
   ASSERT_NE(unresolved, nullptr);
-  EXPECT_EQ(text(*unresolved), "\n");  // no catalogue: the text stays empty
+  EXPECT_EQ(str(*unresolved), "\n");  // no catalogue: the text stays empty
 
   zuExFull two(1, zuString("first"), 0);
   two.Insert(zuExFull(2, zuString("second"), 0), 1);
   const std::unique_ptr<zuString> both(two.String());
-  EXPECT_EQ(text(*both), "first\nsecond\n");
+  EXPECT_EQ(str(*both), "first\nsecond\n");
   EXPECT_EQ(zuExFull().String(), nullptr);
 }
 
@@ -89,32 +79,32 @@ TEST(zuExFullTest, IdQueriesReportedFlagAndBounds) {
 }
 
 TEST(zuExFullTest, ThrownFormsKeepIdTextAndParameters) {
-  const zuExFull byId = caught([] { ZuExThrow(16479); });
+  const zuExFull byId = thrown([] { ZuExThrow(16479); });
   EXPECT_EQ(byId.FirstResId(), 16479);
   EXPECT_EQ(byId.WasReported(), 0);
-  EXPECT_EQ(caught([] { ZuExThrow(16479, 1); }).WasReported(), 1);
+  EXPECT_EQ(thrown([] { ZuExThrow(16479, 1); }).WasReported(), 1);
 
-  const zuExFull percent = caught([] { ZuExThrow(zuString("100%% sure")); });
+  const zuExFull percent = thrown([] { ZuExThrow(zuString("100%% sure")); });
   EXPECT_EQ(percent.FirstResId(), 0);
   EXPECT_TRUE(percent[0].IsResolved());
-  EXPECT_EQ(text(percent[0].Text()), "100% sure");
-  const zuExFull cut = caught([] { ZuExThrow(zuString("before %d after"), 1); });
-  EXPECT_EQ(text(cut[0].Text()), "before ");
+  EXPECT_EQ(str(percent[0].Text()), "100% sure");
+  const zuExFull cut = thrown([] { ZuExThrow(zuString("before %d after"), 1); });
+  EXPECT_EQ(str(cut[0].Text()), "before ");
 
   const zuExFull formatted =
-      caught([] { ZuExThrow(zuFormat(zuString("day %d of %s")) << 32 << "May"); });
-  EXPECT_EQ(text(formatted[0].Text()), "day 32 of May");
+      thrown([] { ZuExThrow(zuFormat(zuString("day %d of %s")) << 32 << "May"); });
+  EXPECT_EQ(str(formatted[0].Text()), "day 32 of May");
   EXPECT_EQ(formatted[0].FormatType(), zuExErrItem::eFormat);
   ASSERT_EQ(formatted[0].getParmCount(), 2u);
-  EXPECT_EQ(text(formatted[0].getParm(1)), "May");
+  EXPECT_EQ(str(formatted[0].getParm(1)), "May");
 
-  const zuExFull positional = caught([] { ZuExThrow(zuFormatPos(zuString("%2 %1")) << 1 << 2); });
-  EXPECT_EQ(text(positional[0].Text()), "2 1");
+  const zuExFull positional = thrown([] { ZuExThrow(zuFormatPos(zuString("%2 %1")) << 1 << 2); });
+  EXPECT_EQ(str(positional[0].Text()), "2 1");
   EXPECT_EQ(positional[0].FormatType(), zuExErrItem::eFormatPos);
 
   const zuExFull withId(17186, zuFormat(zuString("%d")) << 13, 0);
   EXPECT_EQ(withId.FirstResId(), 17186);
-  EXPECT_EQ(text(withId[0].Text()), "13");
+  EXPECT_EQ(str(withId[0].Text()), "13");
 }
 
 TEST(zuExErrItemTest, ResolveEqualityAndFormatterCopies) {
@@ -137,8 +127,8 @@ TEST(zuExErrItemTest, ResolveEqualityAndFormatterCopies) {
   item.FormatObject(nullptr, zuExErrItem::eNoFormat);
   EXPECT_EQ(item.getParmCount(), 0u);
   ASSERT_EQ(copy.getParmCount(), 2u);
-  EXPECT_EQ(text(copy.getParm(1)), "2");
-  EXPECT_EQ(text(copy.getParm(2)), "");  // the count itself is a valid index
+  EXPECT_EQ(str(copy.getParm(1)), "2");
+  EXPECT_EQ(str(copy.getParm(2)), "");  // the count itself is a valid index
 
   item.FormatObject(&copy, static_cast<zuExErrItem::tFormatType>(3));
   EXPECT_EQ(item.getParmCount(), 0u);
@@ -162,22 +152,22 @@ TEST(zuExAssertTest, ThreeOrFourItems) {
     zuExAssertFailure("size <= capacity", "zuThing.cpp", 42, nullptr);
   } catch (const zuException& error) {
     ASSERT_EQ(error.Count(), 3u);
-    EXPECT_EQ(text(error[0].Text()), "Internal error: assertion failure");
-    EXPECT_EQ(text(error[1].Text()), "size <= capacity");
-    EXPECT_EQ(text(error[2].Text()), "At file: zuThing.cpp, line: 42");
+    EXPECT_EQ(str(error[0].Text()), "Internal error: assertion failure");
+    EXPECT_EQ(str(error[1].Text()), "size <= capacity");
+    EXPECT_EQ(str(error[2].Text()), "At file: zuThing.cpp, line: 42");
   }
   const zuExAssert withMessage(nullptr, nullptr, -1, "details");
   ASSERT_EQ(withMessage.Count(), 4u);
-  EXPECT_EQ(text(withMessage[2].Text()), "At file: , line: -1");
-  EXPECT_EQ(text(withMessage[3].Text()), "details");
+  EXPECT_EQ(str(withMessage[2].Text()), "At file: , line: -1");
+  EXPECT_EQ(str(withMessage[3].Text()), "details");
 }
 
 TEST(zuExResourceFailureTest, NamesTheMissingFile) {
   const zuExResourceFailure error(zuString("ResourcesEn.msg"));
-  EXPECT_EQ(text(error[0].Text()), "Unable to locate resource file: ResourcesEn.msg");
+  EXPECT_EQ(str(error[0].Text()), "Unable to locate resource file: ResourcesEn.msg");
   zuString missing;
   error.GetMissingFile(missing);
-  EXPECT_EQ(text(missing), "ResourcesEn.msg");
+  EXPECT_EQ(str(missing), "ResourcesEn.msg");
 }
 
 TEST(zuExVersionMismatchTest, KeepsTextsCutToThirtyTwoBytes) {

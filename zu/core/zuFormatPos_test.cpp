@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-namespace {
+#include "zu/testing/zuTestText.h"
 
-std::string text(const zuString& value) {
-  return std::string(static_cast<const char*>(value));
-}
+using zu::testing::str;
+
+namespace {
 
 zuFormatPos placed(const char* pattern, const std::vector<const char*>& arguments) {
   zuFormatPos format{zuString(pattern)};
@@ -24,8 +24,7 @@ TEST(zuFormatPosTest, PlaceholdersTakeArgumentsByNumber) {
     const char* pattern;
     std::vector<const char*> arguments;
     const char* expected;
-  };
-  const Case cases[] = {
+  } const cases[] = {
       {"%2 before %1", {"P", "Q"}, "Q before P"},
       {"%0-%1", {"a", "b"}, "a-b"},  // numbered from zero
       {"%6/%5", {"a", "b"}, "b/a"},  // numbered from five
@@ -42,28 +41,28 @@ TEST(zuFormatPosTest, PlaceholdersTakeArgumentsByNumber) {
       {"%1%", {"a"}, "a"},
   };
   for (const Case& c : cases) {
-    EXPECT_EQ(text(placed(c.pattern, c.arguments).GetString()), c.expected) << c.pattern;
+    EXPECT_EQ(str(placed(c.pattern, c.arguments).GetString()), c.expected) << c.pattern;
   }
-  EXPECT_EQ(text(zuFormatPos(zuString("%1 %2 %3")) << -7 << short{8} << 9L), "-7 8 9");
+  EXPECT_EQ(str(zuFormatPos(zuString("%1 %2 %3")) << -7 << short{8} << 9L), "-7 8 9");
   // Integers keep their low 32 bits; reals get eight decimals.
-  EXPECT_EQ(text(zuFormatPos(zuString("%1 %2")) << int64_t{4294967297} << (1LL << 31)),
+  EXPECT_EQ(str(zuFormatPos(zuString("%1 %2")) << int64_t{4294967297} << (1LL << 31)),
             "1 -2147483648");
-  EXPECT_EQ(text(zuFormatPos(zuString("%1")) << 4294967298L), "2");
-  EXPECT_EQ(text(zuFormatPos(zuString("%1")) << 0.25f), "0.25000000");
-  EXPECT_EQ(text(zuFormatPos(zuString("<%1>"), zuString("v"))), "<v>");
+  EXPECT_EQ(str(zuFormatPos(zuString("%1")) << 4294967298L), "2");
+  EXPECT_EQ(str(zuFormatPos(zuString("%1")) << 0.25f), "0.25000000");
+  EXPECT_EQ(str(zuFormatPos(zuString("<%1>"), zuString("v"))), "<v>");
 }
 
 TEST(zuFormatPosTest, ParametersArePlacedTextsAndLateArgumentsAreNot) {
   zuFormatPos format = placed("%2 %1 %3", {"first", "second"});
   ASSERT_EQ(format.GetParmCount(), 3u);
-  EXPECT_EQ(text(format.GetParm(0)), "second");
-  EXPECT_EQ(text(format.GetParm(2)), "");
-  EXPECT_EQ(text(format.GetParm(3)), "");
+  EXPECT_EQ(str(format.GetParm(0)), "second");
+  EXPECT_EQ(str(format.GetParm(2)), "");
+  EXPECT_EQ(str(format.GetParm(3)), "");
 
   zuFormatPos late = placed("%1|%2", {"a"});
-  EXPECT_EQ(text(late), "a|");
+  EXPECT_EQ(str(late), "a|");
   late << "b";
-  EXPECT_EQ(text(late), "a|");
+  EXPECT_EQ(str(late), "a|");
   EXPECT_EQ(late.GetParmCount(), 2u);
 }
 
@@ -72,14 +71,14 @@ TEST(zuFormatPosTest, CopiesAndIdsAndAllocatedText) {
   zuFormatPos copy(original);
   copy << "y";
   original << "z";
-  EXPECT_EQ(text(original), "x-z");
+  EXPECT_EQ(str(original), "x-z");
   const std::unique_ptr<char[]> allocated(copy.GetAllocdChar());
   EXPECT_STREQ(allocated.get(), "x-y");
 
   // Without a message text the template is empty: nothing is placed.
   const zuFormatPos byId(5, zuString("arg"));
   EXPECT_EQ(byId.ResId(), 5);
-  EXPECT_EQ(text(byId), "");
+  EXPECT_EQ(str(byId), "");
   EXPECT_EQ(byId.GetParmCount(), 0u);
 }
 

@@ -7,11 +7,11 @@
 #include <memory>
 #include <string>
 
-namespace {
+#include "zu/testing/zuTestText.h"
 
-std::string text(const zuString& value) {
-  return std::string(static_cast<const char*>(value));
-}
+using zu::testing::str;
+
+namespace {
 
 const unsigned char* pointerAt(uintptr_t address) {
   return reinterpret_cast<const unsigned char*>(address);
@@ -63,7 +63,7 @@ TEST(zuFormatTest, ConversionsByArgumentKindAndLetter) {
   };
   for (const Case& c : cases) {
     const zuFormat format = c.build();
-    EXPECT_EQ(text(format.GetString()), c.expected) << c.name;
+    EXPECT_EQ(str(format.GetString()), c.expected) << c.name;
     EXPECT_EQ(format.GetParmCount(), c.parmCount) << c.name;
   }
 }
@@ -71,38 +71,38 @@ TEST(zuFormatTest, ConversionsByArgumentKindAndLetter) {
 TEST(zuFormatTest, ParametersIdsAndCopies) {
   zuFormat format(zuString("%s=%5.1f (%c)"));
   format << "width" << 2.25 << 'x';
-  EXPECT_EQ(text(format), "width=  2.2 (x)");
+  EXPECT_EQ(str(format), "width=  2.2 (x)");
   ASSERT_EQ(format.GetParmCount(), 2u);
-  EXPECT_EQ(text(format.GetParm(1)), "  2.2");
-  EXPECT_EQ(text(format.GetParm(2)), "");
-  EXPECT_EQ(text(format.SourceString()), "%s=%5.1f (%c)");
+  EXPECT_EQ(str(format.GetParm(1)), "  2.2");
+  EXPECT_EQ(str(format.GetParm(2)), "");
+  EXPECT_EQ(str(format.SourceString()), "%s=%5.1f (%c)");
 
   zuFormat byId(5, 2024);  // no message text: the arguments only
   byId << "y";
   EXPECT_EQ(byId.ResId(), 5);
-  EXPECT_EQ(text(byId), "2024y");
+  EXPECT_EQ(str(byId), "2024y");
 
   zuFormat original(zuString("%d-%d"));
   original << 1;
   zuFormat copy(original);
   original << 2;
   copy << 3;
-  EXPECT_EQ(text(original), "1-2");
-  EXPECT_EQ(text(copy), "1-3");
+  EXPECT_EQ(str(original), "1-2");
+  EXPECT_EQ(str(copy), "1-3");
   copy = original;
   const std::unique_ptr<char[]> allocated(copy.GetAllocdChar());
   EXPECT_STREQ(allocated.get(), "1-2");
 }
 
 TEST(zuFormatTest, AbsurdWidthAndPrecisionAreClamped) {
-  const std::string wide = text(zuFormat(zuString("%999999999999999999999d"), 7));
+  const std::string wide = str(zuFormat(zuString("%999999999999999999999d"), 7));
   EXPECT_EQ(wide.size(), zuFormat::kMaxWidth);
   EXPECT_EQ(wide.back(), '7');
 
-  const std::string precise = text(zuFormat(zuString("%.99999f"), 1.0));
+  const std::string precise = str(zuFormat(zuString("%.99999f"), 1.0));
   EXPECT_EQ(precise, "1." + std::string(zuFormat::kMaxWidth, '0'));
 
-  const std::string huge = text(zuFormat(zuString("%99999.99999f"), -1e308));
+  const std::string huge = str(zuFormat(zuString("%99999.99999f"), -1e308));
   EXPECT_EQ(huge.size(), 311 + zuFormat::kMaxWidth);  // "-", 309 digits, "."
   EXPECT_EQ(huge.front(), '-');
 }

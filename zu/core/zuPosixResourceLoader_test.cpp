@@ -7,18 +7,18 @@
 #include <string>
 
 #include "zu/core/internal/zuCatalogueRegistry.h"
-#include "zu/core/internal/zuCatalogueTestFiles.h"
 #include "zu/core/internal/zuResourceLoaderState.h"
-#include "zu/core/zuException.h"
 #include "zu/core/zuExErrItem.h"
+#include "zu/core/zuException.h"
 #include "zu/core/zuFormat.h"
 #include "zu/core/zuFormatPos.h"
 #include "zu/core/zuThreadSafeString.h"
+#include "zu/testing/zuCatalogueTestFiles.h"
 
 namespace {
 
-using zu::internal::zuLocaleEnvironment;
-using zu::internal::zuScratchFolder;
+using zu::testing::zuLocaleEnvironment;
+using zu::testing::zuScratchFolder;
 
 constexpr unsigned short kProbe = 60000;
 
@@ -40,8 +40,7 @@ class zuPosixResourceLoaderTest : public ::testing::Test {
 
 TEST_F(zuPosixResourceLoaderTest, CandidatesFollowTheUserLocaleThenEnThenIntl) {
   struct Case {
-    const char* lcAll;
-    const char* lang;
+    const char *lcAll, *lang;
     std::vector<const char*> files;
     const char* expected;
   };
@@ -135,20 +134,19 @@ TEST_F(zuPosixResourceLoaderTest, LookupOrderOverrideClientResourceSecondaryExec
 TEST_F(zuPosixResourceLoaderTest, MessagesResolveToTheUsersLanguage) {
   struct Case {
     const char* locale;
-    std::string invalidArgument;
-    std::string compound;
-    std::string unit;
-  };
-  const Case cases[] = {
+    std::string invalidArgument, compound, unit;
+  } const cases[] = {
       {"C", "An argument is not valid for this operation.",
        "Compound pictures are not supported (zuPicture::formatCompound).",
        "Unknown unit of measurement: 42."},
       {"fr_FR.UTF-8", "Un argument n'est pas valide pour cette op\xC3\xA9ration.",
-       "Les images compos\xC3\xA9""es ne sont pas prises en charge (zuPicture::formatCompound).",
+       "Les images compos\xC3\xA9"
+       "es ne sont pas prises en charge (zuPicture::formatCompound).",
        "Unit\xC3\xA9 de mesure inconnue : 42."},
       {"de_CH", "Ein Argument ist f\xC3\xBCr diesen Vorgang ung\xC3\xBCltig.",
        "Zusammengesetzte Muster werden nicht unterst\xC3\xBCtzt (zuPicture::formatCompound).",
-       "Unbekannte Ma\xC3\x9F""einheit: 42."},
+       "Unbekannte Ma\xC3\x9F"
+       "einheit: 42."},
   };
   for (const Case& c : cases) {
     const zuLocaleEnvironment locale(c.locale, nullptr);

@@ -5,8 +5,8 @@
 #include <thread>
 #include <vector>
 
-#include "zu/core/internal/zuCatalogueTestFiles.h"
 #include "zu/core/zuPosixResourceLoader.h"
+#include "zu/testing/zuCatalogueTestFiles.h"
 
 namespace {
 
@@ -16,8 +16,8 @@ namespace {
 TEST(zuResourceLoaderThreadsTest, SecondaryCataloguesBelongToTheirThread) {
   constexpr int kThreads = 4;
   constexpr unsigned short kId = 62000;
-  const zu::internal::zuLocaleEnvironment locale("C", nullptr);
-  const zu::internal::zuScratchFolder folder;
+  const zu::testing::zuLocaleEnvironment locale("C", nullptr);
+  const zu::testing::zuScratchFolder folder;
   for (int t = 0; t < kThreads; ++t) {
     folder.write("Thread" + std::to_string(t) + "En.msg", "62000\tthread " + std::to_string(t));
   }

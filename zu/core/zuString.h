@@ -26,10 +26,8 @@
 #include <cstring>
 
 #include "zu/core/zuExport.h"
+#include "zu/core/zuStringData.h"
 
-namespace zu::internal {
-struct zuStringData;
-}
 struct zuAtomStore;
 class zuCharConverter;
 
@@ -65,7 +63,7 @@ class ZU_EXPORT zuString {
   // Shares `other`'s block (a global source is copied by assignment).
   // Inline: sharing an ordinary block is one count increment.
   zuString(const zuString& other) : lengthScope_(other.lengthScope_), chars_(other.chars_) {
-    const uint32_t scope = lengthScope_ & 3u;
+    const uint32_t scope = lengthScope_ & kScopeMask;
     if (scope == eOrdinary) {
       if (chars_ != nullptr) ++BlockCount(chars_);
     } else if (scope == eGlobal) {
@@ -112,7 +110,7 @@ class ZU_EXPORT zuString {
 
   // Releases the block.
   ~zuString() {
-    const uint32_t scope = lengthScope_ & 3u;
+    const uint32_t scope = lengthScope_ & kScopeMask;
     if (scope == eOrdinary) {
       if (chars_ != nullptr && --BlockCount(chars_) == 0) FreeOrdinaryBlock(chars_);
     } else if (scope == eGlobal) {
@@ -126,8 +124,8 @@ class ZU_EXPORT zuString {
   // one copies it instead.
   // Inline when neither string is global and `other` is not null.
   zuString& operator=(const zuString& other) {
-    const uint32_t scope = lengthScope_ & 3u;
-    const uint32_t otherScope = other.lengthScope_ & 3u;
+    const uint32_t scope = lengthScope_ & kScopeMask;
+    const uint32_t otherScope = other.lengthScope_ & kScopeMask;
     if (scope == eGlobal || otherScope == eGlobal || other.chars_ == nullptr) {
       return AssignSlow(other);
     }
@@ -169,11 +167,11 @@ class ZU_EXPORT zuString {
     // it go in one 16-bit store (the block has room for the NUL).
     char* const chars = chars_;
     const uint32_t lengthScope = lengthScope_;
-    if (byte != '\0' && (lengthScope & 3u) == eOrdinary && chars != nullptr) {
-      const uint32_t* header = reinterpret_cast<const uint32_t*>(chars);
-      const std::size_t length = lengthScope >> 2;
-      if (header[-1] == 1 && header[-2] > length) {
-        lengthScope_ = lengthScope + (1u << 2);
+    if (byte != '\0' && (lengthScope & kScopeMask) == eOrdinary && chars != nullptr) {
+      const Block* block = Block::fromChars(chars);
+      const std::size_t length = lengthScope >> kLengthShift;
+      if (block->refCount == 1 && block->allocSize > length) {
+        lengthScope_ = lengthScope + (1u << kLengthShift);
         const uint16_t pair = static_cast<unsigned char>(byte);  // little-endian: byte, NUL
         std::memcpy(chars + length, &pair, 2);
         return *this;
@@ -190,7 +188,7 @@ class ZU_EXPORT zuString {
   // The text; never null (a null string gives a static empty text).
   operator const char*() const { return chars_ != nullptr ? chars_ : kEmptyText; }
   // Length in bytes.
-  unsigned int Length() const { return lengthScope_ >> 2; }
+  unsigned int Length() const { return lengthScope_ >> kLengthShift; }
   // The byte at `index`; 0 at or past the end.
   char operator[](unsigned int index) const { return Char(index); }
   char Char(unsigned int index) const { return index < Length() ? chars_[index] : '\0'; }
@@ -217,7 +215,7 @@ class ZU_EXPORT zuString {
 
   // --- State ----------------------------------------------------------------
 
-  unsigned int ScopeType() const { return lengthScope_ & 3u; }
+  unsigned int ScopeType() const { return lengthScope_ & kScopeMask; }
   // Scopes 1 and 3.
   int IsLiteral() const { return (lengthScope_ & 1u) != 0; }
   // Scopes 1 and 2.
@@ -431,35 +429,41 @@ class ZU_EXPORT zuString {
  protected:
   // Changes the scope bits; for derived forms that pick their scope before
   // the first assignment.
-  void SetScope(unsigned int scope) { lengthScope_ = (lengthScope_ & ~3u) | (scope & 3u); }
+  void SetScope(unsigned int scope) {
+    lengthScope_ = (lengthScope_ & ~kScopeMask) | (scope & kScopeMask);
+  }
   // Stores `length` bytes of `text` (dropping a UTF-8 mark, converting a
   // UTF-16 marked text, stopping at a NUL); with `literal` points at them.
   void Assign(const char* text, unsigned int length, int literal, unsigned int threadId);
 
  private:
+  // The block layout, described once in zu/core/zuStringData.h.
+  using Block = zu::internal::zuStringData;
+  static constexpr uint32_t kScopeMask = zu::internal::kStringScopeMask;
+  static constexpr unsigned int kLengthShift = zu::internal::kStringLengthShift;
+
   static const char kEmptyText[1];
 
-  void SetLengthBits(unsigned int length) { lengthScope_ = (length << 2) | (lengthScope_ & 3u); }
+  void SetLengthBits(unsigned int length) {
+    lengthScope_ = (length << kLengthShift) | (lengthScope_ & kScopeMask);
+  }
   // Appends `length` bytes into the string's own block when it is ordinary,
   // not shared, has room and does not hold `text`; false when it did nothing.
-  // The block header's capacity and count are the two 32-bit words right
-  // before the characters.
   bool AppendInPlace(const char* text, std::size_t length) {
     char* const chars = chars_;
     const uint32_t lengthScope = lengthScope_;
-    if ((lengthScope & 3u) != eOrdinary || chars == nullptr) return false;
-    const uint32_t* header = reinterpret_cast<const uint32_t*>(chars);
-    const std::size_t oldLength = lengthScope >> 2;
-    if (header[-1] != 1 || header[-2] - oldLength < length) return false;
+    if ((lengthScope & kScopeMask) != eOrdinary || chars == nullptr) return false;
+    const Block* block = Block::fromChars(chars);
+    const std::size_t oldLength = lengthScope >> kLengthShift;
+    if (block->refCount != 1 || block->allocSize - oldLength < length) return false;
     if (text >= chars && text <= chars + oldLength) return false;
-    lengthScope_ = lengthScope + static_cast<uint32_t>(length << 2);
+    lengthScope_ = lengthScope + static_cast<uint32_t>(length << kLengthShift);
     std::memcpy(chars + oldLength, text, length);
     chars[oldLength + length] = '\0';
     return true;
   }
-  // The reference count of the block holding `chars`: the 32-bit word
-  // right before the characters.
-  static uint32_t& BlockCount(char* chars) { return reinterpret_cast<uint32_t*>(chars)[-1]; }
+  // The reference count of the block holding `chars`.
+  static uint32_t& BlockCount(char* chars) { return Block::fromChars(chars)->refCount; }
   static void FreeOrdinaryBlock(char* chars);
   void CopyGlobal(const zuString& other);
   zuString& AssignSlow(const zuString& other);
@@ -470,18 +474,18 @@ class ZU_EXPORT zuString {
   bool CopyInPlace(const char* text) {
     char* const chars = chars_;
     const uint32_t lengthScope = lengthScope_;
-    if ((lengthScope & 3u) != eOrdinary || chars == nullptr) return false;
-    const uint32_t* header = reinterpret_cast<const uint32_t*>(chars);
-    const std::size_t oldLength = lengthScope >> 2;
-    if (header[-1] != 1 || (text >= chars && text <= chars + oldLength)) return false;
+    if ((lengthScope & kScopeMask) != eOrdinary || chars == nullptr) return false;
+    const Block* block = Block::fromChars(chars);
+    const std::size_t oldLength = lengthScope >> kLengthShift;
+    if (block->refCount != 1 || (text >= chars && text <= chars + oldLength)) return false;
     // The block has room for `room` more characters and the NUL after them.
-    const std::size_t room = header[-2] - oldLength;
+    const std::size_t room = block->allocSize - oldLength;
     char* const end = chars + oldLength;
     for (std::size_t i = 0; i <= room; ++i) {
       const char byte = text[i];
       end[i] = byte;
       if (byte == '\0') {
-        lengthScope_ = lengthScope + static_cast<uint32_t>(i << 2);
+        lengthScope_ = lengthScope + static_cast<uint32_t>(i << kLengthShift);
         return true;
       }
     }

@@ -19,8 +19,7 @@ TEST(zuStringConvertTest, ConstructsFromAnyEncoding) {
     std::string bytes;
     const zuCharConverter* converter;
     const char* expected;
-  };
-  const Case cases[] = {
+  } const cases[] = {
       {kNihonSjis, &sjis, kNihonUtf8},
       {std::string("A\0\xE9\0\0\0", 6), zuCharConverter::UTF16LE(), "A\xC3\xA9"},
       {std::string("\0\0\0A\0\0\0\xE9\0\0\0\0", 12), zuCharConverter::UTF32BE(), "A\xC3\xA9"},
@@ -77,8 +76,7 @@ TEST(zuStringConvertTest, ByteOrderMarksConvertThroughUTF16Converters) {
   struct Case {
     std::string bytes;
     const char* expected;
-  };
-  const Case cases[] = {
+  } const cases[] = {
       {std::string("\xFF\xFE"
                    "A\0",
                    4),

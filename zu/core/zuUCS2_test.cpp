@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
-namespace {
+#include "zu/testing/zuTestText.h"
 
-std::string bytesOf(const zuString& text) {
-  return std::string(static_cast<const char*>(text), text.Length());
-}
+using zu::testing::str;
+
+namespace {
 
 TEST(zuUCS2Test, EachUnitIsItsOwnCodePoint) {
   // A surrogate pair stays two sequences; a 0 unit ends the text.
@@ -21,15 +21,15 @@ TEST(zuUCS2Test, EachUnitIsItsOwnCodePoint) {
       {{}, ""}};
   for (const auto& [units, expected] : cases) {
     SCOPED_TRACE(testing::PrintToString(expected));
-    EXPECT_EQ(bytesOf(zuUCS2(units.data(), static_cast<unsigned int>(units.size()))), expected);
+    EXPECT_EQ(str(zuUCS2(units.data(), static_cast<unsigned int>(units.size()))), expected);
     std::vector<unsigned short> terminated = units;
     terminated.push_back(0);
     const zuUCS2 fromTerminated(terminated.data());
-    EXPECT_EQ(bytesOf(fromTerminated), expected);
+    EXPECT_EQ(str(fromTerminated), expected);
     const unsigned short* kept = fromTerminated;
     EXPECT_TRUE(std::equal(kept, kept + fromTerminated.Length() + 1, terminated.begin()));
   }
-  EXPECT_EQ(bytesOf(zuUCS2(nullptr)), "");
+  EXPECT_EQ(str(zuUCS2(nullptr)), "");
   EXPECT_FALSE(static_cast<const zuString&>(zuUCS2()).IsNull());
 }
 
@@ -41,7 +41,7 @@ TEST(zuUCS2Test, CopiesAreIndependentAndBytesSwap) {
     copy = original;
   }
   units[0] = 0x5A;
-  EXPECT_EQ(bytesOf(copy), "AB");
+  EXPECT_EQ(str(copy), "AB");
   EXPECT_EQ(static_cast<const unsigned short*>(copy)[0], 0x41);
 
   zuUCS2::ByteSwap(units, 2);

@@ -6,15 +6,15 @@
 #include <tuple>
 #include <vector>
 
+#include "zu/testing/zuTestText.h"
+
+using zu::testing::str;
+
 namespace {
 
 std::vector<unsigned int> codePointsOf(const zuUCS4& text) {
   const unsigned int* data = text;
   return std::vector<unsigned int>(data, data + text.Length());
-}
-
-std::string bytesOf(const zuString& text) {
-  return std::string(static_cast<const char*>(text), text.Length());
 }
 
 TEST(zuUCS4Test, BuildsFromEverySource) {
@@ -39,19 +39,19 @@ TEST(zuUCS4Test, BuildsFromEverySource) {
 
 TEST(zuUCS4Test, CachedUTF8FollowsEveryChange) {
   zuUCS4 text(zuString("ab"));
-  EXPECT_EQ(bytesOf(text), "ab");
+  EXPECT_EQ(str(text), "ab");
   text += 0x20ACu;
   text += zuString("\xC3\xA9");
-  EXPECT_EQ(bytesOf(text), "ab\xE2\x82\xAC\xC3\xA9");
+  EXPECT_EQ(str(text), "ab\xE2\x82\xAC\xC3\xA9");
   text.Swallow(1, 2);
-  EXPECT_EQ(bytesOf(text), "a\xC3\xA9");
+  EXPECT_EQ(str(text), "a\xC3\xA9");
   const unsigned int more[] = {0x1F600, 0};
   text += more;
-  EXPECT_EQ(bytesOf(text), "a\xC3\xA9\xF0\x9F\x98\x80");
+  EXPECT_EQ(str(text), "a\xC3\xA9\xF0\x9F\x98\x80");
   zuUCS4 copy = text;
   copy.Empty();
-  EXPECT_EQ(bytesOf(copy), "");
-  EXPECT_EQ(bytesOf(text), "a\xC3\xA9\xF0\x9F\x98\x80");  // the copy is independent
+  EXPECT_EQ(str(copy), "");
+  EXPECT_EQ(str(text), "a\xC3\xA9\xF0\x9F\x98\x80");  // the copy is independent
 }
 
 TEST(zuUCS4Test, RangesAreClamped) {
@@ -59,12 +59,12 @@ TEST(zuUCS4Test, RangesAreClamped) {
   const std::tuple<unsigned int, unsigned int, std::string> cases[] = {
       {1, 3, "\xC3\xA9ll"}, {3, 99, "lo"}, {5, 1, ""}, {99, 2, ""}, {2, 0, ""}};
   for (const auto& [start, length, expected] : cases) {
-    EXPECT_EQ(bytesOf(text.ZUSubstring(start, length)), expected) << start;
+    EXPECT_EQ(str(text.ZUSubstring(start, length)), expected) << start;
     EXPECT_TRUE(text.Substring(start, length) == zuString(expected.c_str())) << start;
   }
   zuUCS4 cut = text;
   cut.Swallow(3, 99);
-  EXPECT_EQ(bytesOf(cut), "h\xC3\xA9l");
+  EXPECT_EQ(str(cut), "h\xC3\xA9l");
   cut.Swallow(99, 1);
   EXPECT_EQ(cut.Length(), 3u);
 }

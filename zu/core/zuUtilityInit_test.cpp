@@ -4,7 +4,6 @@
 
 #include <string>
 
-#include "zu/core/internal/zuCatalogueTestFiles.h"
 #include "zu/core/internal/zuResourceLoaderState.h"
 #include "zu/core/internal/zuStartupState.h"
 #include "zu/core/zuExErrItem.h"
@@ -12,6 +11,7 @@
 #include "zu/core/zuExVersionMismatch.h"
 #include "zu/core/zuPosixResourceLoader.h"
 #include "zu/core/zuVersionChecker.h"
+#include "zu/testing/zuCatalogueTestFiles.h"
 
 namespace {
 
@@ -27,15 +27,22 @@ class zuUtilityInitTest : public ::testing::Test {
 };
 
 TEST_F(zuUtilityInitTest, VersionsMatchUpToTheLastDot) {
+  // Everything before the last dot must match: "3.6.19011" has "3.6" before it.
   struct Case {
     const char* version;
     int correct;
-  };
-  const Case cases[] = {
-      {"3.6.19011.0", 1}, {"3.6.19011.7", 1}, {"3.6.19011.", 1}, {"3.6.19012.0", 0},
-      {"3.7.19011.0", 0}, {"3.6.1901.1", 0},  {"3.6.19011.0.1", 0}, {"3.6.19011.0x", 1},
-      {"3.6.19011", 1},  // only "3.6" is compared
-      {"3", 0},           {"", 0},            {"3.6.19011.0", 1},
+  } const cases[] = {
+      {"3.6.19011.0", 1},
+      {"3.6.19011.7", 1},
+      {"3.6.19011.", 1},
+      {"3.6.19012.0", 0},
+      {"3.7.19011.0", 0},
+      {"3.6.1901.1", 0},
+      {"3.6.19011.0.1", 0},
+      {"3.6.19011.0x", 1},
+      {"3.6.19011", 1},
+      {"3", 0},
+      {"", 0},
   };
   for (const Case& c : cases) EXPECT_EQ(zuVersionChecker::IsCorrect(c.version), c.correct) << c.version;
   EXPECT_STREQ(zuGetUtilityVersion(), "3.6.19011.0");
@@ -80,7 +87,7 @@ TEST_F(zuUtilityInitTest, MismatchAfterInitialisationThrowsAtOnce) {
 }
 
 TEST_F(zuUtilityInitTest, MissingCatalogueIsQuietBeforeInitialisationAndAnErrorAfter) {
-  const zu::internal::zuLocaleEnvironment locale("fr_BE.UTF-8", nullptr);
+  const zu::testing::zuLocaleEnvironment locale("fr_BE.UTF-8", nullptr);
   zu::internal::resetResourceLoaderForTesting("NoSuchCatalogue");
   zuString text("old");
   EXPECT_EQ(text.LoadResource(16479), 0);

@@ -4,11 +4,11 @@
 
 #include <string>
 
-#include "zu/picture/internal/RnTimeTestSupport.h"
+#include "zu/testing/ScopedTimeZone.h"
 
 namespace {
 
-using zu::internal::ScopedTimeZone;
+using zu::testing::ScopedTimeZone;
 
 TEST(ISOTimeTest, ReadsTheCalendarTimeForms) {
   struct Case { const char* tz; const char* text; const char* expected; };  // "" fails

@@ -5,15 +5,15 @@
 #include <string>
 
 #include "zu/locale/internal/RnDataName.h"
+#include "zu/testing/zuTestText.h"
+
+using zu::testing::str;
 
 namespace {
 
-std::string str(const zuString& text) { return std::string(text, text.Length()); }
-
 TEST(RnDataTest, NamesAreNormalisedBeforeLookup) {
   struct Case {
-    const char* input;
-    const char* expected;
+    const char *input, *expected;
   } cases[] = {
       {"de-ch", "de_CH"},           {"de_CH.iso88591", "de_CH"}, {"sr_latn_cs", "sr_Latn_CS"},
       {"az-CYRL-az", "az_Cyrl_AZ"}, {"en_us_posix", "en_US_POSIX"}, {"c", "c"},
@@ -78,8 +78,7 @@ TEST(RnDataTest, LocalPatternsUseTheLocaleAlphabet) {
 TEST(RnDataTest, NumberFormatFollowsTheOptionBits) {
   struct Case {
     const char* locale;
-    int kind;
-    int options;
+    int kind, options;
     const char* expected;
   } cases[] = {
       {"root", RnData::DECIMAL_FMT, RnData::WITH_GROUPINGS, "z,zz9.zzz"},

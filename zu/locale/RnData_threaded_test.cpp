@@ -6,6 +6,9 @@
 #include <thread>
 
 #include "zu/locale/RnData.h"
+#include "zu/testing/zuTestText.h"
+
+using zu::testing::str;
 
 namespace {
 
@@ -19,11 +22,11 @@ TEST(RnDataThreadedTest, RunTimeDataIsPerThread) {
     RnData::update("de_CH", &data);
     bothRegistered.arrive_and_wait();
     const zuString before = RnData("de_CH").getMonthName(RnData::JAN);
-    seen[index][0] = std::string(before, before.Length());
+    seen[index][0] = str(before);
     if (index == 0) RnData::release("de_CH");
     firstReleased.arrive_and_wait();
     const zuString after = RnData("de_CH").getMonthName(RnData::JAN);
-    seen[index][1] = std::string(after, after.Length());
+    seen[index][1] = str(after);
     seen[index][2] = RnData::get("de_CH") != nullptr ? "registered" : "none";
   };
   std::thread first(worker, 0, "Eins");

@@ -6,10 +6,8 @@ namespace {
 
 TEST(RnLocaleNameTest, NormalizeRecasesScriptAndCountryOnly) {
   struct Case {
-    const char* name;
-    const char* expected;
-  };
-  const Case cases[] = {
+    const char *name, *expected;
+  } const cases[] = {
       {"en-us", "en_US"},
       {"EN_us", "EN_US"},  // the language keeps its case
       {"EN", "EN"},
@@ -22,7 +20,7 @@ TEST(RnLocaleNameTest, NormalizeRecasesScriptAndCountryOnly) {
       {"en_us_posix", "en_US_POSIX"},
       {"th_th_th", "th_TH_TH"},
       {"zh-Hant-TW", "zh_Hant-TW"},  // only the first "-"
-      {"de-ch-x", "de_Ch-x"},    // four letters after the language read as a script
+      {"de-ch-x", "de_Ch-x"},        // four letters after the language read as a script
       {"fr_FR.iso88591@euro", "fr_FR.iso88591@euro"},
       {"fr_fr.ISO88591@Euro", "fr_FR.ISO88591@Euro"},
       {"de_ch@euro", "de_CH@euro"},
@@ -38,11 +36,9 @@ TEST(RnLocaleNameTest, NormalizeRecasesScriptAndCountryOnly) {
 
 TEST(RnLocaleNameTest, DequalifyCutsAtFirstDotOrAt) {
   struct Case {
-    const char* name;
-    const char* expected;
+    const char *name, *expected;
     bool qualified;
-  };
-  const Case cases[] = {
+  } const cases[] = {
       {"fr_FR.iso88591@euro", "fr_FR", true},
       {"de_DE@euro", "de_DE", true},
       {"de_DE@euro.utf8", "de_DE", true},

@@ -10,8 +10,7 @@ namespace {
 // What one thread sees of the name "my_LOC" after registering it (or not).
 struct Seen {
   int handle = 0;
-  std::string winName;
-  std::string codeSet;
+  std::string winName, codeSet;
 };
 
 Seen registerAndLook(const char* base, const char* name) {

@@ -37,10 +37,8 @@ class RnLocaleSystemTest : public ::testing::Test {
 
 TEST_F(RnLocaleSystemTest, GetLocaleMapsTheRecordedIdBackToARow) {
   struct Case {
-    const char* set;
-    const char* expected;
-  };
-  const Case cases[] = {
+    const char *set, *expected;
+  } const cases[] = {
       {"de_CH", "de_CH"},
       {"no", "nb"},           // id 20 is shared by "no" and "nb"
       {"no_NO", "nb_NO"},     // id 1044
@@ -60,12 +58,8 @@ TEST_F(RnLocaleSystemTest, GetLocaleMapsTheRecordedIdBackToARow) {
 TEST_F(RnLocaleSystemTest, WithoutARecordedLocaleTheEnvironmentDecides) {
   RnLocale::setLocale("de_XX");  // records nothing
   struct Case {
-    const char* all;
-    const char* messages;
-    const char* lang;
-    const char* expected;
-  };
-  const Case cases[] = {
+    const char *all, *messages, *lang, *expected;
+  } const cases[] = {
       {"", "", "fr_CA.UTF-8", "fr_CA"},
       {"", "de_AT@euro", "fr_CA.UTF-8", "de_AT"},
       {"it_CH", "de_AT", "fr_CA", "it_CH"},

@@ -7,10 +7,11 @@
 #include <limits>
 
 #include "zu/measure/internal/zuMeasureTestSupport.h"
+#include "zu/testing/zuThrown.h"
 
 namespace {
 
-using zu::internal::thrown;
+using zu::testing::thrown;
 
 TEST(zuAngleTest, OutOfRangeThrowsAndKeepsTheAngle) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
@@ -31,7 +32,7 @@ TEST(zuAngleTest, OutOfRangeThrowsAndKeepsTheAngle) {
   };
   for (const auto& failure : failures) {
     zuAngle angle(45);
-    EXPECT_EQ(thrown([&] { failure(angle); }).id, 17174);
+    EXPECT_EQ(thrown([&] { failure(angle); }).FirstResId(), 17174);
     EXPECT_EQ(angle.ResValue(), 45000);
   }
   const struct {

@@ -6,11 +6,12 @@
 #include <random>
 
 #include "zu/measure/internal/zuMeasureTestSupport.h"
+#include "zu/testing/zuThrown.h"
 
 namespace {
 
 using zu::internal::span;
-using zu::internal::thrown;
+using zu::testing::thrown;
 
 zuCoordPair point(long x, long y) {
   return zuCoordPair(span(3, x), span(3, y));
@@ -49,7 +50,7 @@ TEST(zuCoordPairTest, ScalesAndSnapsEachCoordinate) {
   rounded.Round(zuCoordPair(span(3, 0), span(3, 5)));
   EXPECT_EQ(rounded, point(8, 10));
   zuCoordPair kept = point(8, 8);
-  EXPECT_EQ(thrown([&] { kept.Grid(zuCoordPair(span(3, 5), span(2, 5))); }).id, 17107);
+  EXPECT_EQ(thrown([&] { kept.Grid(zuCoordPair(span(3, 5), span(2, 5))); }).FirstResId(), 17107);
   EXPECT_EQ(kept, point(8, 8));
 }
 
@@ -74,9 +75,10 @@ TEST(zuCoordPairTest, RotatesRightAnglesExactlyAndOthersClosely) {
   const zuCoordPair metric(span("5.08cm"), span("2.54cm"));
   EXPECT_EQ(metric.RotatePoint(centre, zuAngle(0.4)).X().Units(), zuUnitSpan::eCentimeters);
   EXPECT_EQ(metric.RotatePoint(centre, zuAngle(90)), point(72000, 0));
-  EXPECT_EQ(
-      thrown([&] { zuCoordPair(span(2, 1), span(3, 1)).RotatePoint(centre, zuAngle(90)); }).id,
-      17107);
+  EXPECT_EQ(thrown([&] {
+              zuCoordPair(span(2, 1), span(3, 1)).RotatePoint(centre, zuAngle(90));
+            }).FirstResId(),
+            17107);
 
   std::mt19937 random(90);
   const auto coordinate = [&] { return static_cast<long>(random() % 2000001) - 1000000; };

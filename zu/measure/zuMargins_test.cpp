@@ -3,11 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "zu/measure/internal/zuMeasureTestSupport.h"
+#include "zu/testing/zuThrown.h"
 
 namespace {
 
 using zu::internal::span;
-using zu::internal::thrown;
+using zu::testing::thrown;
 
 TEST(zuMarginsTest, SidesCompareAcrossUnitsAndScale) {
   zuMargins margins;
@@ -36,7 +37,7 @@ TEST(zuMarginsTest, SidesCompareAcrossUnitsAndScale) {
   EXPECT_EQ(margins.MarginBottom().Units(), zuUnitSpan::eMillipoints);
   zuMargins unknown;
   unknown.MarginLeft(span(2, 0));
-  EXPECT_EQ(thrown([&] { (void)(unknown == margins); }).id, 17107);
+  EXPECT_EQ(thrown([&] { (void)(unknown == margins); }).FirstResId(), 17107);
 }
 
 }  // namespace

@@ -6,11 +6,12 @@
 #include <random>
 
 #include "zu/measure/internal/zuMeasureTestSupport.h"
+#include "zu/testing/zuThrown.h"
 
 namespace {
 
 using zu::internal::span;
-using zu::internal::thrown;
+using zu::testing::thrown;
 
 zuUnitSpan mp(long value) {
   return span(3, value);
@@ -62,8 +63,8 @@ TEST(zuRectTest, SettersKeepTheEdgesInOrder) {
   EXPECT_EQ(r.Height(), mp(7));
   EXPECT_TRUE(r.TopRight() == point(0, 1) && r.BottomLeft() == point(-3, 8));
   zuRect kept = rect(0, 0, 10, 10);
-  EXPECT_EQ(thrown([&] { kept.Rect(mp(1), span(2, 1), mp(2), mp(3)); }).id, 17107);
-  EXPECT_EQ(thrown([&] { kept.ChangeUnits(zuUnitSpan::UnitCode(2)); }).id, 17107);
+  EXPECT_EQ(thrown([&] { kept.Rect(mp(1), span(2, 1), mp(2), mp(3)); }).FirstResId(), 17107);
+  EXPECT_EQ(thrown([&] { kept.ChangeUnits(zuUnitSpan::UnitCode(2)); }).FirstResId(), 17107);
   EXPECT_EQ(kept, rect(0, 0, 10, 10));
   kept.ChangeUnits(zuUnitSpan::eCentimeters);
   EXPECT_EQ(kept.Right(), span(1, 88));

@@ -7,14 +7,17 @@
 #include <regex>
 #include <string>
 
+#include "zu/core/zuExErrItem.h"
 #include "zu/measure/internal/zuMeasureTestSupport.h"
-#include "zu/picture/internal/zuNumericTestSupport.h"
+#include "zu/testing/zuCommaLocale.h"
+#include "zu/testing/zuTestText.h"
+#include "zu/testing/zuThrown.h"
 
 namespace {
 
 using zu::internal::span;
-using zu::internal::str;
-using zu::internal::thrown;
+using zu::testing::str;
+using zu::testing::thrown;
 using Unit = zuUnitSpan::UnitCode;
 
 constexpr long kMax = 2147483647;
@@ -366,8 +369,9 @@ TEST(zuUnitSpanTest, WritesText) {
 }
 
 TEST(zuUnitSpanTest, DecimalCommaLocaleChangesNothing) {
-  zu::internal::CommaLocale comma;
-  if (!zu::internal::CommaLocale::isComma()) GTEST_SKIP() << "no locale with a decimal comma";
+  const zu::testing::zuCommaLocale comma;
+  ASSERT_TRUE(zu::testing::zuCommaLocale::isComma())
+      << "no locale with a decimal comma could be made";
   expectTexts();
   for (const ReadCase& c : kReadCases) {
     zuUnitSpan value;
@@ -476,7 +480,7 @@ TEST(zuUnitSpanTest, AppliesFactorsStepByStep) {
     EXPECT_EQ(value.ApplyFactor(c.num, c.den), span(19, c.expected)) << c.value << "*" << c.num;
     EXPECT_EQ(value.ApplyFactor(c.num, c.den).Units(), zuUnitSpan::ePoints);
   }
-  EXPECT_EQ(thrown([] { span(3, 1).ApplyFactor(1, 0); }).id, 16479);
+  EXPECT_EQ(thrown([] { span(3, 1).ApplyFactor(1, 0); }).FirstResId(), 16479);
 }
 
 TEST(zuUnitSpanTest, SnapsToGridsAndSteps) {
@@ -537,9 +541,20 @@ TEST(zuUnitSpanTest, ArithmeticWrapsAndDivisionChecksItsDivisor) {
   for (auto divide :
        {+[](zuUnitSpan& s) { (void)(s / 0L); }, +[](zuUnitSpan& s) { s /= 0x100000000L; }}) {
     zuUnitSpan kept = span(19, 9);
-    EXPECT_EQ(thrown([&] { divide(kept); }).id, 16479);
+    EXPECT_EQ(thrown([&] { divide(kept); }).FirstResId(), 16479);
     EXPECT_EQ(kept.Value(), 9);
   }
+}
+
+// The message id `action` throws; 0 when it throws nothing.
+template <typename Action>
+unsigned short idThrownBy(Action action) {
+  try {
+    action();
+  } catch (const zuExFull& error) {
+    return error.FirstResId();
+  }
+  return 0;
 }
 
 TEST(zuUnitSpanTest, UnknownUnitsThrowWithTheirCode) {
@@ -553,22 +568,22 @@ TEST(zuUnitSpanTest, UnknownUnitsThrowWithTheirCode) {
     const Unit unit = Unit(c.code);
     zuUnitSpan value = span(c.code, 1);
     zuString out("kept");
-    for (const auto& failure : {thrown([&] { zuUnitSpan::UnitsPerInch(unit); }),
-                                thrown([&] { zuUnitSpan::UnitToString(unit, out); }),
-                                thrown([&] { zuUnitSpan::ValueToUnit(1, unit); }),
-                                thrown([&] { zuUnitSpan(1.0, unit); })}) {
-      EXPECT_EQ(failure.id, 17107) << code;
-      EXPECT_EQ(failure.argument, code);
+    for (const zuExFull& failure : {thrown([&] { zuUnitSpan::UnitsPerInch(unit); }),
+                                    thrown([&] { zuUnitSpan::UnitToString(unit, out); }),
+                                    thrown([&] { zuUnitSpan::ValueToUnit(1, unit); }),
+                                    thrown([&] { zuUnitSpan(1.0, unit); })}) {
+      EXPECT_EQ(failure.FirstResId(), 17107) << code;
+      EXPECT_EQ(str(failure[0].getParm(0)), code);
     }
     EXPECT_EQ(str(out), "kept");
-    EXPECT_EQ(thrown([&] { value.Text(out, 8, 0, 0, 0); }).id, c.writes ? 0 : 17107) << code;
+    EXPECT_EQ(idThrownBy([&] { value.Text(out, 8, 0, 0, 0); }), c.writes ? 0 : 17107) << code;
     EXPECT_EQ(str(out), c.writes ? "1" : "kept");
-    for (const auto& conversion :
-         {thrown([&] { value.ChangeUnits(zuUnitSpan::eCentimeters); }),
-          thrown([&] { value += span(1, 1); }), thrown([&] { (void)(span(1, 1) < value); }),
-          thrown([&] { value.Grid(span(1, 1)); }), thrown([&] { value.Round(span(1, 1)); }),
-          thrown([&] { zuUnitSpan(zuUnitSpan::eCentimeters, unit, 1); })}) {
-      EXPECT_EQ(conversion.id, c.converts ? 0 : 17107) << code;
+    for (const unsigned short id :
+         {idThrownBy([&] { value.ChangeUnits(zuUnitSpan::eCentimeters); }),
+          idThrownBy([&] { value += span(1, 1); }), idThrownBy([&] { (void)(span(1, 1) < value); }),
+          idThrownBy([&] { value.Grid(span(1, 1)); }), idThrownBy([&] { value.Round(span(1, 1)); }),
+          idThrownBy([&] { zuUnitSpan(zuUnitSpan::eCentimeters, unit, 1); })}) {
+      EXPECT_EQ(id, c.converts ? 0 : 17107) << code;
     }
     EXPECT_TRUE(c.converts || value == span(c.code, 1)) << code;
   }

@@ -10,12 +10,11 @@
 
 #include "zu/locale/RnLocale.h"
 #include "zu/picture/RnDate.h"
+#include "zu/testing/RnDateSteps.h"
 
 namespace {
 
-struct DateSteps : RnDate {
-  using RnDate::epoch;
-};
+using DateSteps = zu::testing::RnDateSteps;
 
 // ICU's Japanese calendar, whose eras are kept independently of ours.
 TEST(RnEraTablesTest, JapaneseErasAgreeWithIcuSince1873) {
@@ -47,11 +46,8 @@ TEST(RnEraTablesTest, JapaneseErasAgreeWithIcuSince1873) {
 TEST(RnEraTablesTest, FormatsAndParsesDatesInEras) {
   struct Case {
     int year, month, day;
-    const char* locale;
-    const char* picture;
-    const char* expected;
-  };
-  const Case cases[] = {
+    const char *locale, *picture, *expected;
+  } const cases[] = {
       {2019, 4, 30, "ja_JP", "gggYYYY'年'M'月'D'日'", "平成31年4月30日"},
       {2019, 5, 1, "ja_JP", "gggYYYY'年'M'月'D'日'", "令和1年5月1日"},
       {2019, 5, 1, "ja_JP", "gggＹＹＹＹＹ'年'", "令和元年"},
@@ -78,12 +74,9 @@ TEST(RnEraTablesTest, FormatsAndParsesDatesInEras) {
 
 TEST(RnEraTablesTest, ParsesOnlyDatesInsideTheirEra) {
   struct Case {
-    const char* value;
-    const char* locale;
-    const char* picture;
+    const char *value, *locale, *picture;
     const char* expected;  // "" when the parse fails
-  };
-  const Case cases[] = {
+  } const cases[] = {
       {"平成31年5月1日", "ja_JP", "gggYYYY'年'M'月'D'日'", ""},
       {"令和元年5月1日", "ja_JP", "gggYYYY'年'M'月'D'日'", "2019-05-01"},
       {"R1.5.1", "ja_JP", "gYYYY.M.D", "2019-05-01"},
@@ -93,7 +86,7 @@ TEST(RnEraTablesTest, ParsesOnlyDatesInsideTheirEra) {
       {"公元24年", "zh_CN", "gggYYYY'年'", ""},
       {"พ.ศ. 67", "th_TH", "g YY", "1925-01-01"},  // 2467, in the old reckoning
       {"พ.ศ. 29", "th_TH", "g YY", "1986-01-01"},  // below the split: 2529
-      {"2567", "th_TH", "YYYY", "2567-01-01"},  // without the era, Gregorian
+      {"2567", "th_TH", "YYYY", "2567-01-01"},     // without the era, Gregorian
       {"X2024", "en_US", "gYYYY", ""},
   };
   for (const Case& c : cases) {

@@ -4,21 +4,12 @@
 #include <string>
 
 #include "zu/core/internal/zuThreadMemo.h"
-#include "zu/core/zuException.h"
 #include "zu/locale/RnData.h"
 #include "zu/locale/internal/RnRunTimeStore.h"
 #include "zu/picture/internal/RnDecimal.h"
 #include "zu/picture/internal/RnNumPicture.h"
-#include "zu/core/zuMessageIds.h"
 
 using namespace zu::internal;
-
-namespace {
-
-// Widths from here on cannot be formatted.
-constexpr int kMaxWidth = 326;
-
-}  // namespace
 
 // The locale and symbols that this thread's last RnNum resolved from a
 // locale name, so that making one RnNum per value stays cheap. It is used
@@ -117,7 +108,7 @@ void RnNum::setNumericSymbols(const char* locale) {
   zeroDigit_ = zero.IsEmpty() ? '0' : decodeUtf8(zero, zero.Length(), 0, bytes);
 }
 
-void RnNum::xlate(const zuString& picture, NumPictureItem* items, size_t capacity,
+bool RnNum::xlate(const zuString& picture, NumPictureItem* items, size_t capacity,
                   size_t* itemCount) {
   analysis_ = Analysis();
   NumPictureReader reader(picture, picture.Length(), false);
@@ -125,23 +116,28 @@ void RnNum::xlate(const zuString& picture, NumPictureItem* items, size_t capacit
   bool allZ = true, all8 = true, afterE = false;
   size_t count = 0;
   while (reader.next(item)) {
-    if (item.kind == NumPictureItem::kSymbol) subXlate(item.symbol, item.count, allZ, all8, afterE);
+    if (item.kind == NumPictureItem::kSymbol &&
+        !subXlate(item.symbol, item.count, allZ, all8, afterE)) {
+      return false;
+    }
     if (count < capacity) items[count] = item;
     if (count <= capacity) ++count;
   }
+  if (reader.faulty()) return false;
   if (itemCount != nullptr) *itemCount = count;
   analysis_.dropFractionZeros = analysis_.trailing > 0 && allZ;
   analysis_.shortFraction = analysis_.trailing > 0 && all8;
+  return true;
 }
 
-void RnNum::subXlate(char symbol, unsigned count, bool& allZ, bool& all8, bool& afterE) {
+bool RnNum::subXlate(char symbol, unsigned count, bool& allZ, bool& all8, bool& afterE) {
   Analysis& a = analysis_;
   switch (symbol) {
     case '9':
     case '8':
     case 'Z':
     case 'z':
-      if (afterE) ZuExThrow(zuMessageIds::kInvalidArgument);
+      if (afterE) return false;
       if (a.hasRadix) {
         a.trailing += count;
         allZ = allZ && symbol == 'z';
@@ -155,11 +151,11 @@ void RnNum::subXlate(char symbol, unsigned count, bool& allZ, bool& all8, bool& 
     case '.':
     case 'V':
     case 'v':
-      if (a.hasRadix || count > 1 || afterE) ZuExThrow(zuMessageIds::kInvalidArgument);
+      if (a.hasRadix || count > 1 || afterE) return false;
       a.hasRadix = true;
       break;
     case 'E':
-      if (a.scientific || count > 1) ZuExThrow(zuMessageIds::kInvalidArgument);
+      if (a.scientific || count > 1) return false;
       a.scientific = afterE = true;
       break;
     case '%':
@@ -178,6 +174,7 @@ void RnNum::subXlate(char symbol, unsigned count, bool& allZ, bool& all8, bool& 
     default:
       break;
   }
+  return true;
 }
 
 const zuLiteral& RnNum::getNUMERIC_PICTURE_SYMBOLS() {
@@ -187,14 +184,10 @@ const zuLiteral& RnNum::getNUMERIC_PICTURE_SYMBOLS() {
 
 void RnNum::getSymbolCount(const zuString& picture, unsigned& leading, unsigned& trailing) {
   leading = trailing = 0;
-  try {
-    RnNum zero(zuLiteral("0.0"), zuLiteral("en_US"));
-    zero.xlate(picture);
-    leading = zero.analysis_.leading;
-    trailing = zero.analysis_.trailing;
-  } catch (...) {
-    leading = trailing = 0;
-  }
+  RnNum zero(zuLiteral("0.0"), zuLiteral("en_US"));
+  if (!zero.xlate(picture)) return;
+  leading = zero.analysis_.leading;
+  trailing = zero.analysis_.trailing;
 }
 
 bool RnNum::IsNonIgnorable(unsigned int symbol) const {

@@ -98,14 +98,14 @@ class ZU_EXPORT RnNum {
   void setNumericSymbols(const char* locale);
 
   // The value formatted through `picture`; the empty string when the object
-  // is not valid, the picture is invalid, or the value does not fit. Never
-  // throws. `radixPos`, when not null, receives the position (in code
+  // is not valid, the picture is invalid, or the value does not fit. Throws
+  // only zuExMemory, when memory runs out. `radixPos`, when not null, receives the position (in code
   // points) of the radix in the result, or the result's length when there
   // is none. `flags`: ASCII_DIGITS or 0; other bits are ignored.
   zuString format(const zuString& picture, unsigned* radixPos = nullptr, int flags = 0);
   // Reads `text` through `picture` (see above). On success the value and
   // validity are replaced and true is returned; otherwise the object is
-  // unchanged. Never throws.
+  // unchanged. Throws only zuExMemory, when memory runs out.
   bool parse(const zuString& text, const zuString& picture);
 
   // "(%$,.)89BCDERSVZbcdrsvzt"
@@ -154,12 +154,14 @@ class ZU_EXPORT RnNum {
   // The locale choice of the constructors.
   void init(const zuString& locale);
   void setValue(const zuString& text);
-  // Analyses `picture` into analysis_; throws zuExFull (16479) when invalid.
-  // With `items`, also keeps the picture's first `capacity` items there and
-  // their number in `itemCount` (capacity + 1 when there were more).
-  void xlate(const zuString& picture, zu::internal::NumPictureItem* items = nullptr,
+  // Analyses `picture` into analysis_; false when it is not a valid
+  // numeric picture. With `items`, also keeps the picture's first `capacity`
+  // items there and their number in `itemCount` (capacity + 1 when there
+  // were more).
+  bool xlate(const zuString& picture, zu::internal::NumPictureItem* items = nullptr,
              size_t capacity = 0, size_t* itemCount = nullptr);
-  void subXlate(char symbol, unsigned count, bool& allZ, bool& all8, bool& afterE);
+  // One run of a symbol into analysis_; false when it cannot stand there.
+  bool subXlate(char symbol, unsigned count, bool& allZ, bool& all8, bool& afterE);
   zuString formatPicture(const zuString& picture, unsigned* radixPos, int flags);
   bool subFormat(FormatState& state, char symbol, unsigned count) const;
   bool parsePicture(const zuString& text, const zuString& picture);

@@ -1,6 +1,8 @@
 // Formatting a value through a numeric picture.
 #include <cstring>
+#include <new>
 
+#include "zu/core/zuException.h"
 #include "zu/picture/RnNum.h"
 #include "zu/picture/internal/RnDecimal.h"
 #include "zu/picture/internal/RnNumPicture.h"
@@ -9,7 +11,6 @@ using namespace zu::internal;
 
 namespace {
 
-constexpr int kMaxWidth = 326;
 constexpr size_t kNoRadix = static_cast<size_t>(-1);
 constexpr size_t kKeptItems = 24;
 
@@ -49,8 +50,10 @@ struct RnNum::FormatState {
 zuString RnNum::format(const zuString& picture, unsigned* radixPos, int flags) {
   try {
     return formatPicture(picture, radixPos, flags);
-  } catch (...) {
-    return zuString("");
+  } catch (const zuExMemory&) {
+    throw;
+  } catch (const std::bad_alloc&) {
+    throw zuExMemory();  // a long result grows in a standard string
   }
 }
 
@@ -59,7 +62,7 @@ zuString RnNum::formatPicture(const zuString& picture, unsigned* radixPos, int f
   // Short pictures are read once; longer ones again while formatting.
   NumPictureItem items[kKeptItems];
   size_t itemCount = 0;
-  xlate(picture, items, kKeptItems, &itemCount);
+  if (!xlate(picture, items, kKeptItems, &itemCount)) return zuString("");
   const Analysis& a = analysis_;
 
   RnDecimal value;

@@ -4,8 +4,10 @@
 // signs are decided last, where the text tells how many there are.
 #include <algorithm>
 #include <cctype>
+#include <new>
 #include <string>
 
+#include "zu/core/zuException.h"
 #include "zu/picture/RnNum.h"
 #include "zu/picture/internal/RnDecimal.h"
 #include "zu/picture/internal/RnNumPicture.h"
@@ -116,14 +118,15 @@ struct RnNum::ParseState {
 bool RnNum::parse(const zuString& text, const zuString& picture) {
   try {
     return parsePicture(text, picture);
-  } catch (...) {
-    return false;
+  } catch (const zuExMemory&) {
+    throw;
+  } catch (const std::bad_alloc&) {
+    throw zuExMemory();  // the working texts are standard strings
   }
 }
 
 bool RnNum::parsePicture(const zuString& text, const zuString& picture) {
-  if (text.IsNull()) return false;
-  xlate(picture);
+  if (text.IsNull() || !xlate(picture)) return false;
   const std::string reversedPicture = reversedOf(picture);
   ParseState state;
   state.text = reversedOf(text);
@@ -176,7 +179,7 @@ bool RnNum::scanReversed(ParseState& state, const std::string& picture) const {
       return false;
     }
   }
-  return state.pos == state.text.size();
+  return !reader.faulty() && state.pos == state.text.size();
 }
 
 bool RnNum::subParse(ParseState& state, char symbol, unsigned count) const {

@@ -7,10 +7,7 @@
 namespace {
 
 struct FormatCase {
-  const char* locale;
-  const char* value;
-  const char* picture;
-  const char* expected;
+  const char *locale, *value, *picture, *expected;
 };
 
 std::string formatted(const FormatCase& c) {

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <new>
 
 #include "zu/core/internal/zuShortCopy.h"
 #include "zu/core/internal/zuThreadMemo.h"
 #include "zu/core/zuCharConverter.h"
+#include "zu/core/zuException.h"
 #include "zu/core/zuUnicode.h"
 #include "zu/locale/RnData.h"
 #include "zu/locale/internal/RnRunTimeStore.h"
@@ -141,6 +143,25 @@ struct Scratch {
   }
 };
 
+// Runs `work(scratch)` with the thread's scratch buffers and trims them
+// afterwards, whatever happens. Running out of memory in the buffers is the
+// library's zuExMemory, like running out anywhere else.
+template <class Work>
+auto withScratch(Work&& work) {
+  Scratch& scratch = Scratch::current();
+  struct Trim {
+    Scratch& scratch;
+    ~Trim() { scratch.trim(); }
+  } trim{scratch};
+  try {
+    return work(scratch);
+  } catch (const zuExMemory&) {
+    throw;
+  } catch (const std::bad_alloc&) {
+    throw zuExMemory();
+  }
+}
+
 bool isSpaceLiteral(char32_t c) {
   return c == '?' || c == '*' || c == '+';
 }
@@ -235,25 +256,17 @@ zuString RnText::format(const zuString& picture) {
 
 zuString RnText::formatValue(const zuString& value, const zuString& picture) {
   if (value.IsNull()) return zuString::EmptyString();
-  Scratch& scratch = Scratch::current();
-  try {
-    zuString result;
+  return withScratch([&](Scratch& scratch) {
     // Every picture character writes at most one character: one byte when
     // value and picture are ASCII, at most four otherwise.
     if (isAscii(value) && isAscii(picture)) {
-      result = formatChars(AsciiChars(value), AsciiChars(picture), scratch.room(picture.Length()));
-    } else {
-      toText(value, scratch.value);
-      toText(picture, scratch.picture);
-      result = formatChars(DecodedChars(scratch.value), DecodedChars(scratch.picture),
-                           scratch.room(4 * scratch.picture.size()));
+      return formatChars(AsciiChars(value), AsciiChars(picture), scratch.room(picture.Length()));
     }
-    scratch.trim();
-    return result;
-  } catch (...) {
-    scratch.trim();
-    return zuString::EmptyString();
-  }
+    toText(value, scratch.value);
+    toText(picture, scratch.picture);
+    return formatChars(DecodedChars(scratch.value), DecodedChars(scratch.picture),
+                       scratch.room(4 * scratch.picture.size()));
+  });
 }
 
 template <class Chars>
@@ -329,25 +342,16 @@ bool RnText::parse(const zuString& text, const zuString& picture) {
 
 bool RnText::parseText(const zuString& text, const zuString& picture, zuString& value) {
   if (text.IsNull()) return false;
-  Scratch& scratch = Scratch::current();
-  try {
-    bool matched = false;
+  return withScratch([&](Scratch& scratch) {
     // Each character of the text is collected at most once.
     if (isAscii(text) && isAscii(picture)) {
-      matched = parseChars(AsciiChars(text), AsciiChars(picture), scratch.room(text.Length()),
-                           value);
-    } else {
-      toText(text, scratch.value);
-      toText(picture, scratch.picture);
-      matched = parseChars(DecodedChars(scratch.value), DecodedChars(scratch.picture),
-                           scratch.room(4 * scratch.value.size()), value);
+      return parseChars(AsciiChars(text), AsciiChars(picture), scratch.room(text.Length()), value);
     }
-    scratch.trim();
-    return matched;
-  } catch (...) {
-    scratch.trim();
-    return false;
-  }
+    toText(text, scratch.value);
+    toText(picture, scratch.picture);
+    return parseChars(DecodedChars(scratch.value), DecodedChars(scratch.picture),
+                      scratch.room(4 * scratch.value.size()), value);
+  });
 }
 
 template <class Chars>
@@ -451,13 +455,10 @@ int RnText::matchCharacter(const Chars& text, unsigned from, unsigned to) {
 
 void RnText::getSymbolCount(const zuString& picture, unsigned& count) {
   count = 0;
-  try {
-    Text text;
-    toText(picture, text);
-    count = xlate(DecodedChars(text));
-  } catch (...) {
-    count = 0;
-  }
+  count = withScratch([&](Scratch& scratch) {
+    toText(picture, scratch.picture);
+    return xlate(DecodedChars(scratch.picture));
+  });
 }
 
 template <class Chars>

@@ -31,8 +31,9 @@
 // - parse collects only the characters matched by "9AO0X"; tabs and literal
 //   letters are checked but not kept.
 //
-// An object belongs to one thread (its strings do). format and parse never
-// throw: every failure, out of memory included, is an empty result or false.
+// An object belongs to one thread (its strings do). format and parse throw
+// nothing but zuExMemory, when memory runs out: every other failure is an
+// empty result or false.
 #pragma once
 
 #include "zu/core/zuExport.h"

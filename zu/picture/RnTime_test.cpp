@@ -6,11 +6,11 @@
 #include <ctime>
 #include <string>
 
-#include "zu/picture/internal/RnTimeTestSupport.h"
+#include "zu/testing/ScopedTimeZone.h"
 
 namespace {
 
-using zu::internal::ScopedTimeZone;
+using zu::testing::ScopedTimeZone;
 
 constexpr int kHour = RnTime::MILLISPERHOUR;
 constexpr int kMinute = RnTime::MILLISPERMINUTE;
@@ -134,8 +134,7 @@ TEST(RnTimeTest, ParsesFields) {
   struct Case {
     const char* locale; const char* picture; const char* text;
     int hour, minute, second, milli, zoneMinutes;  // hour -1: the parse fails
-  };
-  const Case cases[] = {
+  } const cases[] = {
       {"en_US", "hh", "13", -1, 0, 0, 0, 0},
       {"en_US", "MM", "7", -1, 0, 0, 0, 0},
       {"en_US", "M", "7", 0, 7, 0, 0, 0},

@@ -17,8 +17,7 @@ struct Ymd {
 
 // Umm al-Qura dates as ICU gives them: Gregorian, then Hijri.
 const struct {
-  Ymd gregorian;
-  Ymd hijri;
+  Ymd gregorian, hijri;
 } kKnownDates[] = {
     {{11, 3, 2024}, {1, 9, 1445}},  // 1 Ramadan 1445
     {{7, 7, 2024}, {1, 1, 1446}},   // 1 Muharram 1446

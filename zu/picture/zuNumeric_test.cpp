@@ -9,24 +9,21 @@
 #include <string>
 
 #include "zu/core/zuException.h"
-#include "zu/picture/internal/zuNumericTestSupport.h"
+#include "zu/testing/zuCommaLocale.h"
+#include "zu/testing/zuTestText.h"
+#include "zu/testing/zuThrown.h"
+
+using zu::testing::str;
+using zu::testing::thrown;
+using zu::testing::zuCommaLocale;
 
 namespace {
 
-using zu::internal::CommaLocale;
-
-std::string str(const zuString& text) {
-  return std::string(text, text.Length());
-}
-
 struct TextCase {
   double value;
-  int digits;
-  int trim;
+  int digits, trim;
   const char* expected;
-};
-
-const TextCase kDblToStrCases[] = {
+} const kDblToStrCases[] = {
     {0.125, 2, 0, "0.13"},
     {-0.125, 2, 0, "-0.13"},
     {2.0, 2, 1, "2"},
@@ -107,12 +104,7 @@ TEST(zuNumericTest, RoundsAndScalesIntegers) {
     EXPECT_EQ(ZuApplyFactor(c.value, c.multiplier, c.divisor), c.expected)
         << c.value << "*" << c.multiplier << "/" << c.divisor;
   }
-  try {
-    ZuApplyFactor(1, 1, 0);
-    ADD_FAILURE() << "a zero divisor must throw";
-  } catch (const zuExFull& error) {
-    EXPECT_TRUE(error.HasResId(16479));
-  }
+  EXPECT_TRUE(thrown([] { ZuApplyFactor(1, 1, 0); }).HasResId(16479));  // zero divisor
 }
 
 // The four steps of ZuApplyFactor as its documentation gives them, in 128
@@ -167,17 +159,12 @@ TEST(zuNumericTest, ReadsDecimalText) {
   char text[] = "1.5";
   EXPECT_EQ(zuNumeric::strToDot(text), text);
   EXPECT_STREQ(text, "1.5");
-  try {
-    zuNumeric::strToDot(nullptr);
-    ADD_FAILURE() << "null text must throw";
-  } catch (const zuExFull& error) {
-    EXPECT_TRUE(error.HasResId(16479));
-  }
+  EXPECT_TRUE(thrown([] { zuNumeric::strToDot(nullptr); }).HasResId(16479));
 }
 
 TEST(zuNumericTest, CommaLocaleStillUsesDot) {
-  CommaLocale comma;
-  if (!CommaLocale::isComma()) GTEST_SKIP() << "no locale with a decimal comma can be had";
+  const zuCommaLocale comma;
+  ASSERT_TRUE(zuCommaLocale::isComma()) << "no locale with a decimal comma could be made";
   expectOutputsUseDot();
   char text[] = "1,5 2,5";
   EXPECT_STREQ(zuNumeric::strToDot(text), "1.5 2.5");

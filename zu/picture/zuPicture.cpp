@@ -3,6 +3,7 @@
 
 #include "zu/picture/internal/zuPictureBodies.h"
 #include "zu/picture/internal/zuPreparedPicture.h"
+#include "zu/picture/internal/zuPictureGrammarPieces.h"
 
 zuPicture::zuPicture(const zuString& locale) : locale_(locale) {}
 

@@ -43,7 +43,10 @@
 //
 // Errors: nothing throws for an unrecognised picture; a compound alternative
 // (for example "num{9} text{X}") raises zuExFull with message 16480 and the
-// operation's name. Engines and data are per thread: a zuPicture belongs to
+// operation's name. Running out of memory is never a mismatch: the
+// library's own allocations raise zuExMemory, and so does a failed operator
+// new once the client installs zuNewHandler(ZuExMemoryHandler) (else the
+// runtime's std::bad_alloc passes through). Engines and data are per thread: a zuPicture belongs to
 // the thread that uses it, and the static operations may run on any thread.
 #pragma once
 
@@ -233,27 +236,6 @@ class ZU_EXPORT zuPicture {
   // quoted literals lose their quotes and the date and time sub-pictures
   // become `dateText` and `timeText`.
   static void possibleLiteralStrings(zuString& picture, zuString& dateText, zuString& timeText);
-
-  // --- Internal to the picture engines (not for clients) ----------------------
-
-  // `picture` with each "\u" and four hex digits replaced by that character.
-  static zuString interpret(const zuString& picture);
-  // The quoted literal opening at `quotePos`: its text (doubled quotes read
-  // as one) into `out` when given, `pos` past the closing quote. 0 when the
-  // literal is not closed.
-  static int getLiteralSubstr(const zuString& picture, unsigned int quotePos, unsigned int& pos,
-                              zuString* out);
-  static int isCharAlphabetic(unsigned int character);
-  // Only "0" and "9": the filler digits between sub-pictures.
-  static int isCharNumeric(unsigned int character);
-  static int isCharLiteral(unsigned int character);
-  static int isCharQuote(unsigned int character);
-  // Every item is a quoted literal, literal punctuation, "0", "9" or a valid
-  // sub-picture of any category.
-  static int isCompoundPicture(const zuString& picture);
-  // A sub-picture with an empty body at the start, not "null" or "zero".
-  static int isEmptyPicture(const zuString& picture);
-  static int isPicture(const zuString& picture, const zuString& word, const zuString& symbols);
 
  private:
   static zuString run(const zuString& value, const zuString& picture, const zuString& locale,

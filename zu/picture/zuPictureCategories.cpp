@@ -13,6 +13,7 @@
 #include "zu/picture/internal/zuPictureScan.h"
 #include "zu/picture/zuPicture.h"
 #include "zu/core/zuMessageIds.h"
+#include "zu/picture/internal/zuPictureGrammarPieces.h"
 
 using zu::internal::peelSubPicture;
 

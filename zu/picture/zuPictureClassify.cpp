@@ -9,6 +9,9 @@
 #include "zu/picture/internal/RnDateTimeUtil.h"
 #include "zu/picture/internal/zuPictureScan.h"
 #include "zu/picture/zuPicture.h"
+#include "zu/picture/internal/zuPictureGrammarPieces.h"
+
+using namespace zu::internal;
 
 using zu::internal::fullWidthToAscii;
 using zu::internal::pictureCharAt;
@@ -139,8 +142,8 @@ int isSpecialPictureValid(const zuString& picture, const zuString& word) {
 
 }  // namespace
 
-int zuPicture::isPicture(const zuString& picture, const zuString& word, const zuString& symbols) {
-  const bool numeric = word.Equals(getNUM());
+int zu::internal::isPicture(const zuString& picture, const zuString& word, const zuString& symbols) {
+  const bool numeric = word.Equals(zuPicture::getNUM());
   const unsigned int length = picture.Length();
   for (unsigned int pos = 0; pos < length;) {
     unsigned int next = pos;
@@ -194,12 +197,12 @@ int zuPicture::isZeroPicture(const zuString& picture) {
   return isSubPicture(picture, 0, category, locale, body) && category.Equals(getZERO());
 }
 
-int zuPicture::isEmptyPicture(const zuString& picture) {
+int zu::internal::isEmptyPicture(const zuString& picture) {
   zuString category;
   zuString locale;
   zuString body;
-  return isSubPicture(picture, 0, category, locale, body) && body.IsEmpty() &&
-         !category.Equals(getNULL()) && !category.Equals(getZERO());
+  return zuPicture::isSubPicture(picture, 0, category, locale, body) && body.IsEmpty() &&
+         !category.Equals(zuPicture::getNULL()) && !category.Equals(zuPicture::getZERO());
 }
 
 namespace {
@@ -216,9 +219,9 @@ bool collectDateTimeParts(const zuString& picture, zuString& datePicture, zuStri
   for (unsigned int pos = 0; pos < length;) {
     unsigned int next = pos;
     const unsigned int character = pictureCharAt(picture, pos, next);
-    if (zuPicture::isCharQuote(character)) {
+    if (zu::internal::isCharQuote(character)) {
       if (!skipQuotedLiteral(picture, pos, next)) return false;
-    } else if (!zuPicture::isCharLiteral(character) && character != 'T') {
+    } else if (!zu::internal::isCharLiteral(character) && character != 'T') {
       SubPicture item;
       zuString locale;
       zuString body;
@@ -262,7 +265,7 @@ int zuPicture::isDateTimePicture(const zuString& picture, zuString& datePicture,
          !timePicture.IsEmpty();
 }
 
-int zuPicture::isCompoundPicture(const zuString& picture) {
+int zu::internal::isCompoundPicture(const zuString& picture) {
   const unsigned int length = picture.Length();
   for (unsigned int pos = 0; pos < length;) {
     unsigned int next = pos;

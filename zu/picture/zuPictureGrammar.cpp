@@ -6,6 +6,9 @@
 #include "zu/picture/internal/zuPictureDateTimeText.h"
 #include "zu/picture/internal/zuPictureScan.h"
 #include "zu/picture/zuPicture.h"
+#include "zu/picture/internal/zuPictureGrammarPieces.h"
+
+using namespace zu::internal;
 
 using zu::internal::pictureCharAt;
 using zu::internal::readSubPicture;
@@ -83,26 +86,26 @@ const zuLiteral& zuPicture::getLITERALS() {
 
 // --- Character classes --------------------------------------------------------
 
-int zuPicture::isCharAlphabetic(unsigned int character) {
+int zu::internal::isCharAlphabetic(unsigned int character) {
   return zuCharConverter::IsAlpha(character) ? 1 : 0;
 }
 
-int zuPicture::isCharNumeric(unsigned int character) {
+int zu::internal::isCharNumeric(unsigned int character) {
   return character == '0' || character == '9' ? 1 : 0;
 }
 
-int zuPicture::isCharLiteral(unsigned int character) {
+int zu::internal::isCharLiteral(unsigned int character) {
   if (character == 0 || character > 0x7F) return 0;
-  return getLITERALS().CharInString(static_cast<char>(character));
+  return zuPicture::getLITERALS().CharInString(static_cast<char>(character));
 }
 
-int zuPicture::isCharQuote(unsigned int character) {
+int zu::internal::isCharQuote(unsigned int character) {
   return character == '\'' ? 1 : 0;
 }
 
 // --- Quoted literals --------------------------------------------------------
 
-int zuPicture::getLiteralSubstr(const zuString& picture, unsigned int quotePos, unsigned int& pos,
+int zu::internal::getLiteralSubstr(const zuString& picture, unsigned int quotePos, unsigned int& pos,
                                 zuString* out) {
   unsigned int end = quotePos;
   if (picture[quotePos] != '\'' || !skipQuotedLiteral(picture, quotePos, end)) return 0;
@@ -271,7 +274,7 @@ zuString peelSubPicture(const zuString& picture, const zuString& word, zuString&
     const unsigned int character = pictureCharAt(picture, pos, next);
     if (character == '\'') {
       if (!skipQuotedLiteral(picture, pos, next)) return picture;
-    } else if (!zuPicture::isCharLiteral(character) && !zuPicture::isCharNumeric(character)) {
+    } else if (!zu::internal::isCharLiteral(character) && !zu::internal::isCharNumeric(character)) {
       SubPicture item;
       zuString category;
       zuString itemLocale = locale;
@@ -383,7 +386,7 @@ int escapedCodePoint(const zuString& picture, unsigned int pos) {
 
 }  // namespace
 
-zuString zuPicture::interpret(const zuString& picture) {
+zuString zu::internal::interpret(const zuString& picture) {
   unsigned int escape = 0;
   if (!picture.FindCase("\\u", escape)) return picture;
   zuString out(picture, escape);

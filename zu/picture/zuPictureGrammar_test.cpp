@@ -1,16 +1,18 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "zu/locale/RnData.h"
 #include "zu/picture/zuPicture.h"
+#include "zu/picture/internal/zuPictureGrammarPieces.h"
+#include "zu/testing/zuTestText.h"
+
+using zu::testing::str;
 
 namespace {
-
-std::string str(const zuString& text) {
-  return std::string(text, text.Length());
-}
 
 TEST(zuPictureGrammarTest, AlternativesSplitOutsideQuotesOnly) {
   struct Case {
@@ -40,7 +42,7 @@ TEST(zuPictureGrammarTest, EscapesAndLegacyQuotes) {
       {"\\u0041", "A"},   {"x\\u00e9y", "x\xC3\xA9y"}, {"\\u00G1", "\\u00G1"},
       {"\\u41", "\\u41"}, {"\\\\u0041", "\\A"},        {"num{9}", "num{9}"},
   };
-  for (const auto& e : escapes) EXPECT_EQ(str(zuPicture::interpret(e[0])), e[1]) << e[0];
+  for (const auto& e : escapes) EXPECT_EQ(str(zu::internal::interpret(e[0])), e[1]) << e[0];
   const char* legacy[][2] = {
       {"\"it's\"", "'it''s'"},
       {"'say \"hi\"'", "'say \"\"hi\"\"'"},
@@ -66,40 +68,34 @@ TEST(zuPictureGrammarTest, QuotedLiteralReadsDoubledQuotes) {
   for (const Case& c : cases) {
     unsigned int pos = 0;
     zuString text;
-    EXPECT_EQ(zuPicture::getLiteralSubstr(c.picture, c.quotePos, pos, &text), c.ok) << c.picture;
+    EXPECT_EQ(zu::internal::getLiteralSubstr(c.picture, c.quotePos, pos, &text), c.ok) << c.picture;
     if (!c.ok) continue;
     EXPECT_EQ(str(text), c.text);
     EXPECT_EQ(pos, c.end);
   }
 }
 
+// What a sub-picture reads, as "category|locale|body"; null when it reads
+// nothing.
 TEST(zuPictureGrammarTest, SubPictureReadsWordQualifierAndBody) {
-  struct Case {
-    const char* picture;
-    unsigned int pos;
-    int ok;
-    const char* category;
-    const char* locale;
-    const char* body;
-  } cases[] = {
-      {"num{z9.99}", 0, 1, "num", "", "z9.99"},
-      {"text(fr_FR){99'}'A}", 0, 1, "text", "fr_FR", "99'}'A"},
-      {"'x'date{D}", 3, 1, "date", "", "D"},
-      {"null.whatever{}", 0, 1, "null", "", ""},
-      {"date.tiny{}", 0, 0, "", "", ""},
-      {"color{9}", 0, 0, "", "", ""},
-      {"num{'open}", 0, 0, "", "", ""},
-      {"num{9", 0, 0, "", "", ""},
-      {"num", 0, 0, "", "", ""},
-      {"9num{9}", 0, 0, "", "", ""},
+  const std::tuple<const char*, unsigned int, const char*> cases[] = {
+      {"num{z9.99}", 0, "num||z9.99"},
+      {"text(fr_FR){99'}'A}", 0, "text|fr_FR|99'}'A"},
+      {"'x'date{D}", 3, "date||D"},
+      {"null.whatever{}", 0, "null||"},
+      {"date.tiny{}", 0, nullptr},
+      {"color{9}", 0, nullptr},
+      {"num{'open}", 0, nullptr},
+      {"num{9", 0, nullptr},
+      {"num", 0, nullptr},
+      {"9num{9}", 0, nullptr},
   };
-  for (const Case& c : cases) {
+  for (const auto& [picture, pos, expected] : cases) {
     zuString category("x"), locale, body("x");
-    EXPECT_EQ(zuPicture::isSubPicture(c.picture, c.pos, category, locale, body), c.ok) << c.picture;
-    if (!c.ok) continue;
-    EXPECT_EQ(str(category), c.category) << c.picture;
-    EXPECT_EQ(str(locale), c.locale) << c.picture;
-    EXPECT_EQ(str(body), c.body) << c.picture;
+    EXPECT_EQ(zuPicture::isSubPicture(picture, pos, category, locale, body), expected != nullptr)
+        << picture;
+    if (expected == nullptr) continue;
+    EXPECT_EQ(str(category) + "|" + str(locale) + "|" + str(body), expected);
   }
 }
 
@@ -126,60 +122,53 @@ TEST(zuPictureGrammarTest, StylesTakeTheLocalePatterns) {
   EXPECT_FALSE(zuPicture::isSubPicture("num.short{}", 0, category, locale, body));
 }
 
+// The first sub-picture after literals and filler, as "category|body" (the
+// filler goes in front of the body); null when the picture is malformed.
 TEST(zuPictureGrammarTest, HasSubPictureSkipsFiller) {
-  struct Case {
-    const char* picture;
-    int ok;
-    const char* category;
-    const char* body;
-  } cases[] = {
-      {"99'x'-num{9}", 1, "num", "99'x'-9"},
-      {"0 text{X}", 1, "text", "0 X"},
-      {"1num{9}", 0, "", ""},
-      {"", 1, "", ""},
-      {"9.9", 1, "", "9.9"},
-      {"'open", 0, "", ""},
-      {"z9", 0, "", ""},
+  const std::pair<const char*, const char*> cases[] = {
+      {"99'x'-num{9}", "num|99'x'-9"},
+      {"0 text{X}", "text|0 X"},
+      {"1num{9}", nullptr},
+      {"", "|"},
+      {"9.9", "|9.9"},
+      {"'open", nullptr},
+      {"z9", nullptr},
   };
-  for (const Case& c : cases) {
+  for (const auto& [picture, expected] : cases) {
     zuString category, locale, body;
-    EXPECT_EQ(zuPicture::hasSubPicture(c.picture, 0, category, locale, body), c.ok) << c.picture;
-    if (!c.ok) continue;
-    EXPECT_EQ(str(category), c.category) << c.picture;
-    EXPECT_EQ(str(body), c.body) << c.picture;
+    EXPECT_EQ(zuPicture::hasSubPicture(picture, 0, category, locale, body), expected != nullptr)
+        << picture;
+    if (expected == nullptr) continue;
+    EXPECT_EQ(str(category) + "|" + str(body), expected);
   }
 }
 
+// The first locale qualifier ("" for none); null for a malformed picture.
 TEST(zuPictureGrammarTest, LocaleFromPicture) {
-  struct Case {
-    const char* picture;
-    int ok;
-    const char* locale;
-  } cases[] = {
-      {"num(de_DE){9}", 1, "de_DE"},
-      {"'a' 9 date{D}/time(ja_JP){HH}", 1, "ja_JP"},
-      {"num{9}", 1, ""},
-      {"num(de_DE){9", 0, ""},
-      {"#", 0, ""},
+  const std::pair<const char*, const char*> cases[] = {
+      {"num(de_DE){9}", "de_DE"},
+      {"'a' 9 date{D}/time(ja_JP){HH}", "ja_JP"},
+      {"num{9}", ""},
+      {"num(de_DE){9", nullptr},
+      {"#", nullptr},
   };
-  for (const Case& c : cases) {
+  for (const auto& [picture, expected] : cases) {
     zuString out("stale");
-    EXPECT_EQ(zuPicture::getLocaleFromPicture(c.picture, "", out), c.ok) << c.picture;
-    if (c.ok) {
-      EXPECT_EQ(str(out), c.locale) << c.picture;
-    }
+    EXPECT_EQ(zuPicture::getLocaleFromPicture(picture, "", out), expected != nullptr) << picture;
+    if (expected == nullptr) continue;
+    EXPECT_EQ(str(out), expected) << picture;
   }
 }
 
 TEST(zuPictureGrammarTest, CharacterClasses) {
-  EXPECT_TRUE(zuPicture::isCharNumeric('0') && zuPicture::isCharNumeric('9'));
-  EXPECT_FALSE(zuPicture::isCharNumeric('1'));
-  for (char c : std::string("\"' ,-./:?+*$()")) EXPECT_TRUE(zuPicture::isCharLiteral(c)) << c;
-  EXPECT_FALSE(zuPicture::isCharLiteral('|') || zuPicture::isCharLiteral('{'));
-  EXPECT_TRUE(zuPicture::isCharAlphabetic(0xE9) && zuPicture::isCharAlphabetic('q'));
-  EXPECT_FALSE(zuPicture::isCharAlphabetic('9'));
-  EXPECT_TRUE(zuPicture::isCharQuote('\''));
-  EXPECT_FALSE(zuPicture::isCharQuote('"'));
+  EXPECT_TRUE(zu::internal::isCharNumeric('0') && zu::internal::isCharNumeric('9'));
+  EXPECT_FALSE(zu::internal::isCharNumeric('1'));
+  for (char c : std::string("\"' ,-./:?+*$()")) EXPECT_TRUE(zu::internal::isCharLiteral(c)) << c;
+  EXPECT_FALSE(zu::internal::isCharLiteral('|') || zu::internal::isCharLiteral('{'));
+  EXPECT_TRUE(zu::internal::isCharAlphabetic(0xE9) && zu::internal::isCharAlphabetic('q'));
+  EXPECT_FALSE(zu::internal::isCharAlphabetic('9'));
+  EXPECT_TRUE(zu::internal::isCharQuote('\''));
+  EXPECT_FALSE(zu::internal::isCharQuote('"'));
 }
 
 }  // namespace

@@ -6,13 +6,16 @@
 
 #include "zu/core/zuExErrItem.h"
 #include "zu/core/zuException.h"
+#include "zu/locale/RnData.h"
 #include "zu/picture/zuPicture.h"
+#include "zu/picture/internal/zuPictureGrammarPieces.h"
+#include "zu/testing/zuTestText.h"
+#include "zu/testing/zuThrown.h"
+
+using zu::testing::str;
+using zu::testing::thrown;
 
 namespace {
-
-std::string str(const zuString& text) {
-  return std::string(text, text.Length());
-}
 
 constexpr int kUntouched = -7;
 
@@ -28,8 +31,7 @@ class zuPictureTest : public ::testing::Test {
 TEST_F(zuPictureTest, StatusFollowsTheValueKindAndTheEarlyExits) {
   struct Case {
     const char* value;  // null: the null value
-    const char* picture;
-    const char* expected;
+    const char *picture, *expected;
     int status;
   } cases[] = {
       {"", "num{9}", "", 0},
@@ -59,36 +61,24 @@ TEST_F(zuPictureTest, StatusFollowsTheValueKindAndTheEarlyExits) {
   EXPECT_EQ(status, kUntouched);
 }
 
-TEST_F(zuPictureTest, FormatsThroughEveryCategoryInManyLocales) {
+// One case per engine (their own tests cover the symbols), then what the
+// dispatcher itself decides: qualifiers, bare bodies, alternatives and
+// compound date-times.
+TEST_F(zuPictureTest, FormatsThroughEveryCategory) {
   struct Case {
-    const char* locale;
-    const char* picture;
-    const char* value;
-    const char* expected;
+    const char *locale, *picture, *value, *expected;
   } cases[] = {
-      {"en_US", "num{z,zz9.99}", "1234.5", "1,234.50"},
       {"de_DE", "num{z,zz9.99}", "1234.5", "1.234,50"},
-      {"fr_FR", "num{z,zz9.99}", "34.5", "34,50"},
-      {"en_US", "num{s999.99}", "-12.5", "-012.50"},
-      {"en_US", "num{99%}", "0.5", "50%"},
-      {"en_US", "z,zz9", "1234", "1,234"},
-      {"en_US", "num{999}|num{99999}", "12345", "12345"},
-      {"en_US", "num(de_DE){z,zz9.99}", "1234.5", "1.234,50"},
-      {"en_US", "num{'a|b'9}|text{X}", "5", "a|b5"},
-      {"en_US", "text{AA-99}", "AB12", "AB-12"},
       {"en_US", "text{999'-'AA}", "123AB", "123-AB"},
       {"en_US", "text{\\u0041\\u0041}", "xy", "xy"},
       {"fr_FR", "date{EEEE, D MMMM YYYY}", "2024-03-05", "mardi, 5 mars 2024"},
-      {"de_DE", "date{EEEE, D. MMMM YYYY}", "20240305", "Dienstag, 5. M\xC3\xA4rz 2024"},
-      {"en_US", "date(de_DE){D. MMMM YYYY}", "2024-03-05", "5. M\xC3\xA4rz 2024"},
-      {"en_US", "date{MMM D, YYYY}", "2009-01-05", "Jan 5, 2009"},
       {"en_US", "date{YYYY-MM-DD}", "2024-03", "2024-03-01"},
-      {"es_ES", "date{D 'de' MMMM}", "2024-07-14", "14 de julio"},
-      {"en_US", "time{HH:MM:SS}", "13:45:07", "13:45:07"},
-      {"en_US", "time{h:MM A}", "13:45:00", "1:45 PM"},
-      {"en_US", "time{h:MM A}", "00:05", "12:05 AM"},
       {"en_US", "time{HH:MM:SS.FFF}", "134507.250", "13:45:07.250"},
-      {"en_US", "date{YYYY-MM-DD}' 'time{HH:MM}", "2024-03-05T13:45:00", "2024-03-05 13:45"},
+      {"en_US", "z,zz9", "1234", "1,234"},
+      {"en_US", "num{999}|num{99999}", "12345", "12345"},
+      {"en_US", "num(de_DE){z,zz9.99}", "1234.5", "1.234,50"},
+      {"en_US", "date(de_DE){D. MMMM YYYY}", "2024-03-05", "5. M\xC3\xA4rz 2024"},
+      {"en_US", "num{'a|b'9}|text{X}", "5", "a|b5"},
       {"en_GB", "date{D MMM YYYY}' at 'time{HH:MM}", "2024-03-05T09:30", "5 Mar 2024 at 09:30"},
       {"en_US", "date{YYYY-MM-DD}Ttime{HH:MM}", "2024-03-05", "2024-03-05T00:00"},
       {"en_US", "null{'n/a'}|zero{'none'}|num{zz9}", "0", "none"},
@@ -111,47 +101,33 @@ TEST_F(zuPictureTest, FormatsThroughEveryCategoryInManyLocales) {
 
 TEST_F(zuPictureTest, StylesUseTheLocalePatterns) {
   struct Case {
-    const char* locale;
-    const char* picture;
-    const char* value;
-    const char* expected;
+    const char *locale, *picture, *value, *expected;
   } cases[] = {
       {"en_US", "date.short{ignored}", "2024-03-05", "3/5/24"},
-      {"de_DE", "date.medium{}", "2024-03-05", "05.03.2024"},
       {"en_US", "date.short(de_DE){}", "2024-03-05", "05.03.24"},
       {"en_US", "time.short{}", "13:45:00", "1:45 PM"},
-      {"en_US", "num.integer{}", "1234567", "1,234,567"},
       {"de_DE", "num.decimal{}", "1234.5", "1.234,5"},
       {"en_US", "num.currency{}", "1234.5", "$1,234.50"},
       {"en_US", "num.percent{}", "0.25", "25%"},
+      {"en_US", "date.tiny{}", "2024-03-05", ""},  // no such style
   };
   for (const Case& c : cases) {
     int status = kUntouched;
     EXPECT_EQ(str(zuPicture::format(c.value, c.picture, c.locale, &status, 0)), c.expected)
         << c.picture << " " << c.locale;
-    EXPECT_EQ(status, 1) << c.picture;
+    EXPECT_EQ(status, *c.expected != '\0' ? 1 : 0) << c.picture;
   }
-  int status = kUntouched;
-  EXPECT_EQ(str(zuPicture::format("2024-03-05", "date.tiny{}", "en_US", &status, 0)), "");
-  EXPECT_EQ(status, 0);
 }
 
 TEST_F(zuPictureTest, ParsesToCanonicalValues) {
   struct Case {
-    const char* locale;
-    const char* picture;
-    const char* text;
+    const char *locale, *picture, *text;
     const char* expected;  // null: the text must not parse
   } cases[] = {
-      {"de_DE", "num{z,zz9.99}", "1.234,50", "1234.5"},
-      {"en_US", "num{s999.99}", "-012.50", "-12.5"},
       {"en_US", "num.currency{}", "($1,234.50)", "-1234.5"},
       {"en_US", "text{AA-99}", "AB-12", "AB12"},
-      {"fr_FR", "date{EEEE, D MMMM YYYY}", "mardi, 5 mars 2024", "2024-03-05"},
-      {"en_US", "date{MMM D, YYYY}", "Jan 5, 2009", "2009-01-05"},
       {"en_US", "date{MMM D, YYYY}", "Jan 5, 2009 x", nullptr},
       {"en_US", "time{h:MM A}", "1:45 PM", "13:45:00"},
-      {"en_US", "time{HH:MM:SS.FFF}", "13:45:07.250", "13:45:07.250"},
       {"en_US", "date{YYYY-MM-DD}' 'time{HH:MM}", "2024-03-05 13:45", "2024-03-05T13:45:00"},
       {"en_US", "date{D/M/YYYY}time{HH:MM}", "5/3/202413:45", "2024-03-05T13:45:00"},
       {"en_US", "num{999}|date{YYYY-MM-DD}", "2024-03-05", "2024-03-05"},
@@ -162,42 +138,11 @@ TEST_F(zuPictureTest, ParsesToCanonicalValues) {
     int status = kUntouched;
     const zuString out = zuPicture::parse(c.text, c.picture, c.locale, &status);
     EXPECT_EQ(status, c.expected != nullptr ? 1 : 0) << c.picture << " " << c.text;
-    if (c.expected != nullptr) {
-      EXPECT_EQ(str(out), c.expected) << c.picture << " " << c.text;
-    }
+    EXPECT_EQ(str(out), c.expected != nullptr ? c.expected : "") << c.picture << " " << c.text;
   }
   int status = kUntouched;
   EXPECT_TRUE(zuPicture::parse("n/a", "null{'n/a'}", "en_US", &status).IsNull());
   EXPECT_EQ(status, 1);
-}
-
-TEST_F(zuPictureTest, ParseReadsBackWhatFormatWrote) {
-  const char* locales[] = {"en_US", "de_DE", "fr_FR", "ja_JP", "ar_EG", "es_MX", "ru_RU"};
-  struct Case {
-    const char* picture;
-    const char* value;
-  } cases[] = {
-      {"num{z,zzz,zz9.99}", "1234567.25"},
-      {"num{s9999}", "-42"},
-      {"num{9.999}", "3.142"},
-      {"text{A9-X}", "b7#"},
-      {"date{D MMMM YYYY}", "2024-12-31"},
-      {"date{EEE, MMM D YYYY}", "1999-02-28"},
-      {"date{DD/MM/YY}", "2029-06-01"},
-      {"time{HH:MM:SS}", "23:59:58"},
-      {"time{h:MM:SS.FFF A}", "07:08:09.010"},
-      {"date{YYYY-MM-DD}' 'time{HH:MM:SS}", "2024-03-05T13:45:07"},
-  };
-  for (const char* locale : locales) {
-    for (const Case& c : cases) {
-      int status = kUntouched;
-      const zuString shown = zuPicture::format(c.value, c.picture, locale, &status, 0);
-      ASSERT_EQ(status, 1) << c.picture << " " << c.value << " " << locale;
-      const zuString back = zuPicture::parse(shown, c.picture, locale, &status);
-      EXPECT_EQ(status, 1) << c.picture << " " << str(shown) << " " << locale;
-      EXPECT_EQ(str(back), c.value) << c.picture << " " << str(shown) << " " << locale;
-    }
-  }
 }
 
 TEST_F(zuPictureTest, ClassifiesPictures) {
@@ -247,8 +192,8 @@ TEST_F(zuPictureTest, ClassifiesPictures) {
                       (zuPicture::isNullPicture(c.picture) ? kNull : 0) |
                       (zuPicture::isZeroPicture(c.picture) ? kZero : 0) |
                       (zuPicture::isDateTimePicture(c.picture, date, time) ? kDateTime : 0) |
-                      (zuPicture::isCompoundPicture(c.picture) ? kCompound : 0) |
-                      (zuPicture::isEmptyPicture(c.picture) ? kEmpty : 0);
+                      (zu::internal::isCompoundPicture(c.picture) ? kCompound : 0) |
+                      (zu::internal::isEmptyPicture(c.picture) ? kEmpty : 0);
     EXPECT_EQ(kinds, c.kinds) << c.picture;
   }
   zuString date, time;
@@ -286,24 +231,42 @@ TEST_F(zuPictureTest, ValidityRules) {
   for (const Case& c : cases) EXPECT_EQ(c.test(c.picture), c.valid) << c.picture;
 }
 
-TEST_F(zuPictureTest, CompoundPicturesRaiseTheirMessage) {
-  const struct {
-    bool parse;
-    const char* name;
-  } cases[] = {{false, "zuPicture::formatCompound"}, {true, "zuPicture::parseCompound"}};
-  for (const auto& c : cases) {
-    try {
-      if (c.parse) {
-        zuPicture::parse("5 x", "num{9} text{X}", "en_US");
-      } else {
-        zuPicture::format("123", "num{99}|num{9} text{X}", "en_US");
-      }
-      ADD_FAILURE() << c.name << " did not throw";
-    } catch (zuExFull& error) {
-      EXPECT_EQ(error.FirstResId(), 16480);
-      error.Resolve();
-      EXPECT_NE(str(error[0].Text()).find(c.name), std::string::npos) << str(error[0].Text());
+// The built-in locales' patterns are pictures like any other: each passes
+// the validity check of its category.
+TEST_F(zuPictureTest, EveryLocalePatternIsValid) {
+  zuStorage<zuString> names;
+  RnData::getLocaleNames(names);
+  ASSERT_GT(names.GetSize(), 100u);
+  for (unsigned int n = 0; n < names.GetSize(); ++n) {
+    const RnData data(str(names[n]).c_str());
+    for (int style = RnData::SHORT_FMT; style <= RnData::FULL_FMT; ++style) {
+      EXPECT_TRUE(zuPicture::isDatePictureValid(data.getDateFormat(style)))
+          << str(names[n]) << " " << str(data.getDateFormat(style));
+      EXPECT_TRUE(zuPicture::isTimePictureValid(data.getTimeFormat(style)))
+          << str(names[n]) << " " << str(data.getTimeFormat(style));
+      EXPECT_TRUE(zuPicture::isDateTimePictureValid(data.getDateTimeFormat(style, style)))
+          << str(names[n]) << " " << str(data.getDateTimeFormat(style, style));
     }
+    for (int category = RnData::NUMERIC; category <= RnData::PERCENT; ++category) {
+      zuStorage<zuString> alternates;
+      ASSERT_TRUE(zuPicture::getAlternates(data.getNumericFormat(category), alternates));
+      EXPECT_GT(alternates.GetSize(), 0u) << str(names[n]);
+      for (unsigned int a = 0; a < alternates.GetSize(); ++a) {
+        EXPECT_TRUE(zuPicture::isNumericPictureValid(alternates[a]))
+            << str(names[n]) << " " << str(alternates[a]);
+      }
+    }
+  }
+}
+
+TEST_F(zuPictureTest, CompoundPicturesRaiseTheirMessage) {
+  zuExFull errors[] = {thrown([] { zuPicture::format("123", "num{99}|num{9} text{X}", "en_US"); }),
+                       thrown([] { zuPicture::parse("5 x", "num{9} text{X}", "en_US"); })};
+  const char* names[] = {"zuPicture::formatCompound", "zuPicture::parseCompound"};
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_EQ(errors[i].FirstResId(), 16480);
+    errors[i].Resolve();
+    EXPECT_NE(str(errors[i][0].Text()).find(names[i]), std::string::npos);
   }
 }
 

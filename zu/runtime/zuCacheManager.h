@@ -35,6 +35,10 @@
 #include "zu/runtime/zuMemoryCacheList.h"
 #include "zu/runtime/zuThreadLocalStorage.h"
 
+namespace zu::internal {
+struct CacheManagerPeer;  // what tests read of a manager's insides
+}
+
 class ZU_EXPORT zuCacheManager : public zuThreadStorage {
  public:
   // Requested sizes below this are mapped to their list by a direct table.
@@ -116,13 +120,9 @@ class ZU_EXPORT zuCacheManager : public zuThreadStorage {
   void* TakeSpareArea(std::size_t& bytes);
   bool KeepSpareArea(void* area, std::size_t bytes);
 
-  // The pool lists, in order of block size.
-  std::size_t ListCount() const { return lists_.size(); }
-  const zuMemoryCacheList* List(std::size_t index) const { return lists_[index]; }
-  // The open (still searched) arenas, oldest first.
-  std::size_t ArenaCount() const { return arenas_.size(); }
-
  private:
+  friend struct zu::internal::CacheManagerPeer;
+
   // The library-wide manager used while caching is off; it serves no thread.
   struct GlobalTag {};
   explicit zuCacheManager(GlobalTag);

@@ -9,14 +9,23 @@
 #include <vector>
 
 #include "zu/core/zuException.h"
+#include "zu/runtime/internal/zuCacheManagerPeer.h"
 #include "zu/runtime/internal/zuThreadId.h"
+#include "zu/testing/zuThrown.h"
 
 namespace {
 
+using Peer = zu::internal::CacheManagerPeer;
+
+// The managers under test are made like a thread's own; only the growth
+// policy test below depends on what the budget comes to in blocks.
+constexpr unsigned int kListCapacity = 10;
+constexpr unsigned int kPoolBudget = 50000;
+
 std::vector<std::size_t> blockSizes(const zuCacheManager& cache) {
   std::vector<std::size_t> sizes;
-  for (std::size_t index = 0; index < cache.ListCount(); ++index) {
-    sizes.push_back(cache.List(index)->BlockSize());
+  for (std::size_t index = 0; index < Peer::listCount(cache); ++index) {
+    sizes.push_back(Peer::list(cache, index)->BlockSize());
   }
   return sizes;
 }
@@ -36,14 +45,42 @@ class Blocks {
   std::vector<void*> blocks_;
 };
 
+// A pool holds the budget in blocks, rounded up; the pool after a full one
+// is of the same size, and the lists are made with the thread's budget.
+TEST(zuCacheManagerTest, PoolsHoldTheBudgetInBlocks) {
+  struct Case {
+    unsigned int budget, size;
+    std::size_t blocksPerPool;
+  } const cases[] = {
+      {50000, 200, 250}, {50000, 1000, 50}, {50000, 300, 167}, {1000, 3000, 1}, {100, 8, 13},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(testing::Message() << c.budget << " / " << c.size);
+    zuCacheManager cache(kListCapacity, c.budget);
+    std::vector<void*> blocks;
+    for (std::size_t index = 0; index <= c.blocksPerPool; ++index) {
+      blocks.push_back(cache.allocMemory(c.size));
+    }
+    ASSERT_EQ(Peer::listCount(cache), 1u);
+    EXPECT_EQ(Peer::list(cache, 0)->PoolBlockCount(), c.blocksPerPool);
+    EXPECT_EQ(Peer::list(cache, 0)->PoolCount(), 2u);  // the last block opened a second pool
+    for (void* block : blocks) zuCacheManager::freeMemory(block);
+  }
+  // A thread's own manager has the budget of 50,000 bytes (the block may
+  // come from a list of a larger size made by an earlier test).
+  void* block = zuCacheManager_alloc(1000);
+  const zuMemoryCache* pool = zuMemoryCache::FromBlock(block);
+  EXPECT_EQ(pool->BlockCount(), (50000 + pool->BlockSize() - 1) / pool->BlockSize());
+  zuCacheManager_free(block);
+}
+
 TEST(zuCacheManagerTest, ChoosesListWithinSizeAndTwiceSize) {
   struct Case {
     unsigned int size;
     unsigned int maxSize;  // 0: twice the size
     unsigned int expectedBlockSize;
     std::vector<std::size_t> expectedLists;
-  };
-  const Case cases[] = {
+  } const cases[] = {
       {25, 0, 25, {25}},
       {40, 0, 40, {25, 40}},        // 25 lies outside [40, 80]
       {12, 0, 12, {12, 25, 40}},    // 25 lies outside [12, 24]
@@ -54,7 +91,7 @@ TEST(zuCacheManagerTest, ChoosesListWithinSizeAndTwiceSize) {
       {290, 350, 299, {12, 25, 40, 299, 300}},  // smallest above, not the exact fit
       {0, 0, 1, {1, 12, 25, 40, 299, 300}},     // nothing is served as one byte
   };
-  zuCacheManager cache(10, 50000);
+  zuCacheManager cache(kListCapacity, kPoolBudget);
   Blocks blocks;
   for (const Case& c : cases) {
     unsigned int size = c.size;
@@ -71,36 +108,37 @@ TEST(zuCacheManagerTest, ChoosesListWithinSizeAndTwiceSize) {
   EXPECT_EQ(reinterpret_cast<std::uintptr_t>(block) % zuMemoryCache::kAlignment, 0u);
 }
 
-// Sizes 200 and 150 share the list of 200-byte blocks (250 per pool). Size
-// 150 last saw the first pool; 200 fills it and moves on to a second. When
-// the first pool is released, size 150 must not be served from it.
+// Sizes 200 and 150 share the list of 200-byte blocks. Size 150 last saw
+// the first pool; 200 fills it and moves on to a second. When the first
+// pool is released, size 150 must not be served from it.
 TEST(zuCacheManagerTest, SizesSharingAListFollowItsPools) {
-  zuCacheManager cache(10, 50000);
-  std::vector<void*> first(250);
-  first[0] = cache.allocMemory(200);
+  zuCacheManager cache(kListCapacity, kPoolBudget);
+  void* front = cache.allocMemory(200);
+  std::vector<void*> first(Peer::list(cache, 0)->PoolBlockCount());
+  first[0] = front;
   void* shared = cache.allocMemory(150);
   for (std::size_t index = 1; index < first.size() - 1; ++index)
     first[index] = cache.allocMemory(200);
-  ASSERT_EQ(cache.ListCount(), 1u);
+  ASSERT_EQ(Peer::listCount(cache), 1u);
   void* second = cache.allocMemory(200);  // the first pool is full
-  ASSERT_EQ(cache.List(0)->PoolCount(), 2u);
+  ASSERT_EQ(Peer::list(cache, 0)->PoolCount(), 2u);
   EXPECT_NE(zuMemoryCache::FromBlock(second), zuMemoryCache::FromBlock(shared));
 
   zuCacheManager::freeMemory(shared);
   for (std::size_t index = 0; index < first.size() - 1; ++index)
     zuCacheManager::freeMemory(first[index]);
-  ASSERT_EQ(cache.List(0)->PoolCount(), 1u);  // the first pool is gone
+  ASSERT_EQ(Peer::list(cache, 0)->PoolCount(), 1u);  // the first pool is gone
   void* again = cache.allocMemory(150);
   EXPECT_EQ(zuMemoryCache::FromBlock(again), zuMemoryCache::FromBlock(second));
   zuCacheManager::freeMemory(again);
   zuCacheManager::freeMemory(second);
-  EXPECT_EQ(cache.ListCount(), 0u);
+  EXPECT_EQ(Peer::listCount(cache), 0u);
 }
 
 // A list whose only pool empties leaves the manager at once; taking its
 // block size again brings it back, and another list emptied retires it.
 TEST(zuCacheManagerTest, EmptiedListLeavesAndComesBack) {
-  zuCacheManager cache(10, 50000);
+  zuCacheManager cache(kListCapacity, kPoolBudget);
   const struct {
     unsigned int size;
     std::vector<std::size_t> listsWhileHeld;
@@ -110,20 +148,21 @@ TEST(zuCacheManagerTest, EmptiedListLeavesAndComesBack) {
     void* block = cache.allocMemory(step.size);
     std::memset(block, 0x5A, step.size);
     EXPECT_EQ(blockSizes(cache), step.listsWhileHeld);
-    EXPECT_EQ(cache.List(0)->PoolCount(), 1u);
+    EXPECT_EQ(Peer::list(cache, 0)->PoolCount(), 1u);
     zuCacheManager::freeMemory(block);
-    EXPECT_EQ(cache.ListCount(), 0u);
+    EXPECT_EQ(Peer::listCount(cache), 0u);
   }
 }
 
 TEST(zuCacheManagerTest, PoolsFillInAddressOrderAndReleaseWhenWhollyFree) {
-  zuCacheManager cache(10, 50000);
-  const unsigned int size = 1000;  // 50 blocks per pool
-  std::vector<void*> first;
-  for (int index = 0; index < 50; ++index) first.push_back(cache.allocMemory(size));
-  ASSERT_EQ(cache.ListCount(), 1u);
-  const zuMemoryCacheList* list = cache.List(0);
-  EXPECT_EQ(list->PoolBlockCount(), 50u);
+  zuCacheManager cache(kListCapacity, kPoolBudget);
+  const unsigned int size = 1000;
+  std::vector<void*> first{cache.allocMemory(size)};
+  ASSERT_EQ(Peer::listCount(cache), 1u);
+  const zuMemoryCacheList* list = Peer::list(cache, 0);
+  const std::size_t perPool = list->PoolBlockCount();
+  while (first.size() < perPool) first.push_back(cache.allocMemory(size));
+  EXPECT_EQ(list->PoolCount(), 1u);
   EXPECT_TRUE(std::is_sorted(first.begin(), first.end()));
 
   // A full front pool: a new pool goes in front.
@@ -135,7 +174,7 @@ TEST(zuCacheManagerTest, PoolsFillInAddressOrderAndReleaseWhenWhollyFree) {
   // Fill the new pool too, then free one block of the old one: the old pool,
   // the first with room, moves to the front and hands out that very block.
   std::vector<void*> second{extra};
-  for (int index = 1; index < 50; ++index) second.push_back(cache.allocMemory(size));
+  while (second.size() < perPool) second.push_back(cache.allocMemory(size));
   const zuMemoryCache* firstPool = zuMemoryCache::FromBlock(first[7]);
   zuCacheManager::freeMemory(first[7]);
   first[7] = cache.allocMemory(size);
@@ -149,7 +188,7 @@ TEST(zuCacheManagerTest, PoolsFillInAddressOrderAndReleaseWhenWhollyFree) {
 
   // The last pool of a list goes with its list.
   for (void* block : first) zuCacheManager::freeMemory(block);
-  EXPECT_EQ(cache.ListCount(), 0u);
+  EXPECT_EQ(Peer::listCount(cache), 0u);
 
   // ... and so do the direct-table entries of the small sizes it served.
   void* hundred = cache.allocMemory(100);
@@ -157,23 +196,19 @@ TEST(zuCacheManagerTest, PoolsFillInAddressOrderAndReleaseWhenWhollyFree) {
   EXPECT_EQ(blockSizes(cache), std::vector<std::size_t>{100});
   zuCacheManager::freeMemory(hundred);
   zuCacheManager::freeMemory(sixty);
-  EXPECT_EQ(cache.ListCount(), 0u);
+  EXPECT_EQ(Peer::listCount(cache), 0u);
   sixty = cache.allocMemory(60);
   EXPECT_EQ(zuMemoryCache::FromBlock(sixty)->BlockSize(), 60u);
   zuCacheManager::freeMemory(sixty);
 }
 
 TEST(zuCacheManagerTest, FreeingABlockWithoutPoolThrows) {
-  zuCacheManager cache(10, 50000);
+  zuCacheManager cache(kListCapacity, kPoolBudget);
   void* keep = cache.allocMemory(64);  // keeps the pool alive
   void* block = cache.allocMemory(64);
   zuCacheManager::freeMemory(block);
-  try {
-    zuCacheManager::freeMemory(block);  // freed twice: its header was cleared
-    ADD_FAILURE() << "no exception";
-  } catch (const zuExFull& error) {
-    EXPECT_TRUE(error.HasResId(16479));
-  }
+  // Freed twice: its header was cleared.
+  EXPECT_TRUE(zu::testing::thrown([&] { zuCacheManager::freeMemory(block); }).HasResId(16479));
   EXPECT_EQ(zuMemoryCache::FromBlock(keep)->InUse(), 1u);
   zuCacheManager::freeMemory(nullptr);
   zuCacheManager_free(keep);
@@ -192,7 +227,7 @@ TEST(zuCacheManagerTest, CachingOffUsesTheHeapAndBack) {
   EXPECT_EQ(size, 30u);
   void* fromOwn = own->allocMemory(50);  // any manager goes to the heap now
   void* fromFree = zuCacheManager_alloc(70);
-  EXPECT_EQ(global->ListCount(), 0u);
+  EXPECT_EQ(Peer::listCount(*global), 0u);
   std::free(fromMin);  // heap blocks: the sanitizers check the pairing
   zuCacheManager::freeMemory(fromOwn);
   zuCacheManager_free(fromFree);
@@ -205,35 +240,37 @@ TEST(zuCacheManagerTest, CachingOffUsesTheHeapAndBack) {
 }
 
 TEST(zuCacheManagerTest, ArenasAreDedicatedLargeOrSharedAndDropped) {
-  zuCacheManager cache(10, 50000);
-  zuCacheManager::ArenaInfo* big = cache.getArena(20000);
-  EXPECT_EQ(big->remaining, 20000u);
+  constexpr unsigned int kShared = zuCacheManager::kArenaBytes;
+  constexpr unsigned int kSlack = zuCacheManager::kArenaSlack;
+  zuCacheManager cache(kListCapacity, kPoolBudget);
+  zuCacheManager::ArenaInfo* big = cache.getArena(kShared + 4000);
+  EXPECT_EQ(big->remaining, kShared + 4000);
   EXPECT_EQ(big->full, 1);
-  EXPECT_EQ(cache.ArenaCount(), 0u);  // dedicated arenas are never searched
+  EXPECT_EQ(Peer::arenaCount(cache), 0u);  // dedicated arenas are never searched
 
   zuCacheManager::ArenaInfo* shared = cache.getArena(100);
-  EXPECT_EQ(shared->remaining, 16000u);
+  EXPECT_EQ(shared->remaining, kShared);
   EXPECT_EQ(shared->full, 0);
   char* first = static_cast<char*>(shared->Take(100));
-  EXPECT_EQ(shared->remaining, 16000u - 104u);  // steps of 8
+  EXPECT_EQ(shared->remaining, kShared - 104);  // steps of 8
   EXPECT_EQ(cache.getArena(5000), shared);
-  EXPECT_EQ(static_cast<char*>(shared->Take(15700)), first + 104);
-  EXPECT_EQ(shared->remaining, 192u);
+  EXPECT_EQ(static_cast<char*>(shared->Take(kShared - 104 - kSlack + 8)), first + 104);
+  EXPECT_EQ(shared->remaining, kSlack - 8);
 
   // Small requests still fit what is left; a larger one drops the arena,
-  // now under 200 bytes, and opens a new one.
-  EXPECT_EQ(cache.getArena(150), shared);
-  zuCacheManager::ArenaInfo* next = cache.getArena(300);
+  // now under the slack, and opens a new one.
+  EXPECT_EQ(cache.getArena(kSlack - 50), shared);
+  zuCacheManager::ArenaInfo* next = cache.getArena(kSlack + 100);
   EXPECT_NE(next, shared);
   EXPECT_EQ(shared->full, 1);
-  EXPECT_EQ(cache.ArenaCount(), 1u);
-  EXPECT_EQ(cache.getArena(150), next);
+  EXPECT_EQ(Peer::arenaCount(cache), 1u);
+  EXPECT_EQ(cache.getArena(kSlack - 50), next);
 }
 
 TEST(zuCacheManagerTest, BlocksOutliveTheirManager) {
   void* block = nullptr;
   {
-    zuCacheManager cache(10, 50000);
+    zuCacheManager cache(kListCapacity, kPoolBudget);
     block = cache.allocMemory(48);
     std::memset(block, 1, 48);
   }

@@ -2,17 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <memory>
+
+#include "zu/testing/zuCounted.h"
 
 namespace {
 
-// Burns CPU on the calling thread for at least `milliseconds` of wall time.
-void spin(int milliseconds) {
-  const auto until = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
-  volatile unsigned long sink = 0;
-  while (std::chrono::steady_clock::now() < until) sink = sink + 1;
-}
+using zu::testing::spin;
 
 TEST(zuPerformTimesTest, CountersGrowAndReset) {
   std::unique_ptr<zuPerformTimes> times(zuPerformTimes::NewPerformTimes());

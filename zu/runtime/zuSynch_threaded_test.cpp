@@ -1,6 +1,7 @@
 // Synchronisation objects, counters and anchors used across threads.
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 #include <memory>
 #include <thread>
@@ -9,6 +10,7 @@
 #include "zu/runtime/zuMutex.h"
 #include "zu/runtime/zuPerformTimes.h"
 #include "zu/runtime/zuTlsAnchor.h"
+#include "zu/testing/zuCounted.h"
 
 namespace {
 
@@ -18,18 +20,7 @@ std::unique_ptr<zuEvent> makeEvent(zuEvent::ResetType type) {
   return event;
 }
 
-// Burns CPU on the calling thread for at least `milliseconds` of wall time.
-void spin(int milliseconds) {
-  const auto until = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
-  volatile unsigned long sink = 0;
-  while (std::chrono::steady_clock::now() < until) sink = sink + 1;
-}
-
-struct Counted : zuTlsObject {
-  explicit Counted(int* destroyed) : destroyed_(destroyed) {}
-  ~Counted() override { ++*destroyed_; }
-  int* destroyed_;
-};
+using zu::testing::spin;
 
 TEST(zuMutexTest, ReleaseFromAnotherThreadIsRefused) {
   std::unique_ptr<zuMutex> mutex(zuMutex::NewMutex());
@@ -52,12 +43,12 @@ TEST(zuEventTest, PostFromAnotherThreadEndsATimedWait) {
 }
 
 TEST(zuTlsAnchorTest, EachThreadHasItsOwnAnchorReleasedAtExit) {
-  int destroyed = 0;
+  std::atomic<int> destroyed{0};
   zuTlsAnchor* mine = zuTlsAnchor::GetTlsAnchor();
   zuTlsAnchor* theirs = nullptr;
   std::thread([&] {
     theirs = zuTlsAnchor::GetTlsAnchor();
-    theirs->RegisterTlsObject(new Counted(&destroyed));
+    theirs->RegisterTlsObject(new zu::testing::CountedTlsObject(destroyed));
   }).join();
   EXPECT_NE(theirs, mine);
   EXPECT_EQ(destroyed, 1);

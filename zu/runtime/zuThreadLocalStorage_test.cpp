@@ -2,29 +2,26 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+
 #include "zu/core/zuException.h"
 #include "zu/runtime/internal/zuThreadTable.h"
+#include "zu/testing/zuCounted.h"
+#include "zu/testing/zuThrown.h"
 
 namespace {
 
 using Tls = zuThreadLocalStorage;
 
-struct CountedStorage : zuThreadStorage {
-  explicit CountedStorage(int* destroyed) : destroyed_(destroyed) {}
-  ~CountedStorage() override { ++*destroyed_; }
-  int* destroyed_;
-};
+using zu::testing::CountedStorage;
 
 TEST(zuThreadLocalStorageTest, SlotNumbersAreChecked) {
-  EXPECT_THROW(Tls::getThreadStorage(static_cast<Tls::eCacheType>(-1)), zuExFull);
-  EXPECT_THROW(Tls::setThreadStorage(Tls::eCacheTypeCount, nullptr), zuExFull);
-  EXPECT_THROW(Tls::resetThreadStorage(Tls::eCacheTypeCount), zuExFull);
-  try {
-    Tls::getThreadStorage(Tls::eCacheTypeCount);
-    FAIL();
-  } catch (zuExFull& error) {
-    EXPECT_TRUE(error.HasResId(16479));
-  }
+  using zu::testing::thrown;
+  EXPECT_TRUE(
+      thrown([] { Tls::getThreadStorage(static_cast<Tls::eCacheType>(-1)); }).HasResId(16479));
+  EXPECT_TRUE(thrown([] { Tls::getThreadStorage(Tls::eCacheTypeCount); }).HasResId(16479));
+  EXPECT_TRUE(thrown([] { Tls::setThreadStorage(Tls::eCacheTypeCount, nullptr); }).HasResId(16479));
+  EXPECT_TRUE(thrown([] { Tls::resetThreadStorage(Tls::eCacheTypeCount); }).HasResId(16479));
   EXPECT_NO_THROW(Tls::getThreadStorage(Tls::eUnusedSlot13));
 }
 
@@ -34,8 +31,8 @@ TEST(zuThreadLocalStorageTest, FirstQueryRegistersAndSetNeedsAnEntry) {
   const unsigned int self = Tls::getThreadId();
   EXPECT_EQ(table.find(self), nullptr);
 
-  int destroyed = 0;
-  auto* early = new CountedStorage(&destroyed);
+  std::atomic<int> destroyed{0};
+  auto* early = new CountedStorage(destroyed);
   Tls::setThreadStorage(Tls::eAtomTable, early);  // no entry yet: ignored
   EXPECT_EQ(table.find(self), nullptr);
   delete early;
@@ -43,7 +40,7 @@ TEST(zuThreadLocalStorageTest, FirstQueryRegistersAndSetNeedsAnEntry) {
 
   EXPECT_EQ(Tls::getThreadStorage(Tls::eAtomTable), nullptr);
   EXPECT_NE(table.find(self), nullptr);
-  auto* atoms = new CountedStorage(&destroyed);
+  auto* atoms = new CountedStorage(destroyed);
   Tls::setThreadStorage(Tls::eAtomTable, atoms, self);
   EXPECT_EQ(Tls::getThreadStorage(Tls::eAtomTable, 0), atoms);
   EXPECT_EQ(Tls::getThreadStorage(Tls::eCacheManager), nullptr);
@@ -53,11 +50,11 @@ TEST(zuThreadLocalStorageTest, FirstQueryRegistersAndSetNeedsAnEntry) {
 }
 
 TEST(zuThreadLocalStorageTest, ResetDestroysSlotObjects) {
-  int destroyed = 0;
+  std::atomic<int> destroyed{0};
   Tls::getThreadStorage(Tls::eTraceHandler);
-  Tls::setThreadStorage(Tls::eTraceHandler, new CountedStorage(&destroyed));
-  Tls::setThreadStorage(Tls::eCacheManager, new CountedStorage(&destroyed));
-  Tls::setThreadStorage(Tls::eCharConverterCache, new CountedStorage(&destroyed));
+  Tls::setThreadStorage(Tls::eTraceHandler, new CountedStorage(destroyed));
+  Tls::setThreadStorage(Tls::eCacheManager, new CountedStorage(destroyed));
+  Tls::setThreadStorage(Tls::eCharConverterCache, new CountedStorage(destroyed));
 
   Tls::resetThreadStorage(Tls::eTraceHandler);
   Tls::resetThreadStorage(Tls::eTraceHandler);  // empty slot: nothing
@@ -77,11 +74,11 @@ struct CacheUser : zuThreadStorage {
 };
 
 TEST(zuThreadLocalStorageTest, BlockCacheOutlivesTheOtherSlots) {
-  int destroyed = 0;
+  std::atomic<int> destroyed{0};
   zuThreadStorage* seenByTrace = nullptr;
   zuThreadStorage* seenByConverters = nullptr;
   Tls::getThreadStorage(Tls::eCacheManager);
-  auto* cache = new CountedStorage(&destroyed);
+  auto* cache = new CountedStorage(destroyed);
   Tls::setThreadStorage(Tls::eCacheManager, cache);
   Tls::setThreadStorage(Tls::eCharConverterCache, new CacheUser(&seenByConverters));
   Tls::setThreadStorage(Tls::eTraceHandler, new CacheUser(&seenByTrace));

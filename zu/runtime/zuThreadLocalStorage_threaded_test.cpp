@@ -7,6 +7,7 @@
 #include "zu/runtime/internal/zuThreadTable.h"
 #include "zu/runtime/zuEvent.h"
 #include "zu/runtime/zuThreadLocalStorage.h"
+#include "zu/testing/zuCounted.h"
 
 namespace {
 
@@ -19,16 +20,12 @@ constexpr int kHammerIterations = 300;
 constexpr int kHammerIterations = 2000;
 #endif
 
-struct Counted : zuThreadStorage {
-  explicit Counted(std::atomic<int>* destroyed) : destroyed_(destroyed) {}
-  ~Counted() override { ++*destroyed_; }
-  std::atomic<int>* destroyed_;
-};
+using Counted = zu::testing::CountedStorage;
 
 void fillSlots(std::atomic<int>* destroyed) {
   for (Tls::eCacheType slot : {Tls::eCharConverterCache, Tls::eAtomTable, Tls::eCacheManager}) {
     EXPECT_EQ(Tls::getThreadStorage(slot), nullptr);
-    Tls::setThreadStorage(slot, new Counted(destroyed));
+    Tls::setThreadStorage(slot, new Counted(*destroyed));
   }
 }
 
@@ -99,7 +96,7 @@ TEST(zuThreadLocalStorageThreadedTest, ConcurrentGetSetAndThreadTurnover) {
       for (int i = 0; i < kHammerIterations; ++i) {
         const auto slot = static_cast<Tls::eCacheType>(i % Tls::eCacheTypeCount);
         if (Tls::getThreadStorage(slot, self) == nullptr) {
-          auto* mine = new Counted(&destroyed);
+          auto* mine = new Counted(destroyed);
           ++created;
           Tls::setThreadStorage(slot, mine);
           if (Tls::getThreadStorage(slot) != mine) mixedUp = true;
@@ -114,7 +111,7 @@ TEST(zuThreadLocalStorageThreadedTest, ConcurrentGetSetAndThreadTurnover) {
     for (int i = 0; i < kHammerIterations / 50; ++i) {
       std::thread([&] {
         Tls::getThreadStorage(Tls::eAtomTable);
-        Tls::setThreadStorage(Tls::eAtomTable, new Counted(&destroyed));
+        Tls::setThreadStorage(Tls::eAtomTable, new Counted(destroyed));
         ++created;
       }).join();
     }

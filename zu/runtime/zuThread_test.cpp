@@ -8,18 +8,12 @@
 #include "zu/runtime/zuEvent.h"
 #include "zu/runtime/zuThreadLocalStorage.h"
 #include "zu/runtime/zuTlsAnchor.h"
+#include "zu/testing/zuCounted.h"
 
 namespace {
 
-struct Counted : zuThreadStorage {
-  ~Counted() override { ++destroyed; }
-  static inline std::atomic<int> destroyed{0};
-};
-
-struct CountedTls : zuTlsObject {
-  ~CountedTls() override { ++destroyed; }
-  static inline std::atomic<int> destroyed{0};
-};
+using zu::testing::CountedStorage;
+using zu::testing::CountedTlsObject;
 
 // What the three functions saw, and two events to hold the work function.
 struct Probe {
@@ -28,6 +22,7 @@ struct Probe {
   std::atomic<zuThread*> thread{nullptr};
   std::atomic<int> startUpState{-1}, workState{-1}, stateAfterStop{-1}, exitState{-1};
   std::atomic<bool> workHadPerformance{false};
+  std::atomic<int> slotObjectsDestroyed{0}, anchorObjectsDestroyed{0};
 };
 
 unsigned int startUp(void* arg) {
@@ -42,8 +37,10 @@ unsigned int work(void* arg) {
   probe->workState = probe->thread.load()->State();
   probe->workHadPerformance = probe->thread.load()->Performance() != nullptr;
   zuThreadLocalStorage::getThreadStorage(zuThreadLocalStorage::eTraceHandler);
-  zuThreadLocalStorage::setThreadStorage(zuThreadLocalStorage::eTraceHandler, new Counted);
-  zuTlsAnchor::GetTlsAnchor()->RegisterTlsObject(new CountedTls);
+  zuThreadLocalStorage::setThreadStorage(zuThreadLocalStorage::eTraceHandler,
+                                         new CountedStorage(probe->slotObjectsDestroyed));
+  zuTlsAnchor::GetTlsAnchor()->RegisterTlsObject(
+      new CountedTlsObject(probe->anchorObjectsDestroyed));
   probe->running->Post();
   probe->release->WaitForever();
   probe->stateAfterStop = probe->thread.load()->State();
@@ -58,8 +55,6 @@ unsigned int onExit(void* arg) {
 
 TEST(zuThreadTest, BodyRunsThroughTheStatesAndCleansUp) {
   Probe probe;
-  const int destroyedBefore = Counted::destroyed;
-  const int anchorObjectsBefore = CountedTls::destroyed;
   std::unique_ptr<zuThread> thread(
       zuThread::NewThread(0, zuThread::eBelowNormal, nullptr, &probe, startUp, onExit));
   ASSERT_TRUE(thread->Created());
@@ -83,8 +78,8 @@ TEST(zuThreadTest, BodyRunsThroughTheStatesAndCleansUp) {
   EXPECT_EQ(probe.stateAfterStop, zuThread::eStopRequested);
   EXPECT_EQ(probe.exitState, zuThread::eAvailable);
   EXPECT_EQ(thread->State(), zuThread::eExited);
-  EXPECT_EQ(Counted::destroyed, destroyedBefore + 1);
-  EXPECT_EQ(CountedTls::destroyed, anchorObjectsBefore + 1);
+  EXPECT_EQ(probe.slotObjectsDestroyed, 1);
+  EXPECT_EQ(probe.anchorObjectsDestroyed, 1);
   EXPECT_EQ(thread->Stats().FunctionsRun(), 1u);
   EXPECT_EQ(thread->StopFunction().RetCode(), zuThreadRet::eNotRunning);
   EXPECT_EQ(thread->Start(work, &probe).RetCode(), zuThreadRet::eNotAvailable);

@@ -2,20 +2,20 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+
+#include "zu/testing/zuCounted.h"
+
 namespace {
 
-struct Counted : zuTlsObject {
-  explicit Counted(int* destroyed) : destroyed_(destroyed) {}
-  ~Counted() override { ++*destroyed_; }
-  int* destroyed_;
-};
+using Counted = zu::testing::CountedTlsObject;
 
 TEST(zuTlsAnchorTest, ObjectsGetConsecutiveIndicesAndDieWithTheAnchor) {
-  int destroyed = 0;
+  std::atomic<int> destroyed{0};
   zuTlsAnchor* anchor = zuTlsAnchor::GetTlsAnchor();
   EXPECT_EQ(zuTlsAnchor::GetTlsAnchor(), anchor);
-  auto* first = new Counted(&destroyed);
-  auto* second = new Counted(&destroyed);
+  auto* first = new Counted(destroyed);
+  auto* second = new Counted(destroyed);
   const int firstIndex = anchor->RegisterTlsObject(first);
   const int secondIndex = anchor->RegisterTlsObject(second);
   EXPECT_EQ(secondIndex, firstIndex + 1);
@@ -32,8 +32,8 @@ TEST(zuTlsAnchorTest, ObjectsGetConsecutiveIndicesAndDieWithTheAnchor) {
 TEST(zuTlsAnchorTest, SizeAndSingletonRelease) {
   zuTlsAnchor::SetSize(8);
   EXPECT_EQ(zuTlsAnchor::Size(), 8u);
-  int destroyed = 0;
-  zuTlsAnchor::GetTlsAnchor()->RegisterTlsObject(new Counted(&destroyed));
+  std::atomic<int> destroyed{0};
+  zuTlsAnchor::GetTlsAnchor()->RegisterTlsObject(new Counted(destroyed));
   zuTlsAnchor::ReleaseTlsAnchorSingletons();
   EXPECT_EQ(destroyed, 1);
   EXPECT_NE(zuTlsAnchor::GetTlsAnchor(), nullptr);  // the slot is made again

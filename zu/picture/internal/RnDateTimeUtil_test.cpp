@@ -4,8 +4,6 @@
 
 #include <string>
 
-#include "zu/locale/RnData.h"
-
 namespace zu::internal {
 namespace {
 
@@ -15,8 +13,7 @@ TEST(RnDateTimeUtilTest, WritesNumbersInEachForm) {
     int width;
     NumeralStyle style;
     const char* expected;
-  };
-  const Case cases[] = {
+  } const cases[] = {
       {7, 2, {NumeralForm::kLocale, '0'}, "07"},
       {2024, 4, {NumeralForm::kLocale, '0'}, "2024"},
       {5, 3, {NumeralForm::kLocale, 0x0660}, "\xD9\xA0\xD9\xA0\xD9\xA5"},
@@ -45,22 +42,23 @@ TEST(RnDateTimeUtilTest, ReadsDigitsOfAnyFormAndRespectsCounts) {
     int minDigits, maxDigits;
     int expectedEnd;  // -1: no number
     int expectedValue;
-  };
-  const Case cases[] = {
+  } const cases[] = {
       {"05x", 0, 1, 2, 2, 5},
       {"5", 0, 2, 2, -1, 0},
       {"12345", 0, 1, 3, 3, 123},
       {"a7", 1, 1, 1, 2, 7},
       {"x", 0, 1, 2, -1, 0},
       {"", 0, 1, 2, -1, 0},
-      {"\xD9\xA1\xD9\xA2", 0, 2, 2, 4, 12},            // Arabic-Indic
-      {"\xEF\xBC\x91" "5", 0, 1, 2, 4, 15},            // full-width then ASCII
-      {"\xE0\xB9\x92\xE0\xB9\x95", 0, 1, 2, 6, 25},    // Thai
+      {"\xD9\xA1\xD9\xA2", 0, 2, 2, 4, 12},  // Arabic-Indic
+      {"\xEF\xBC\x91"
+       "5",
+       0, 1, 2, 4, 15},                              // full-width then ASCII
+      {"\xE0\xB9\x92\xE0\xB9\x95", 0, 1, 2, 6, 25},  // Thai
       {"十二月", 0, 2, 2, 6, 12},
       {"五日", 0, 2, 2, 3, 5},
       {"二十一", 0, 1, 2, 9, 21},
       {"二〇二四年", 0, 4, 4, 12, 2024},
-      {"二〇二四年", 0, 1, 2, -1, 0},                  // 2024 needs four digits
+      {"二〇二四年", 0, 1, 2, -1, 0},  // 2024 needs four digits
       {"〇十", 0, 1, 2, 3, 0},
       {"9999999999", 0, 1, 12, 9, 999999999},
   };
@@ -90,14 +88,13 @@ TEST(RnDateTimeUtilTest, RoundTripsEveryFormThroughReading) {
   }
 }
 
+// FF01-FF5E mirror ASCII 21-7E; the space and everything else map to
+// themselves.
 TEST(RnDateTimeUtilTest, MapsFullWidthCharacters) {
-  EXPECT_EQ(fullWidthToAscii(0xFF21), uint32_t{'A'});
-  EXPECT_EQ(fullWidthToAscii(0xFF01), uint32_t{'!'});
-  EXPECT_EQ(fullWidthToAscii(0xFF5E), uint32_t{'~'});
-  EXPECT_EQ(fullWidthToAscii(0xFF5F), 0xFF5Fu);
-  EXPECT_EQ(fullWidthToAscii('D'), uint32_t{'D'});
-  EXPECT_EQ(asciiToFullWidth(':'), 0xFF1Au);
-  EXPECT_EQ(asciiToFullWidth(' '), uint32_t{' '});
+  const std::pair<uint32_t, uint32_t> wideToAscii[] = {
+      {0xFF01, '!'}, {0xFF21, 'A'}, {0xFF5E, '~'}, {0xFF5F, 0xFF5F}, {'D', 'D'}};
+  for (const auto& [wide, ascii] : wideToAscii) EXPECT_EQ(fullWidthToAscii(wide), ascii);
+  EXPECT_TRUE(asciiToFullWidth(':') == 0xFF1A && asciiToFullWidth(' ') == ' ');
 }
 
 TEST(RnDateTimeUtilTest, MatchesNamesIgnoringCaseLongestFirst) {
@@ -105,16 +102,11 @@ TEST(RnDateTimeUtilTest, MatchesNamesIgnoringCaseLongestFirst) {
   struct Case {
     const char* text;
     unsigned pos;
-    int expectedEnd;
-    int expectedIndex;
-  };
-  const Case cases[] = {
-      {"june 5", 0, 4, 1},
-      {"JUN 5", 0, 3, 0},
-      {"x Mai", 2, 5, 4},
-      {"\xC3\x89T\xC3\x89", 0, 5, 3},  // upper-case accented letters
-      {"Ju", 0, -1, -1},
-      {"", 0, -1, -1},
+    int expectedEnd, expectedIndex;
+  } const cases[] = {
+      {"june 5", 0, 4, 1}, {"JUN 5", 0, 3, 0},
+      {"x Mai", 2, 5, 4},  {"\xC3\x89T\xC3\x89", 0, 5, 3},  // upper-case accented letters
+      {"Ju", 0, -1, -1},   {"", 0, -1, -1},
   };
   for (const Case& c : cases) {
     int index = -1;
@@ -126,14 +118,10 @@ TEST(RnDateTimeUtilTest, MatchesNamesIgnoringCaseLongestFirst) {
 TEST(RnDateTimeUtilTest, SplitsPicturesIntoSymbolsAndLiterals) {
   // Each item as kind letter (S symbol, L literal, Q quoted), character, count.
   struct Case {
-    const char* picture;
-    const char* expected;
-  };
-  const Case cases[] = {
-      {"MMM D, YYYY", "S:M3 L:  S:D1 L:, L:  S:Y4"},
-      {"'Day' D", "Q:D1 Q:a1 Q:y1 L:  S:D1"},
-      {"'it''s'''", "Q:i1 Q:t1 Q:'1 Q:s1 Q:'1"},
-      {"\xEF\xBC\xB9\xEF\xBC\xB9Y", "F:Y2 S:Y1"},
+    const char *picture, *expected;
+  } const cases[] = {
+      {"MMM D, YYYY", "S:M3 L:  S:D1 L:, L:  S:Y4"}, {"'Day' D", "Q:D1 Q:a1 Q:y1 L:  S:D1"},
+      {"'it''s'''", "Q:i1 Q:t1 Q:'1 Q:s1 Q:'1"},     {"\xEF\xBC\xB9\xEF\xBC\xB9Y", "F:Y2 S:Y1"},
       {"x'open", "L:x1 Q:o1 Q:p1 Q:e1 Q:n1"},
   };
   for (const Case& c : cases) {
@@ -150,11 +138,6 @@ TEST(RnDateTimeUtilTest, SplitsPicturesIntoSymbolsAndLiterals) {
     }
     EXPECT_EQ(described, c.expected) << c.picture;
   }
-}
-
-TEST(RnDateTimeUtilTest, TakesTheLocaleZeroDigit) {
-  EXPECT_EQ(localeZeroDigit(RnData("en_US")), uint32_t{'0'});
-  EXPECT_EQ(localeZeroDigit(RnData("ar")), 0x0660u);
 }
 
 }  // namespace

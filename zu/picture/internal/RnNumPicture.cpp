@@ -2,8 +2,6 @@
 
 #include <cstring>
 
-#include "zu/core/zuException.h"
-#include "zu/core/zuMessageIds.h"
 
 namespace zu::internal {
 
@@ -141,6 +139,12 @@ char NumPictureReader::symbolAt(size_t pos, size_t& bytes) const {
   return numericSymbol(decodeUtf8(picture_, length_, pos, bytes));
 }
 
+bool NumPictureReader::fault() {
+  faulty_ = true;
+  pos_ = length_;
+  return false;
+}
+
 bool NumPictureReader::next(NumPictureItem& item) {
   if (pos_ >= length_) return false;
   const size_t start = pos_;
@@ -148,7 +152,7 @@ bool NumPictureReader::next(NumPictureItem& item) {
     size_t end = pos_ + 1;
     for (;;) {
       const void* quote = std::memchr(picture_ + end, '\'', length_ - end);
-      if (quote == nullptr) ZuExThrow(zuMessageIds::kInvalidArgument);
+      if (quote == nullptr) return fault();
       end = static_cast<size_t>(static_cast<const char*>(quote) - picture_);
       if (end + 1 < length_ && picture_[end + 1] == '\'') {
         end += 2;
@@ -179,13 +183,13 @@ bool NumPictureReader::next(NumPictureItem& item) {
   item.count = 0;
   if (isPairLetter(symbol)) {
     const char partner = pairPartner(symbol, reversed_);
-    if (partner == 0) ZuExThrow(zuMessageIds::kInvalidArgument);
+    if (partner == 0) return fault();
     item.symbol = reversed_ ? partner : symbol;
     while (pos_ < length_) {
       size_t firstBytes = 0, secondBytes = 0;
       if (symbolAt(pos_, firstBytes) != symbol) break;
       if (pos_ + firstBytes >= length_ || symbolAt(pos_ + firstBytes, secondBytes) != partner) {
-        ZuExThrow(zuMessageIds::kInvalidArgument);
+        return fault();
       }
       pos_ += firstBytes + secondBytes;
       ++item.count;

@@ -12,6 +12,10 @@
 
 namespace zu::internal {
 
+// Numbers this many characters wide or wider (digits and point) are not
+// written: a picture or DblToStr asking for one fails.
+inline constexpr int kMaxWidth = 326;
+
 struct NumPictureItem {
   enum Kind { kSymbol, kLiteral, kQuoted };
   Kind kind = kSymbol;
@@ -32,11 +36,15 @@ class NumPictureReader {
  public:
   NumPictureReader(const char* picture, size_t length, bool reversed)
       : picture_(picture), length_(length), reversed_(reversed) {}
-  // The next item; false at the end. Throws ZuExThrow(16479) for an
-  // unterminated quoted literal or a pair letter without its partner.
+  // The next item; false at the end, and false with faulty() set at an
+  // unterminated quoted literal or a pair letter without its partner (the
+  // picture is not a numeric picture).
   bool next(NumPictureItem& item);
+  bool faulty() const { return faulty_; }
 
  private:
+  // Marks the picture faulty and ends the reading; returns false.
+  bool fault();
   // The symbol at `pos` (0 when none) and the bytes it takes.
   char symbolAt(size_t pos, size_t& bytes) const;
 
@@ -44,6 +52,7 @@ class NumPictureReader {
   size_t length_;
   bool reversed_;
   size_t pos_ = 0;
+  bool faulty_ = false;
 };
 
 // The ASCII numeric symbol that the code point stands for, or 0.

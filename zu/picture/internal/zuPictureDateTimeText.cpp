@@ -2,6 +2,7 @@
 
 #include "zu/picture/internal/zuPictureScan.h"
 #include "zu/picture/zuPicture.h"
+#include "zu/picture/internal/zuPictureGrammarPieces.h"
 
 namespace zu::internal {
 
@@ -25,7 +26,7 @@ void collectSegments(const zuString& picture, const zuString& locale,
     unsigned int next = pos;
     const unsigned int character = pictureCharAt(picture, pos, next);
     zuString literal;
-    if (character == '\'' && zuPicture::getLiteralSubstr(picture, pos, next, &literal)) {
+    if (character == '\'' && zu::internal::getLiteralSubstr(picture, pos, next, &literal)) {
       appendLiteral(segments, literal);
       pos = next;
       continue;
@@ -34,7 +35,7 @@ void collectSegments(const zuString& picture, const zuString& locale,
     zuString category;
     zuString itemLocale = locale;
     zuString body;
-    if (zuPicture::isCharAlphabetic(character) && readSubPicture(picture, pos, item) &&
+    if (zu::internal::isCharAlphabetic(character) && readSubPicture(picture, pos, item) &&
         resolveSubPicture(item, category, itemLocale, body, true)) {
       if (item.word.CompareNoCase(zuPicture::getDATE()) == 0) {
         segments.push_back({DateTimeSegment::kDate, zuString()});

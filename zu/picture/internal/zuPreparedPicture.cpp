@@ -8,6 +8,7 @@
 #include "zu/core/internal/zuThreadMemo.h"
 #include "zu/picture/internal/zuPictureScan.h"
 #include "zu/picture/zuPicture.h"
+#include "zu/picture/internal/zuPictureGrammarPieces.h"
 
 namespace zu::internal {
 
@@ -87,7 +88,7 @@ PictureKind classify(const zuString& alternative, zuString& datePicture, zuStrin
   if (zuPicture::isDatePicture(alternative)) return PictureKind::kDate;
   if (zuPicture::isTimePicture(alternative)) return PictureKind::kTime;
   if (zuPicture::isTextPicture(alternative)) return PictureKind::kText;
-  if (zuPicture::isCompoundPicture(alternative)) return PictureKind::kCompound;
+  if (zu::internal::isCompoundPicture(alternative)) return PictureKind::kCompound;
   return PictureKind::kNone;
 }
 
@@ -116,7 +117,7 @@ void addAlternative(const zuString& text, const zuString& locale, PreparedPictur
     alternative.body = peelSubPicture(text, *word, alternative.bodyLocale);
   }
   alternative.takesNull = zuPicture::isNullPicture(text) != 0;
-  alternative.takesEmpty = zuPicture::isEmptyPicture(text) != 0;
+  alternative.takesEmpty = zu::internal::isEmptyPicture(text) != 0;
   prepared.alternatives.push_back(std::move(alternative));
 }
 
@@ -126,7 +127,7 @@ void prepare(const zuString& picture, const zuString& locale, PreparedPicture& p
   prepared.readable = zuPicture::getAlternates(picture, written) != 0;
   if (!prepared.readable) return;
   for (unsigned int i = 0; i < written.GetSize(); ++i) {
-    const zuString alternative = expandPictureStyles(zuPicture::interpret(written[i]), locale);
+    const zuString alternative = expandPictureStyles(zu::internal::interpret(written[i]), locale);
     unsigned int bar = 0;
     zuStorage<zuString> pieces;
     if (alternative.CharInString('|', bar) && zuPicture::getAlternates(alternative, pieces)) {
