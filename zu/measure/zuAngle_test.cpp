@@ -28,8 +28,7 @@ TEST(zuAngleTest, OutOfRangeThrowsAndKeepsTheAngle) {
       [](zuAngle& a) { a.Angle(1e300); },
       [](zuAngle& a) { a = zuAngle(-1); },
       [](zuAngle& a) { a = zuAngle(361); },
-      [nan](zuAngle& a) { a = zuAngle(nan); },
-  };
+      [nan](zuAngle& a) { a = zuAngle(nan); }};
   for (const auto& failure : failures) {
     zuAngle angle(45);
     EXPECT_EQ(thrown([&] { failure(angle); }).FirstResId(), 17174);

@@ -10,12 +10,9 @@
 
 namespace {
 
+using zu::internal::point;
 using zu::internal::span;
 using zu::testing::thrown;
-
-zuCoordPair point(long x, long y) {
-  return zuCoordPair(span(3, x), span(3, y));
-}
 
 TEST(zuCoordPairTest, OrdersByYThenX) {
   const struct {

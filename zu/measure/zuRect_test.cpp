@@ -10,15 +10,12 @@
 
 namespace {
 
+using zu::internal::point;
 using zu::internal::span;
 using zu::testing::thrown;
 
 zuUnitSpan mp(long value) {
   return span(3, value);
-}
-
-zuCoordPair point(long x, long y) {
-  return zuCoordPair(mp(x), mp(y));
 }
 
 zuRect rect(long left, long top, long right, long bottom) {
@@ -50,8 +47,7 @@ TEST(zuRectTest, SettersKeepTheEdgesInOrder) {
       {[](zuRect& r) { r.BottomRight(point(-3, 4)); }, rect(-3, 0, 0, 4)},
       {[](zuRect& r) { r += point(1, 2); }, rect(1, 2, 11, 12)},
       {[](zuRect& r) { r -= point(1, 2); }, rect(-1, -2, 9, 8)},
-      {[](zuRect& r) { r += point(2147483647, 0); }, rect(-2147483639, 0, 2147483647, 10)},
-  };
+      {[](zuRect& r) { r += point(2147483647, 0); }, rect(-2147483639, 0, 2147483647, 10)}};
   for (const auto& c : cases) {
     zuRect r = rect(0, 0, 10, 10);
     c.set(r);

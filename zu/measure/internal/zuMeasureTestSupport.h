@@ -1,10 +1,10 @@
-// Test support for the measurement classes: spans made in one call, and how
-// GoogleTest prints spans, points and rectangles.
+// Test support for the measurement classes: spans and points made in one
+// call, and how GoogleTest prints spans.
 #pragma once
 
 #include <ostream>
 
-#include "zu/measure/zuRect.h"
+#include "zu/measure/zuCoordPair.h"
 #include "zu/measure/zuUnitSpan.h"
 
 namespace zu::internal {
@@ -18,23 +18,14 @@ inline zuUnitSpan span(unsigned code, long value) {
   return zuUnitSpan(static_cast<zuUnitSpan::UnitCode>(code), value);
 }
 
+// A point in millipoints (unit 3).
+inline zuCoordPair point(long x, long y) {
+  return zuCoordPair(span(3, x), span(3, y));
+}
+
 }  // namespace zu::internal
 
-// How GoogleTest shows the values in a failure: unit/value.
+// How GoogleTest shows a span in a failure: unit/value.
 inline void PrintTo(const zuUnitSpan& value, std::ostream* out) {
   *out << static_cast<unsigned>(value.Units()) << "/" << value.Value();
-}
-
-inline void PrintTo(const zuCoordPair& point, std::ostream* out) {
-  *out << "(";
-  PrintTo(point.X(), out);
-  *out << ", ";
-  PrintTo(point.Y(), out);
-  *out << ")";
-}
-
-inline void PrintTo(const zuRect& rect, std::ostream* out) {
-  PrintTo(rect.TopLeft(), out);
-  *out << "-";
-  PrintTo(rect.BottomRight(), out);
 }
