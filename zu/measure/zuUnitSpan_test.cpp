@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <functional>
 #include <random>
-#include <regex>
 #include <string>
 
 #include "zu/core/zuExErrItem.h"
@@ -141,8 +140,8 @@ TEST(zuUnitSpanTest, StrictReadingFollowsEachTransition) {
   EXPECT_EQ(data.reciprocal, 1);  // preset by the caller
 }
 
-// An independent reader of the strict form: a regular expression for the
-// shape and 128-bit arithmetic for the value.
+// An independent reader of the strict form: the text cut into its pieces
+// with std::string's searches, 128-bit arithmetic for the value.
 struct Reading {
   int ok = 0;
   unsigned unit = 255;
@@ -152,33 +151,51 @@ struct Reading {
 
 Reading referenceRead(const std::string& text, unsigned defaultUnit, bool negatives,
                       bool reciprocal, bool percents) {
-  static const std::regex shape(
-      R"(^ *(?:([+-]) *)?(?:(\d+)(?:\.(\d*))?|\.(\d+))([ /]*)(%|([A-Za-z]+) *)?$)");
-  std::smatch m;
-  Reading r;
-  if (!std::regex_match(text, m, shape) || (m[1] == "-" && !negatives) ||
-      (m[6] == "%" && !percents) || std::count(m[5].first, m[5].second, '/') > 1) {
-    return r;
+  const auto skip = [&](const char* set, size_t from) {
+    return std::min(text.find_first_not_of(set, from), text.size());
+  };
+  size_t at = skip(" ", 0);
+  const bool negative = at < text.size() && text[at] == '-';
+  if (at < text.size() && (text[at] == '+' || (negative && negatives))) at = skip(" ", at + 1);
+  const size_t integerEnd = skip("0123456789", at);
+  const std::string integerDigits = text.substr(at, integerEnd - at);
+  std::string fractionDigits;
+  at = integerEnd;
+  if (at < text.size() && text[at] == '.') {
+    at = skip("0123456789", integerEnd + 1);
+    fractionDigits = text.substr(integerEnd + 1, at - integerEnd - 1);
   }
+  const size_t gapEnd = skip(" /", at);
+  const std::string gap = text.substr(at, gapEnd - at), rest = text.substr(gapEnd);
+  const size_t lettersEnd = std::min(
+      rest.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz"), rest.size());
+  std::string letters = rest.substr(0, lettersEnd);
+  Reading r;
+  r.percent = rest == "%";
+  const bool wellFormed =
+      (negatives || !negative) && (!integerDigits.empty() || !fractionDigits.empty()) &&
+      std::count(gap.begin(), gap.end(), '/') <= 1 && (!r.percent || percents) &&
+      (r.percent || rest.find_first_not_of(' ', lettersEnd) == std::string::npos) &&
+      (rest.empty() || r.percent || !letters.empty());
+  if (!wellFormed) return Reading();
   __int128 integer = 0;
-  for (char c : m[2].str()) integer = std::min<__int128>(integer * 10 + (c - '0'), kMax);
-  const std::string fraction = (m[3].matched ? m[3].str() : m[4].str()).substr(0, 8);
+  for (char c : integerDigits) integer = std::min<__int128>(integer * 10 + (c - '0'), kMax);
   __int128 divisor = 1;
-  for (char c : fraction) r.fractionDigits = r.fractionDigits * 10 + (c - '0'), divisor *= 10;
+  for (char c : fractionDigits.substr(0, 8)) {
+    r.fractionDigits = r.fractionDigits * 10 + (c - '0'), divisor *= 10;
+  }
   r.integerPart = static_cast<long>(integer);
-  r.reciprocal = reciprocal || m[5].str().find('/') != std::string::npos;
-  r.percent = m[6] == "%";
+  r.reciprocal = reciprocal || gap.find('/') != std::string::npos;
   const struct {
     const char* name;
     unsigned code;
     __int128 units;
   } units[] = {{"pt", 19, 1000}, {"mm", 17, 25000}, {"in", 3, 72000}, {"cm", 1, 250000},
                {"mp", 35, 1},    {"pc", 51, 12000}, {"", 0, 1000000}};
-  std::string letters = m[7].str();
-  for (char& c : letters) c = static_cast<char>(std::tolower(c));
+  for (char& c : letters) c = static_cast<char>(c | 0x20);
   for (const auto& u : units) {
-    const bool chosen = m[7].matched ? *u.name != '\0' && letters == u.name
-                                     : u.code == (defaultUnit == 255 ? 3 : defaultUnit);
+    const bool chosen = !letters.empty() ? *u.name != '\0' && letters == u.name
+                                         : u.code == (defaultUnit == 255 ? 3 : defaultUnit);
     if (r.percent || !chosen) continue;
     __int128 value = std::min<__int128>(
         u.units * integer + (2 * u.units * r.fractionDigits + divisor) / (2 * divisor), kMax);
@@ -191,7 +208,7 @@ Reading referenceRead(const std::string& text, unsigned defaultUnit, bool negati
     break;
   }
   r.ok = 1;
-  if (m[1] == "-") r.value = -r.value, r.integerPart = -r.integerPart, r.fractionDigits *= -1;
+  if (negative) r.value = -r.value, r.integerPart = -r.integerPart, r.fractionDigits *= -1;
   return r;
 }
 
