@@ -220,9 +220,12 @@ class ZU_EXPORT zuUnitSpan {
   // writes the plain integer. With `reciprocal` non-zero the number of units
   // per unit length is written, "/" before the suffix: millimetres per
   // centimetre with 5 decimals, points and millipoints per pica with 3,
-  // others per their own unit, the value rounded to two digits fewer than
-  // those decimals ("4/cm"; 0 gives "0/cm"). Throws 17107 for a code
-  // outside the table other than 255 (`out` unchanged).
+  // others per their own unit. The count is (10^decimals)^2 over the length
+  // in 10^-decimals units, taken from the exact length (not from its
+  // rounded text) and rounded half away from zero to a multiple of 100, so
+  // two digits fewer than those decimals ("4/cm"; 7 millipoints give
+  // "1714.3/pc"; 0 gives "0/cm"). Throws 17107 for a code outside the table
+  // other than 255 (`out` unchanged).
   void Text(zuString& out, unsigned maxDecimals, int withoutSuffix, unsigned minDecimals,
             int reciprocal) const;
   // Text(out, 8, 0, 0, 0). Throws as Text.
