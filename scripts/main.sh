@@ -34,5 +34,6 @@ show format 'null{'"'"'n/a'"'"'}|zero{'"'"'none'"'"'}|num{zz9}' 0 7 --locale en_
 show parse 'date{EEEE, D MMMM YYYY}' 'mardi, 5 mars 2024' --locale fr_FR
 show parse 'num{z,zz9.99}' '1.234,50' --locale de_DE
 show parse 'time{h:MM A}' '1:45 PM' --locale en_US
+show length 72pt 6pc 25.4mm '1.5 inches' --to in
 printf '$ zupic locales | head\n'
 "$zupic" locales | head || true

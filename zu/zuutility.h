@@ -135,6 +135,13 @@
 #include "zu/stream/zuStreamFile.h"
 #include "zu/stream/zuStreamFileTransformer.h"
 
+// Lengths with units and page geometry
+#include "zu/measure/zuAngle.h"
+#include "zu/measure/zuCoordPair.h"
+#include "zu/measure/zuMargins.h"
+#include "zu/measure/zuRect.h"
+#include "zu/measure/zuUnitSpan.h"
+
 
 // Containers
 #include "zu/core/zuStorage.h"

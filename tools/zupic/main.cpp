@@ -5,6 +5,7 @@
 //   seq 1 1000000 | zupic format 'num{z,zzz,zz9}' --locale de_DE
 //   zupic parse 'num{z,zz9.99}' '1.234,50' --locale de_DE
 //   zupic date format 5 2024-03-05 --locale fr_FR
+//   zupic length 72pt 6pc 25.4mm --to in
 //   zupic serve --port 0
 //   zupic base64 encode < picture.png > picture.b64
 #include <algorithm>
@@ -29,6 +30,7 @@ constexpr const char* kUsage =
     "       zupic date diff DATE DATE\n"
     "       zupic time format FORM [TIME...]\n"
     "       zupic time parse [TEXT...]\n"
+    "       zupic length [TEXT...] [--to U] [--unit U] [--decimals N]\n"
     "       zupic locales\n"
     "       zupic locale L\n"
     "       zupic serve [--port N] [--host ADDRESS]\n"
@@ -40,6 +42,8 @@ constexpr const char* kHelp =
     "\n"
     "  format PICTURE [VALUE...]  prints each value formatted through PICTURE\n"
     "  parse PICTURE [TEXT...]    prints the canonical value of each TEXT\n"
+    "  length [TEXT...]           reads each TEXT as a length (\"1.5in\", \"2 cm\",\n"
+    "                             \"6 picas\") and prints it, converted with --to\n"
     "  date format FMT [DATE...]  prints each date in the named date format FMT\n"
     "                             (0..31; all: the formats 1..31 of each date)\n"
     "  date parse FMT [TEXT...]   prints the date each TEXT names in format FMT\n"
@@ -69,6 +73,10 @@ constexpr const char* kHelp =
     "Options:\n"
     "  --locale L   the locale (default: from LC_ALL, LC_MESSAGES or LANG,\n"
     "               else en_US)\n"
+    "  --to U       length: the unit to convert into; U is in, cm, mm, pt,\n"
+    "               mp (millipoints) or pc (picas), in any case\n"
+    "  --unit U     length: the unit of bare numbers (default in)\n"
+    "  --decimals N length: at most N decimals, 0 to 8 (default 8)\n"
     "  --no-breaks  base64 encode: no line breaks\n"
     "  -j N, --jobs N\n"
     "               format and parse: standard input on N threads, results\n"
@@ -78,8 +86,8 @@ constexpr const char* kHelp =
     "  --help       this text\n"
     "  --version    the version\n"
     "\n"
-    "Exit status: 0 every value matched, 1 a value did not match or the\n"
-    "library reported an error, 2 usage error.\n"
+    "Exit status: 0 every value matched, 1 a value did not match (or was no\n"
+    "length) or the library reported an error, 2 usage error.\n"
     "\n"
     "Examples:\n"
     "  zupic format 'date{EEEE, D MMMM YYYY}' 2024-03-05 --locale fr_FR\n"
@@ -88,7 +96,8 @@ constexpr const char* kHelp =
     "  zupic base64 encode < picture.png > picture.b64\n"
     "  zupic date format all 2024-03-05 --locale ja\n"
     "  zupic date diff 2024-02-29 2023-01-31\n"
-    "  zupic time parse '2:30 pm'\n";
+    "  zupic time parse '2:30 pm'\n"
+    "  zupic length 72pt 6pc 25.4mm --to in\n";
 
 int usageError(const char* message) {
   std::fprintf(stderr, "zupic: %s\n%s", message, kUsage);
@@ -103,6 +112,16 @@ std::string environmentLocale() {
                           : static_cast<const char*>(RnLocale::getDEFAULT_LOCALE());
 }
 
+// The field of `options` that a length option ("--to", "--to=cm") sets;
+// null for any other argument.
+std::string* lengthOption(const std::string& argument, zupic::LengthOptions& options) {
+  const std::string name = argument.substr(0, argument.find('='));
+  if (name == "--to") return &options.to;
+  if (name == "--unit") return &options.unit;
+  if (name == "--decimals") return &options.decimals;
+  return nullptr;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -113,6 +132,8 @@ int main(int argc, char** argv) {
   long split = 0;
   long jobs = std::max(1u, std::thread::hardware_concurrency());
   bool jobsGiven = false;
+  zupic::LengthOptions length;
+  bool lengthGiven = false;
   for (int i = 1; i < argc; ++i) {
     const std::string argument = argv[i];
     if (words.empty() && argument == "serve") {
@@ -156,6 +177,16 @@ int main(int argc, char** argv) {
       localeGiven = true;
     } else if (argument == "--no-breaks") {
       noBreaks = true;
+    } else if (std::string* value = lengthOption(argument, length)) {
+      const size_t equals = argument.find('=');
+      if (equals != std::string::npos) {
+        *value = argument.substr(equals + 1);
+      } else if (i + 1 < argc) {
+        *value = argv[++i];
+      } else {
+        return usageError((argument + " needs a value").c_str());
+      }
+      lengthGiven = true;
     } else if (argument == "--") {
       words.insert(words.end(), argv + i + 1, argv + argc);
       break;
@@ -167,6 +198,9 @@ int main(int argc, char** argv) {
   }
   if (words.empty()) return usageError("no command");
   const std::string command = words[0];
+  if (lengthGiven && command != "length") {
+    return usageError("--to, --unit and --decimals belong to length");
+  }
   if (!localeGiven) locale = environmentLocale();
   if (command == "format" || command == "parse") {
     if (words.size() < 2) return usageError("no picture");
@@ -188,6 +222,9 @@ int main(int argc, char** argv) {
   if (command == "date" || command == "time") {
     const std::vector<std::string> rest(words.begin() + 1, words.end());
     return command == "date" ? zupic::runDate(rest, locale, split) : zupic::runTime(rest);
+  }
+  if (command == "length") {
+    return zupic::runLength(std::vector<std::string>(words.begin() + 1, words.end()), length);
   }
   if (command == "locales") {
     if (words.size() != 1) return usageError("locales takes no argument");

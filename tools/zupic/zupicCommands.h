@@ -16,6 +16,7 @@ enum ExitStatus { kOk = 0, kNoMatch = 1, kUsage = 2 };
 
 enum class Direction { kFormat, kParse };
 
+
 // What one value gave through a picture.
 struct Outcome {
   zuString text;          // the result; empty when the value did not match
@@ -106,6 +107,16 @@ int listLocales();
 // The names, patterns and symbols of one locale.
 int showLocale(const std::string& name);
 
+// What `zupic length` was asked for; empty names take the defaults.
+struct LengthOptions {
+  std::string to;        // the unit to convert into (in, cm, mm, pt, mp, pc)
+  std::string unit;      // the unit of bare numbers; inches by default
+  std::string decimals;  // at most this many decimals (0 to 8, default 8)
+};
+
+// Reads each of `texts` as a length, converts it and prints it, one a line;
+// without texts, streams standard input line by line.
+int runLength(const std::vector<std::string>& texts, const LengthOptions& options);
 // zupic serve [--port N] [--host ADDRESS]: the playground page and its JSON
 // API until SIGINT or SIGTERM. `arguments` are those after "serve".
 int serve(const std::vector<std::string>& arguments);

@@ -132,6 +132,21 @@ expect(NAME date_bad_amount EXIT 2 ERR "whole numbers" ARGS date add 2024-03-05 
 expect(NAME time_bad_form EXIT 2 ERR "number from 0 to 6" ARGS time format 7 10:00)
 expect(NAME bad_split EXIT 2 ERR "--split needs" ARGS date parse 17 05.03.29 --split -1)
 
+# Lengths: read leniently, converted with --to, written with Text.
+expect(NAME length_to_inches EXIT 0 OUT "1in\n1in\n1in\n"
+       ARGS length 72pt 6pc 25.4mm --to in)
+expect(NAME length_bare_number_unit EXIT 0 OUT "0.39in\n"
+       ARGS length 1 --unit CM --to=in --decimals 2)
+expect(NAME length_keeps_its_unit EXIT 0 OUT "1.5in\n-12pt\n6pc\n"
+       ARGS length "1.5 inches" -12pt "6 picas")
+expect(NAME length_stdin EXIT 1 OUT "38.1mm\n\n4.2333mm\n" ERR "\"abc\" is not a length"
+       INPUT "1.5in\nabc\r\n12 points\n" ARGS length --to mm)
+expect(NAME length_empty_line EXIT 1 OUT "\n" ERR "\"\" is not a length" INPUT "\n" ARGS length)
+expect(NAME length_unknown_unit EXIT 2 ERR "unknown unit \"furlong\"" ARGS length 1in --to furlong)
+expect(NAME length_bad_decimals EXIT 2 ERR "decimals" ARGS length 1in --decimals 9)
+expect(NAME length_option_elsewhere EXIT 2 ERR "belong to length" ARGS format 9 1 --to in)
+expect(NAME length_option_value EXIT 2 ERR "--unit needs a value" ARGS length 1 --unit)
+
 # Locales.
 expect(NAME locales EXIT 0 ARGS locales)
 execute_process(COMMAND ${ZUPIC} locales OUTPUT_VARIABLE list)

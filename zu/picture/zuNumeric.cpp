@@ -11,6 +11,7 @@
 
 #include "zu/core/zuException.h"
 #include "zu/core/zuMessageIds.h"
+#include "zu/picture/internal/zuApplyFactor.h"
 
 namespace {
 
@@ -52,16 +53,10 @@ long ZuRound(double value) {
 }
 
 long ZuApplyFactor(long value, long multiplier, long divisor) {
-  const int64_t v = static_cast<int32_t>(value);
-  const int64_t m = static_cast<int32_t>(multiplier);
-  const int64_t d = static_cast<int32_t>(divisor);
+  const int32_t d = static_cast<int32_t>(divisor);
   if (d == 0) ZuExThrow(zuMessageIds::kInvalidArgument);
-  const int64_t quotient = v / d;
-  const int64_t remainder = v % d;
-  int64_t tenths = static_cast<int64_t>(static_cast<__int128>(remainder) * m * 10 / d);
-  tenths += v > 0 ? 5 : -5;
-  tenths /= 10;
-  return static_cast<int32_t>(quotient * m + tenths);
+  return static_cast<int32_t>(
+      zu::internal::applyFactor(static_cast<int32_t>(value), static_cast<int32_t>(multiplier), d));
 }
 
 double ZuTruncate(double value, unsigned digits) {

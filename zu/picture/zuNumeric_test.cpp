@@ -2,21 +2,20 @@
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <limits>
-#include <optional>
+#include <random>
 #include <string>
 
 #include "zu/core/zuException.h"
-#include "zu/testing/zuCatalogueTestFiles.h"
+#include "zu/testing/zuCommaLocale.h"
 #include "zu/testing/zuTestText.h"
 #include "zu/testing/zuThrown.h"
 
 using zu::testing::str;
 using zu::testing::thrown;
+using zu::testing::zuCommaLocale;
 
 namespace {
 
@@ -88,17 +87,43 @@ TEST(zuNumericTest, RoundsAndScalesIntegers) {
   struct Factor {
     long value, multiplier, divisor, expected;
   } factors[] = {
-      {7, 1, 2, 4},         {-7, 1, 2, -4},
-      {0, 1, 2, 0},         {1, 1, 3, 0},
+      {7, 1, 2, 4},
+      {-7, 1, 2, -4},
+      {0, 1, 2, 0},
+      {1, 1, 3, 0},
       {5, 1, -2, -2},  // rounds by the sign of the value alone
-      {100, 254, 100, 254}, {2000000000, 1000, 1000, 2000000000},
-      {1, 3, 2, 2},         {-1, 3, 2, -2},
+      {100, 254, 100, 254},
+      {2000000000, 1000, 1000, 2000000000},
+      {1, 3, 2, 2},
+      {-1, 3, 2, -2},
+      // Products beyond 64 bits; the result wraps to 32 bits.
+      {2147483647, 2147483647, 2147483646, INT32_MIN},
+      {-1000000007, 2147483647, 1999999999, -1073741832},
   };
   for (const Factor& c : factors) {
     EXPECT_EQ(ZuApplyFactor(c.value, c.multiplier, c.divisor), c.expected)
         << c.value << "*" << c.multiplier << "/" << c.divisor;
   }
   EXPECT_TRUE(thrown([] { ZuApplyFactor(1, 1, 0); }).HasResId(16479));  // zero divisor
+}
+
+// The four steps of ZuApplyFactor as its documentation gives them, in 128
+// bits, against the library's arithmetic on random 32-bit arguments.
+TEST(zuNumericTest, ApplyFactorFollowsItsSteps) {
+  std::mt19937 random(3);
+  const auto any = [&] { return static_cast<int32_t>(random()) >> (random() % 32); };
+  for (int i = 0; i < 200000; ++i) {
+    const int32_t value = any(), multiplier = any(), divisor = any();
+    if (divisor == 0) continue;
+    const __int128 quotient = value / static_cast<__int128>(divisor);
+    const __int128 remainder = value % static_cast<__int128>(divisor);
+    __int128 tenths = remainder * multiplier * 10 / divisor;
+    tenths = (tenths + (value > 0 ? 5 : -5)) / 10;
+    const auto expected =
+        static_cast<int32_t>(static_cast<uint32_t>(quotient * multiplier + tenths));
+    ASSERT_EQ(ZuApplyFactor(value, multiplier, divisor), expected)
+        << value << " * " << multiplier << " / " << divisor;
+  }
 }
 
 TEST(zuNumericTest, TruncatesTowardZero) {
@@ -137,52 +162,9 @@ TEST(zuNumericTest, ReadsDecimalText) {
   EXPECT_TRUE(thrown([] { zuNumeric::strToDot(nullptr); }).HasResId(16479));
 }
 
-// Switches LC_NUMERIC to a locale whose decimal point is ",": an installed
-// German one, or one generated with localedef (part of every glibc system)
-// into a scratch folder.
-class CommaLocale {
- public:
-  CommaLocale() {
-    const char* old = std::getenv("LOCPATH");
-    hadLocPath_ = old != nullptr;
-    if (hadLocPath_) oldLocPath_ = old;
-    for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "de_DE", "fr_FR.UTF-8"}) {
-      if (std::setlocale(LC_NUMERIC, name) != nullptr && isComma()) return;
-    }
-    folder_.emplace();
-    const std::string source =
-        folder_->write("comma.src",
-                       "LC_NUMERIC\ndecimal_point \"<U002C>\"\nthousands_sep \"<U002E>\"\n"
-                       "grouping 3;3\nEND LC_NUMERIC\n");
-    const std::string command =
-        "localedef -c -i '" + source + "' '" + folder_->path() + "/zucomma' >/dev/null 2>&1";
-    std::system(command.c_str());
-    setenv("LOCPATH", folder_->path().c_str(), 1);
-    std::setlocale(LC_NUMERIC, "zucomma");
-  }
-  ~CommaLocale() {
-    std::setlocale(LC_NUMERIC, "C");
-    if (hadLocPath_) {
-      setenv("LOCPATH", oldLocPath_.c_str(), 1);
-    } else {
-      unsetenv("LOCPATH");
-    }
-  }
-  static bool isComma() {
-    char printed[16];
-    std::snprintf(printed, sizeof printed, "%.1f", 1.5);
-    return std::string(printed) == "1,5";
-  }
-
- private:
-  bool hadLocPath_ = false;
-  std::string oldLocPath_;
-  std::optional<zu::testing::zuScratchFolder> folder_;
-};
-
 TEST(zuNumericTest, CommaLocaleStillUsesDot) {
-  CommaLocale comma;
-  ASSERT_TRUE(CommaLocale::isComma()) << "no locale with a decimal comma could be made";
+  const zuCommaLocale comma;
+  ASSERT_TRUE(zuCommaLocale::isComma()) << "no locale with a decimal comma could be made";
   expectOutputsUseDot();
   char text[] = "1,5 2,5";
   EXPECT_STREQ(zuNumeric::strToDot(text), "1.5 2.5");

@@ -1,0 +1,73 @@
+#include "zu/measure/zuAngle.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <limits>
+
+#include "zu/measure/internal/zuMeasureTestSupport.h"
+#include "zu/testing/zuThrown.h"
+
+namespace {
+
+using zu::testing::thrown;
+
+TEST(zuAngleTest, OutOfRangeThrowsAndKeepsTheAngle) {
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  const std::function<void(zuAngle&)> failures[] = {
+      [](zuAngle& a) { a.ResValue(-1); },
+      [](zuAngle& a) { a.ResValue(360001); },
+      [](zuAngle& a) { a.ResValue(0x100000000L); },  // not cut to 32 bits
+      [](zuAngle& a) { a.Degrees(-1); },
+      [](zuAngle& a) { a.Degrees(361); },
+      [](zuAngle& a) { a.Degrees(0x100000000L + 90); },
+      [](zuAngle& a) { a.Angle(-0.001); },
+      [](zuAngle& a) { a.Angle(360.001); },
+      [nan](zuAngle& a) { a.Angle(nan); },
+      [](zuAngle& a) { a.Angle(1e300); },
+      [](zuAngle& a) { a = zuAngle(-1); },
+      [](zuAngle& a) { a = zuAngle(361); },
+      [nan](zuAngle& a) { a = zuAngle(nan); }};
+  for (const auto& failure : failures) {
+    zuAngle angle(45);
+    EXPECT_EQ(thrown([&] { failure(angle); }).FirstResId(), 17174);
+    EXPECT_EQ(angle.ResValue(), 45000);
+  }
+  const struct {
+    double degrees;
+    long stored, rounded;
+  } accepted[] = {{360.0005, 360000, 360}, {0.0, 0, 0},          {-0.0, 0, 0},
+                  {90.5, 90500, 91},       {90.4999, 90499, 90}, {12.3456, 12345, 12}};
+  for (const auto& c : accepted) {
+    const zuAngle angle(c.degrees);
+    EXPECT_EQ(angle.ResValue(), c.stored) << c.degrees;
+    EXPECT_EQ(angle.Degrees(), c.rounded) << c.degrees;
+    EXPECT_DOUBLE_EQ(angle.Angle(), c.stored / 1000.0);
+  }
+  EXPECT_EQ(zuAngle(360).ResValue(), 360000);
+  EXPECT_EQ(zuAngle().Resolution(), 100);
+}
+
+TEST(zuAngleTest, SumsAndDifferencesStayInRange) {
+  const struct {
+    int a, b;
+    long sum, difference;
+  } cases[] = {{350, 20, 10000, 330000}, {10, 20, 30000, 350000}, {180, 180, 360000, 0},
+               {360, 360, 360000, 0},    {0, 360, 360000, 0},     {0, 0, 0, 0}};
+  for (const auto& c : cases) {
+    zuAngle sum(c.a);
+    sum += zuAngle(c.b);
+    zuAngle difference(c.a);
+    difference -= zuAngle(c.b);
+    EXPECT_EQ(sum.ResValue(), c.sum) << c.a << "+" << c.b;
+    EXPECT_EQ(difference.ResValue(), c.difference) << c.a << "-" << c.b;
+    EXPECT_EQ((zuAngle(c.a) + zuAngle(c.b)).ResValue(), c.sum);
+    EXPECT_EQ((zuAngle(c.a) - zuAngle(c.b)).ResValue(), c.difference);
+  }
+  EXPECT_TRUE(zuAngle(0) != zuAngle(360) && zuAngle(0) < zuAngle(360) && zuAngle(360) > zuAngle(0));
+  EXPECT_TRUE(zuAngle(90) == zuAngle(90.0) && zuAngle(90) <= zuAngle(90) &&
+              zuAngle(9) >= zuAngle(9));
+}
+
+}  // namespace

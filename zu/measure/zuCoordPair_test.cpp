@@ -1,0 +1,106 @@
+#include "zu/measure/zuCoordPair.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+
+#include "zu/measure/internal/zuMeasureTestSupport.h"
+#include "zu/testing/zuThrown.h"
+
+namespace {
+
+using zu::internal::point;
+using zu::internal::span;
+using zu::testing::thrown;
+
+TEST(zuCoordPairTest, OrdersByYThenX) {
+  const struct {
+    zuCoordPair a, b;
+    int less, greater, equal;
+  } cases[] = {{point(5, 1), point(1, 2), 1, 0, 0},
+               {point(1, 2), point(5, 1), 0, 1, 0},
+               {point(1, 2), point(2, 2), 1, 0, 0},
+               {point(72000, 0), zuCoordPair(span("2.54cm"), span(1, 0)), 0, 0, 1}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(c.a < c.b, c.less);
+    EXPECT_EQ(c.a > c.b, c.greater);
+    EXPECT_EQ(c.a == c.b, c.equal);
+    EXPECT_EQ(c.a != c.b, 1 - c.equal);
+  }
+  EXPECT_EQ(zuCoordPair::ZeroZero(), zuCoordPair());
+  EXPECT_EQ(point(1, 2) + point(10, 20) - point(100, 0), point(-89, 22));
+  zuCoordPair moved = point(1, 1);
+  moved += zuCoordPair(span("1mm"), span("1pt"));
+  moved -= point(0, 1000);
+  EXPECT_EQ(moved, point(2836, 1));
+}
+
+TEST(zuCoordPairTest, ScalesAndSnapsEachCoordinate) {
+  zuCoordPair scaled(span("2cm"), span(3, 5));
+  scaled.Scale(1.0, -0.5);
+  EXPECT_EQ(scaled, zuCoordPair(span("2cm"), span(3, -3)));
+  zuCoordPair snapped = point(7, 7);
+  snapped.Grid(point(5, 0));
+  EXPECT_EQ(snapped, point(5, 7));
+  zuCoordPair rounded = point(8, 8);
+  rounded.Round(zuCoordPair(span(3, 0), span(3, 5)));
+  EXPECT_EQ(rounded, point(8, 10));
+  zuCoordPair kept = point(8, 8);
+  EXPECT_EQ(thrown([&] { kept.Grid(zuCoordPair(span(3, 5), span(2, 5))); }).FirstResId(), 17107);
+  EXPECT_EQ(kept, point(8, 8));
+}
+
+TEST(zuCoordPairTest, RotatesRightAnglesExactlyAndOthersClosely) {
+  const zuCoordPair centre(span("1in"), span("1in"));
+  const struct {
+    double degrees;
+    zuCoordPair expected;
+  } cases[] = {{90, point(72000, 0)},
+               {90.4, point(72000, 0)},
+               {180, point(0, 72000)},
+               {270, point(72000, 144000)},
+               {0.4, zuCoordPair(span("2in"), span("1in"))},
+               {45, point(122912, 21088)},
+               {359.6, point(143998, 72503)}};
+  for (const auto& c : cases) {
+    const zuCoordPair turned =
+        zuCoordPair(span("2in"), span("1in")).RotatePoint(centre, zuAngle(c.degrees));
+    EXPECT_EQ(turned, c.expected) << c.degrees;
+    EXPECT_EQ(turned.X().Units(), zuUnitSpan::eInches);
+  }
+  const zuCoordPair metric(span("5.08cm"), span("2.54cm"));
+  EXPECT_EQ(metric.RotatePoint(centre, zuAngle(0.4)).X().Units(), zuUnitSpan::eCentimeters);
+  EXPECT_EQ(metric.RotatePoint(centre, zuAngle(90)), point(72000, 0));
+  EXPECT_EQ(thrown([&] {
+              zuCoordPair(span(2, 1), span(3, 1)).RotatePoint(centre, zuAngle(90));
+            }).FirstResId(),
+            17107);
+
+  std::mt19937 random(90);
+  const auto coordinate = [&] { return static_cast<long>(random() % 2000001) - 1000000; };
+  for (int i = 0; i < 20000; ++i) {
+    const zuCoordPair p = point(coordinate(), coordinate());
+    const zuCoordPair c = point(coordinate(), coordinate());
+    const zuCoordPair wide(span(3, static_cast<int32_t>(random())),
+                           span(3, static_cast<int32_t>(random())));
+    zuCoordPair turned = wide;
+    for (int turn = 0; turn < 4; ++turn) turned = turned.RotatePoint(c, zuAngle(90));
+    ASSERT_EQ(turned, wide);  // exact, with wrap-around
+    ASSERT_EQ(wide.RotatePoint(c, zuAngle(90)).RotatePoint(c, zuAngle(270)), wide);
+    ASSERT_EQ(wide.RotatePoint(c, zuAngle(180)).RotatePoint(c, zuAngle(180)), wide);
+
+    const zuAngle angle(static_cast<double>(random() % 360000) / 1000);
+    if (angle.Degrees() % 90 == 0) continue;  // the right angles are checked above
+    const long double theta = angle.Angle() * 0.017453292519944444L;
+    const long double dx = p.X().Value() - c.X().Value();
+    const long double dy = c.Y().Value() - p.Y().Value();
+    const long double x = c.X().Value() + dx * std::cos(theta) - dy * std::sin(theta);
+    const long double y = c.Y().Value() - dx * std::sin(theta) - dy * std::cos(theta);
+    const zuCoordPair q = p.RotatePoint(c, angle);
+    ASSERT_LE(std::fabs(q.X().Value() - x), 1.0L) << angle.Angle();
+    ASSERT_LE(std::fabs(q.Y().Value() - y), 1.0L) << angle.Angle();
+  }
+}
+
+}  // namespace
