@@ -13,6 +13,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <memory>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <thread>
@@ -24,34 +25,78 @@ using Json = nlohmann::json;
 
 std::string gZupic;  // the zupic under test, from the command line
 
-// Runs `arguments` and returns what the process wrote to standard output
-// (standard error is dropped), with its exit status in `status`.
-std::string runProcess(const std::vector<std::string>& arguments, int& status) {
-  int out[2];
-  if (pipe(out) != 0) return {};
-  const pid_t child = fork();
-  if (child == 0) {
-    dup2(out[1], STDOUT_FILENO);
-    const int null = open("/dev/null", O_WRONLY);
-    dup2(null, STDERR_FILENO);
-    close(out[0]);
+// A child process running `arguments` (a path and its arguments), its
+// standard output read through line() and rest(); standard error is
+// dropped. Killed at destruction if it still runs.
+class Process {
+ public:
+  explicit Process(const std::vector<std::string>& arguments) {
+    int out[2];
+    if (pipe(out) != 0) return;
+    pid_ = fork();
+    if (pid_ == 0) {
+      dup2(out[1], STDOUT_FILENO);
+      dup2(open("/dev/null", O_WRONLY), STDERR_FILENO);
+      close(out[0]);
+      close(out[1]);
+      std::vector<char*> argv;
+      for (const std::string& argument : arguments) {
+        argv.push_back(const_cast<char*>(argument.c_str()));
+      }
+      argv.push_back(nullptr);
+      execv(argv[0], argv.data());
+      _exit(127);
+    }
     close(out[1]);
-    std::vector<char*> argv;
-    for (const std::string& argument : arguments)
-      argv.push_back(const_cast<char*>(argument.c_str()));
-    argv.push_back(nullptr);
-    execv(argv[0], argv.data());
-    _exit(127);
+    output_ = fdopen(out[0], "r");
   }
-  close(out[1]);
-  std::string text;
-  char buffer[4096];
-  ssize_t got = 0;
-  while ((got = read(out[0], buffer, sizeof buffer)) > 0) text.append(buffer, got);
-  close(out[0]);
-  int raw = 0;
-  waitpid(child, &raw, 0);
-  status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+  ~Process() {
+    if (pid_ > 0 && !ended_) {
+      kill(pid_, SIGKILL);
+      waitpid(pid_, nullptr, 0);
+    }
+    if (output_ != nullptr) std::fclose(output_);
+  }
+
+  // The next line of standard output ("" at its end), or all the rest.
+  std::string line() {
+    char buffer[256] = {};
+    return output_ != nullptr && std::fgets(buffer, sizeof buffer, output_) ? buffer : "";
+  }
+  std::string rest() {
+    std::string text, more;
+    while (!(more = line()).empty()) text += more;
+    return text;
+  }
+
+  // Sends `signal` (none for 0) and waits up to five seconds for the exit;
+  // the exit status, or -1 when the process did not end in time or did not
+  // exit normally.
+  int wait(int signal = 0) {
+    if (signal != 0) kill(pid_, signal);
+    for (int i = 0; i < 500; ++i) {
+      int raw = 0;
+      if (waitpid(pid_, &raw, WNOHANG) == pid_) {
+        ended_ = true;
+        return WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+      }
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return -1;
+  }
+
+ private:
+  pid_t pid_ = -1;
+  FILE* output_ = nullptr;
+  bool ended_ = false;
+};
+
+// Runs `arguments` to the end: what it wrote to standard output, with its
+// exit status in `status`.
+std::string runProcess(const std::vector<std::string>& arguments, int& status) {
+  Process process(arguments);
+  const std::string text = process.rest();
+  status = process.wait();
   return text;
 }
 
@@ -70,86 +115,37 @@ CliResult cli(const char* operation, const std::string& picture, const std::stri
   return {text, status == 0};
 }
 
-// One `zupic serve --port 0` process.
-class ServerProcess {
- public:
-  ServerProcess() {
-    int out[2];
-    if (pipe(out) != 0) return;
-    pid_ = fork();
-    if (pid_ == 0) {
-      dup2(out[1], STDOUT_FILENO);
-      close(out[0]);
-      close(out[1]);
-      execl(gZupic.c_str(), gZupic.c_str(), "serve", "--port", "0", static_cast<char*>(nullptr));
-      _exit(127);
-    }
-    close(out[1]);
-    output_ = fdopen(out[0], "r");
-    char line[256] = {};
-    if (output_ != nullptr && std::fgets(line, sizeof line, output_) != nullptr) {
-      banner_ = line;
-      const size_t colon = banner_.find(':', banner_.find("//"));
-      if (colon != std::string::npos) port_ = std::atoi(banner_.c_str() + colon + 1);
-    }
+// One `zupic serve --port 0` process and the port its first line names.
+struct ServerProcess : Process {
+  ServerProcess() : Process({gZupic, "serve", "--port", "0"}), banner(line()) {
+    const size_t colon = banner.find(':', banner.find("//"));
+    if (colon != std::string::npos) port = std::atoi(banner.c_str() + colon + 1);
   }
-  ~ServerProcess() {
-    if (pid_ > 0 && !stopped_) {
-      kill(pid_, SIGKILL);
-      waitpid(pid_, nullptr, 0);
-    }
-    if (output_ != nullptr) std::fclose(output_);
-  }
-
-  int port() const { return port_; }
-  const std::string& banner() const { return banner_; }
-
-  // Sends `signal` and waits up to five seconds; the exit status, or -1
-  // when the process did not end in time or did not exit normally.
-  int stop(int signal) {
-    kill(pid_, signal);
-    for (int i = 0; i < 500; ++i) {
-      int raw = 0;
-      if (waitpid(pid_, &raw, WNOHANG) == pid_) {
-        stopped_ = true;
-        return WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-      }
-      std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    }
-    return -1;
-  }
-  // The rest of standard output (after stop).
-  std::string rest() {
-    std::string text;
-    char buffer[256];
-    while (output_ != nullptr && std::fgets(buffer, sizeof buffer, output_) != nullptr) {
-      text += buffer;
-    }
-    return text;
-  }
-
- private:
-  pid_t pid_ = -1;
-  FILE* output_ = nullptr;
-  std::string banner_;
-  int port_ = 0;
-  bool stopped_ = false;
+  std::string banner;
+  int port = 0;
 };
 
 class ServeTest : public testing::Test {
  protected:
-  static void SetUpTestSuite() { server_ = new ServerProcess(); }
-  static void TearDownTestSuite() {
-    delete server_;
-    server_ = nullptr;
-  }
+  static void SetUpTestSuite() { server_ = std::make_unique<ServerProcess>(); }
+  static void TearDownTestSuite() { server_.reset(); }
 
-  void SetUp() override { ASSERT_GT(server_->port(), 0) << "banner: " << server_->banner(); }
+  void SetUp() override { ASSERT_GT(server_->port, 0) << "banner: " << server_->banner; }
 
   static httplib::Client client() {
-    httplib::Client client("127.0.0.1", server_->port());
+    httplib::Client client("127.0.0.1", server_->port);
     client.set_read_timeout(10);
     return client;
+  }
+
+  // GETs `path`, checks the status and returns the JSON answer (discarded
+  // when it is none).
+  static Json getJson(const std::string& path, int status = 200) {
+    const auto got = client().Get(path);
+    if (!got) ADD_FAILURE() << "no answer to " << path;
+    if (!got) return Json(Json::value_t::discarded);
+    EXPECT_EQ(got->status, status) << path;
+    return Json::parse(got->body, nullptr, false);
   }
 
   static std::string query(const std::string& picture, const std::string& value,
@@ -159,10 +155,8 @@ class ServeTest : public testing::Test {
            "&locale=" + httplib::detail::encode_query_param(locale);
   }
 
-  static ServerProcess* server_;
+  static inline std::unique_ptr<ServerProcess> server_;
 };
-
-ServerProcess* ServeTest::server_ = nullptr;
 
 struct PictureCase {
   const char* operation;
@@ -171,19 +165,15 @@ struct PictureCase {
   const char* value;
 };
 
+// The server hands pictures to the library as they are: one row per kind
+// of answer, not per category.
 const PictureCase kCases[] = {
     {"format", "date{EEEE, D MMMM YYYY}", "fr_FR", "2024-03-05"},
     {"format", "num{z,zz9.99}", "de_DE", "1234.5"},
     {"format", "num{z,zz9.99}|num{9.99E}", "en_US", "98765432"},
-    {"format", "num.currency{}", "ja_JP", "1234"},
-    {"format", "text{999-AA}", "en_US", "123AB"},
-    {"format", "time{h:MM A}", "en_US", "13:45:00"},
-    {"format", "date.long{}", "ja_JP", "2024-03-05"},
     {"format", "num{999}", "en_US", "12345"},  // does not fit
     {"parse", "num{z,zz9.99}", "de_DE", "1.234,50"},
     {"parse", "date{EEEE, D MMMM YYYY}", "fr_FR", "mardi, 5 mars 2024"},
-    {"parse", "time{h:MM A}", "en_US", "1:45 PM"},
-    {"parse", "date{D/M/YY}", "en_GB", "5/3/29"},
     {"parse", "num{999}", "en_US", "abc"},  // does not match
 };
 
@@ -221,43 +211,28 @@ TEST_F(ServeTest, GetAndPostAnswerAsTheCommandLineDoes) {
 }
 
 TEST_F(ServeTest, LibraryErrorsAndUnknownLocalesAreReported) {
-  httplib::Client http = client();
-  const auto compound = http.Get("/api/format" + query("num{9} text{X}", "5", "en_US"));
-  ASSERT_TRUE(compound);
-  EXPECT_EQ(compound->status, 200);
-  const Json result = Json::parse(compound->body)["results"][0];
-  EXPECT_EQ(result["matched"], false);
-  EXPECT_EQ(result["error"]["id"], 16480);
-  EXPECT_NE(result["error"]["message"].get<std::string>().find("Compound pictures"),
+  Json compound = getJson("/api/format" + query("num{9} text{X}", "5", "en_US"))["results"][0];
+  EXPECT_EQ(compound["matched"], false);
+  EXPECT_EQ(compound["error"]["id"], 16480);
+  EXPECT_NE(compound["error"]["message"].get<std::string>().find("Compound pictures"),
             std::string::npos);
-
-  const auto unknown = http.Get("/api/format" + query("num{z,zz9.99}", "1234.5", "xx_YY"));
-  ASSERT_TRUE(unknown);
-  const Json body = Json::parse(unknown->body);
-  EXPECT_EQ(body["locale"], "en_US");
-  EXPECT_EQ(body["results"][0]["text"], "1,234.50");
-  EXPECT_NE(body["notice"].get<std::string>().find("xx_YY"), std::string::npos);
-
-  const auto spelled = http.Get("/api/format" + query("num{z,zz9.99}", "1234.5", "de-ch"));
-  ASSERT_TRUE(spelled);
-  EXPECT_EQ(Json::parse(spelled->body)["locale"], "de_CH");
-  EXPECT_FALSE(Json::parse(spelled->body).contains("notice"));
+  Json unknown = getJson("/api/format" + query("num{z,zz9.99}", "1234.5", "xx_YY"));
+  EXPECT_EQ(unknown["locale"], "en_US");
+  EXPECT_EQ(unknown["results"][0]["text"], "1,234.50");
+  EXPECT_NE(unknown["notice"].get<std::string>().find("xx_YY"), std::string::npos);
+  Json spelled = getJson("/api/format" + query("num{z,zz9.99}", "1234.5", "de-ch"));
+  EXPECT_EQ(spelled["locale"], "de_CH");
+  EXPECT_FALSE(spelled.contains("notice"));
 }
 
 TEST_F(ServeTest, LocalesMatchTheCommandLine) {
-  httplib::Client http = client();
   int status = 0;
   const std::string listed = runProcess({gZupic, "locales"}, status);
-  const auto locales = http.Get("/api/locales");
-  ASSERT_TRUE(locales);
-  const Json list = Json::parse(locales->body)["locales"];
+  const Json list = getJson("/api/locales")["locales"];
   EXPECT_EQ(list.size(), static_cast<size_t>(std::count(listed.begin(), listed.end(), '\n')));
   EXPECT_GT(list.size(), 180u);
 
-  const auto french = http.Get("/api/locale/fr_FR");
-  ASSERT_TRUE(french);
-  EXPECT_EQ(french->status, 200);
-  const Json view = Json::parse(french->body);
+  Json view = getJson("/api/locale/fr_FR");
   EXPECT_EQ(view["name"], "fr_FR");
   const std::string shown = runProcess({gZupic, "locale", "fr_FR"}, status);
   for (const Json& field : view["fields"]) {
@@ -268,10 +243,7 @@ TEST_F(ServeTest, LocalesMatchTheCommandLine) {
   EXPECT_EQ(view["fields"].size(),
             static_cast<size_t>(std::count(shown.begin(), shown.end(), '\n')));
 
-  const auto all = http.Get("/api/all-locales?picture=num%7Bz,zz9.99%7D&value=1234.5");
-  ASSERT_TRUE(all);
-  EXPECT_EQ(all->status, 200);
-  const Json rows = Json::parse(all->body)["results"];
+  const Json rows = getJson("/api/all-locales?picture=num%7Bz,zz9.99%7D&value=1234.5")["results"];
   EXPECT_EQ(rows.size(), list.size());
   size_t german = 0;
   for (const Json& row : rows) {
@@ -307,39 +279,35 @@ TEST_F(ServeTest, BadRequestsGetJsonErrors) {
   for (int i = 0; i < 10001; ++i) manyValues += i == 0 ? "\"1\"" : ",\"1\"";
   manyValues += "]}";
   const std::string huge = R"({"picture":"num{9}","values":[")" + std::string(70000, '1') + "\"]}";
+  // One row per rule the server checks; invalid UTF-8 by its hardest cases
+  // (an overlong form, a surrogate) and in a JSON body.
   const Case cases[] = {
       {"POST", "/api/format", huge, 413},
       {"POST", "/api/format", manyValues, 413},
       {"GET", "/api/format?picture=num%7B9%7D&value=" + std::string(9000, '1'), "", 414},
-      {"GET", "/api/format?picture=num%7B9%7D&value=%FF", "", 400},
       {"GET", "/api/format?picture=num%7B9%7D&value=%C0%AF", "", 400},
       {"GET", "/api/format?picture=num%7B9%7D&value=%ED%A0%80", "", 400},
       {"POST", "/api/format", "{\"picture\":\"num{9}\",\"values\":[\"\xff\"]}", 400},
       {"GET", "/api/format?picture=%27open&value=1", "", 400},
       {"GET", "/api/format?value=1", "", 400},
-      {"GET", "/api/format?picture=num%7B9%7D", "", 400},
       {"POST", "/api/parse", "{not json", 400},
-      {"POST", "/api/parse", R"({"picture":"num{9}","values":"1"})", 400},
       {"POST", "/api/parse", R"({"picture":"num{9}","values":[1]})", 400},
       {"POST", "/api/parse", std::string(30000, '[') + std::string(30000, ']'), 400},
       {"GET", "/api/all-locales?picture=num%7B9%7D&value=1&value=2", "", 400},
       {"GET", "/api/all-locales?picture=num%7B9%7D&value=1&operation=drop", "", 400},
       {"GET", "/api/locale/xx_YY", "", 404},
-      {"GET", "/no/such/page", "", 404},
       {"PUT", "/no/such/page", "x", 404},
       {"POST", "/api/locales", "{}", 405},
       {"DELETE", "/api/format", "", 405},
-      {"PATCH", "/", "x", 405},
   };
   httplib::Client http = client();
   for (const Case& c : cases) {
     SCOPED_TRACE(std::string(c.method) + " " + c.path.substr(0, 80));
-    httplib::Result got =
-        c.method == std::string("GET")     ? http.Get(c.path)
-        : c.method == std::string("POST")  ? http.Post(c.path, c.body, "application/json")
-        : c.method == std::string("PUT")   ? http.Put(c.path, c.body, "text/plain")
-        : c.method == std::string("PATCH") ? http.Patch(c.path, c.body, "text/plain")
-                                           : http.Delete(c.path);
+    httplib::Result got = c.method == std::string("GET")   ? http.Get(c.path)
+                          : c.method == std::string("PUT") ? http.Put(c.path, c.body, "text/plain")
+                          : c.method == std::string("POST")
+                              ? http.Post(c.path, c.body, "application/json")
+                              : http.Delete(c.path);
     ASSERT_TRUE(got) << httplib::to_string(got.error());
     EXPECT_EQ(got->status, c.status);
     const Json body = Json::parse(got->body, nullptr, false);
@@ -350,10 +318,7 @@ TEST_F(ServeTest, BadRequestsGetJsonErrors) {
       EXPECT_FALSE(got->get_header_value("Allow").empty());
     }
   }
-  // The server is still there.
-  const auto after = http.Get("/api/locales");
-  ASSERT_TRUE(after);
-  EXPECT_EQ(after->status, 200);
+  getJson("/api/locales");  // the server is still there
 }
 
 TEST_F(ServeTest, SixtyFourClientsGetEveryAnswerRight) {
@@ -389,26 +354,23 @@ TEST_F(ServeTest, SixtyFourClientsGetEveryAnswerRight) {
 TEST(ServeLifeTest, StopsCleanlyOnSigintAndSigterm) {
   for (const int signal : {SIGINT, SIGTERM}) {
     ServerProcess server;
-    ASSERT_GT(server.port(), 0) << server.banner();
-    EXPECT_NE(server.banner().find("http://127.0.0.1:"), std::string::npos);
-    httplib::Client http("127.0.0.1", server.port());
-    const auto answer = http.Get("/api/locales");
+    ASSERT_GT(server.port, 0) << server.banner;
+    EXPECT_NE(server.banner.find("http://127.0.0.1:"), std::string::npos);
+    const auto answer = httplib::Client("127.0.0.1", server.port).Get("/api/locales");
     ASSERT_TRUE(answer);
     EXPECT_EQ(answer->status, 200);
-    EXPECT_EQ(server.stop(signal), 0);
+    EXPECT_EQ(server.wait(signal), 0);
     EXPECT_EQ(server.rest(), "zupic serve: stopped\n");
   }
 }
 
 TEST(ServeLifeTest, UsageErrors) {
-  const std::vector<std::vector<std::string>> cases = {
-      {gZupic, "serve", "--port"},       {gZupic, "serve", "--port", "65536"},
-      {gZupic, "serve", "--port", "-1"}, {gZupic, "serve", "--host"},
-      {gZupic, "serve", "--colour"},
-  };
-  for (const auto& arguments : cases) {
+  for (const std::vector<std::string>& arguments :
+       {std::vector<std::string>{"--port"}, {"--port", "65536"}, {"--port", "-1"}, {"--colour"}}) {
+    std::vector<std::string> command = {gZupic, "serve"};
+    command.insert(command.end(), arguments.begin(), arguments.end());
     int status = 0;
-    runProcess(arguments, status);
+    runProcess(command, status);
     EXPECT_EQ(status, 2) << arguments.back();
   }
   int status = 0;

@@ -3,35 +3,36 @@
 #include <gtest/gtest.h>
 
 #include "zu/measure/internal/zuMeasureTestSupport.h"
+#include "zu/testing/zuTestText.h"
 #include "zu/testing/zuThrown.h"
 
 namespace {
 
 using zu::internal::span;
+using zu::testing::str;
 using zu::testing::thrown;
 
 TEST(zuMarginsTest, SidesCompareAcrossUnitsAndScale) {
-  zuMargins margins;
-  for (const zuUnitSpan& side :
-       {margins.MarginLeft(), margins.MarginTop(), margins.MarginRight(), margins.MarginBottom()}) {
-    EXPECT_EQ(side.Units(), zuUnitSpan::eInches);
-    EXPECT_EQ(side.Value(), 0);
-  }
-  margins.MarginLeft(span("1in"));
-  margins.MarginTop(span("2cm"));
-  margins.MarginRight(span("3pt"));
-  margins.MarginBottom(span("5mp"));
+  // Each side's getter and setter; every side starts at 0 inches.
+  const struct {
+    const zuUnitSpan& (zuMargins::*get)() const;
+    void (zuMargins::*set)(const zuUnitSpan&);
+    const char* text;
+  } sides[] = {{&zuMargins::MarginLeft, &zuMargins::MarginLeft, "1in"},
+               {&zuMargins::MarginTop, &zuMargins::MarginTop, "2cm"},
+               {&zuMargins::MarginRight, &zuMargins::MarginRight, "3pt"},
+               {&zuMargins::MarginBottom, &zuMargins::MarginBottom, "5mp"}};
   const zuMargins same(span("72pt"), span("20mm"), span("3000mp"), span(35, 5));
-  EXPECT_TRUE(margins == same && !(margins != same));
-  for (int side = 0; side < 4; ++side) {
+  zuMargins margins;
+  for (const auto& side : sides) {
+    EXPECT_EQ(str(static_cast<zuString>((margins.*side.get)())), "0in") << side.text;
+    (margins.*side.set)(span(side.text));
+    EXPECT_EQ((margins.*side.get)().Units(), span(side.text).Units()) << side.text;
     zuMargins other = same;
-    const zuUnitSpan wider = span(35, 7);
-    if (side == 0) other.MarginLeft(wider);
-    if (side == 1) other.MarginTop(wider);
-    if (side == 2) other.MarginRight(wider);
-    if (side == 3) other.MarginBottom(wider);
-    EXPECT_TRUE(margins != other && !(margins == other)) << side;
+    (other.*side.set)(span(35, 7));
+    EXPECT_TRUE(same != other && !(same == other)) << side.text;
   }
+  EXPECT_TRUE(margins == same && !(margins != same));
   margins.Scale(1.5, 99);
   EXPECT_EQ(margins, zuMargins(span("1.5in"), span("3cm"), span("4.5pt"), span(35, 8)));
   EXPECT_EQ(margins.MarginBottom().Units(), zuUnitSpan::eMillipoints);

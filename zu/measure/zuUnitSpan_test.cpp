@@ -38,21 +38,12 @@ struct ReadCase {
   long value;
 };
 
-// SetFromText, strict readings first, then the lenient quirks.
+// SetFromText: a few strict readings (the strict reader has a table and a
+// differential test of its own), then each rule of the lenient one.
 const ReadCase kReadCases[] = {
-    {"1.5in", 255, 0, 1, 3, 108000},
-    {"1.5 IN", 255, 0, 1, 3, 108000},
-    {" + 2.54 Cm ", 255, 0, 1, 1, 635000},
-    {"12pt", 255, 0, 1, 19, 12000},
-    {"1pc", 255, 0, 1, 51, 12000},
-    {"10", 255, 0, 1, 3, 720000},
     {"10", 0, 0, 1, 0, 10000000},
-    {"1.123456789in", 255, 0, 1, 3, 80889},  // 8 fraction digits count
     {"-.5mm", 255, 0, 1, 17, -12500},
-    {"2/cm", 255, 0, 1, 1, 125000},      // 2 per centimetre
-    {"4", 17, 1, 1, 17, 6250},           // strict: 4 per millimetre
-    {"99999999in", 255, 0, 1, 3, kMax},  // strict reading saturates
-    {"1 inch", 255, 0, 1, 3, 72000},
+    {"4", 17, 1, 1, 17, 6250},  // strict: 4 per millimetre
     {"6 picas", 255, 0, 1, 51, 72000},
     {"1 millipoints", 255, 0, 1, 35, 1},  // sixth letter p
     {"1 millimeters", 255, 0, 1, 17, 25000},
@@ -70,15 +61,20 @@ const ReadCase kReadCases[] = {
     {"5", 5, 0, 1, 5, 0}  // a default outside the table counts 0 units
 };
 
-TEST(zuUnitSpanTest, ReadsTextStrictlyThenLeniently) {
+void expectReadings() {
   for (const ReadCase& c : kReadCases) {
+    SCOPED_TRACE(c.text);
     zuUnitSpan value(Unit(200), 7);
-    EXPECT_EQ(value.SetFromText(c.text, Unit(c.defaultUnit), c.reciprocal), c.result) << c.text;
-    EXPECT_EQ(value.Units(), c.unit) << c.text;
-    EXPECT_EQ(value.Value(), c.value) << c.text;
+    EXPECT_EQ(value.SetFromText(c.text, Unit(c.defaultUnit), c.reciprocal), c.result);
+    EXPECT_EQ(value.Value(), c.value);
+    EXPECT_EQ(value.Units(), c.unit);
   }
+}
+
+TEST(zuUnitSpanTest, ReadsTextStrictlyThenLeniently) {
+  expectReadings();
   // The reciprocal of 0 fails and leaves the span as it was.
-  for (const char* text : {"0/in", "0 /inch", "/in", "0 x"}) {
+  for (const char* text : {"0/in", "0 x"}) {
     zuUnitSpan value(Unit(200), 7);
     EXPECT_EQ(value.SetFromText(text, zuUnitSpan::eMillimeters, 1), 0) << text;
     EXPECT_EQ(value, zuUnitSpan(Unit(200), 7)) << text;
@@ -96,27 +92,27 @@ struct StrictCase {
   long value;
 };
 
-const StrictCase kStrictCases[] = {{"", 0, 255, 0},          {" ", 0, 255, 0},
-                                   {"+", 0, 255, 0},         {"- ", 0, 255, 0},
-                                   {".", 0, 255, 0},         {"+ .x", 0, 255, 0},
-                                   {"+-1", 0, 255, 0},       {"1.2.3", 0, 255, 0},
-                                   {"1-", 0, 255, 0},        {"1//", 0, 255, 0},
-                                   {"1 / / in", 0, 255, 0},  {"1% ", 0, 255, 0},
-                                   {"1%in", 0, 255, 0},      {"1in x", 0, 255, 0},
-                                   {"1 in2", 0, 255, 0},     {"1in/", 0, 255, 0},
-                                   {"1\t", 0, 255, 0},       {"0/in", 0, 255, 0},
-                                   {"1\xC3\xA9", 0, 255, 0}, {"- 1", 1, 3, -72000},
-                                   {"1.", 1, 3, 72000},      {".5", 1, 3, 36000},
-                                   {"1 ", 1, 3, 72000},      {"1/", 1, 3, 72000},
-                                   {"2 /in ", 1, 3, 36000},  {"5 %", 1, 255, 0},
-                                   {"5/%", 1, 255, 0},       {"1pT", 1, 19, 1000},
-                                   {"1inches", 1, 255, 0},   {"1x", 1, 255, 0},
-                                   {"1 zz", 1, 255, 0},      {"2147483648000.5mp", 1, 35, kMax}};
+// One row per transition of the strict form, failing then passing.
+const StrictCase kStrictCases[] = {{"", 0, 255, 0},       {" ", 0, 255, 0},
+                                   {"+", 0, 255, 0},      {"- ", 0, 255, 0},
+                                   {".", 0, 255, 0},      {"+-1", 0, 255, 0},
+                                   {"1.2.3", 0, 255, 0},  {"1-", 0, 255, 0},
+                                   {"1//", 0, 255, 0},    {"1% ", 0, 255, 0},
+                                   {"1%in", 0, 255, 0},   {"1in x", 0, 255, 0},
+                                   {"1in/", 0, 255, 0},   {"1\t", 0, 255, 0},
+                                   {"0/in", 0, 255, 0},   {"1\xC3\xA9", 0, 255, 0},
+                                   {"- 1", 1, 3, -72000}, {"1.", 1, 3, 72000},
+                                   {".5", 1, 3, 36000},   {"1 ", 1, 3, 72000},
+                                   {"1/", 1, 3, 72000},   {"2 /in ", 1, 3, 36000},
+                                   {"5 %", 1, 255, 0},    {"5/%", 1, 255, 0},
+                                   {"1pT", 1, 19, 1000},  {"1inches", 1, 255, 0},
+                                   {"1x", 1, 255, 0},     {"2147483648000.5mp", 1, 35, kMax}};
 
 TEST(zuUnitSpanTest, StrictReadingFollowsEachTransition) {
   for (const StrictCase& c : kStrictCases) {
     zuUnitSpan::ParseData data;
-    data.letterCount = 99;
+    data.unit = zuUnitSpan::ePoints;  // a failure resets both
+    data.value = 99;
     EXPECT_EQ(zuUnitSpan::ValidatingParse(data, c.text, zuUnitSpan::eInches, 1, 0, 1), c.ok)
         << c.text;
     EXPECT_EQ(data.unit, c.unit) << c.text;
@@ -125,8 +121,7 @@ TEST(zuUnitSpanTest, StrictReadingFollowsEachTransition) {
   zuUnitSpan::ParseData data;
   EXPECT_EQ(zuUnitSpan::ValidatingParse(data, "-1in", zuUnitSpan::eInches, 0, 0, 1), 0);
   EXPECT_EQ(zuUnitSpan::ValidatingParse(data, "1%", zuUnitSpan::eInches, 1, 0, 0), 0);
-  for (const zuString& nul : {zuString::FromBytes("1in\0", 4), zuString::FromBytes("1\0in", 4),
-                              zuString::FromBytes("\0", 1)}) {
+  for (const zuString& nul : {zuString::FromBytes("1in\0", 4), zuString::FromBytes("1\0in", 4)}) {
     EXPECT_EQ(zuUnitSpan::ValidatingParse(data, nul, zuUnitSpan::eInches, 1, 0, 0), 0);
   }
   EXPECT_EQ(zuUnitSpan::ValidatingParse(data, "1", Unit(5), 1, 0, 0), 1);
@@ -235,15 +230,15 @@ TEST(zuUnitSpanTest, StrictReadingAgreesWithAnIndependentReader) {
     const int result = zuUnitSpan::ValidatingParse(data, text.c_str(), Unit(defaultUnit), flags & 1,
                                                    flags & 2, flags & 4);
     const Reading expected = referenceRead(text, defaultUnit, flags & 1, flags & 2, flags & 4);
+    SCOPED_TRACE('"' + text + '"');
     ok += result;
-    ASSERT_EQ(result, expected.ok) << '"' << text << '"';
-    if (result == 0) continue;
-    EXPECT_EQ(data.unit, expected.unit) << text;
-    EXPECT_EQ(data.value, expected.value) << text;
-    EXPECT_EQ(data.integerPart, expected.integerPart) << text;
-    EXPECT_EQ(data.fractionDigits, expected.fractionDigits) << text;
-    EXPECT_EQ(data.reciprocal != 0, expected.reciprocal) << text;
-    EXPECT_EQ(data.percent != 0, expected.percent) << text;
+    ASSERT_EQ(result, expected.ok);
+    EXPECT_EQ(data.unit, expected.unit);
+    EXPECT_EQ(data.value, expected.value);
+    EXPECT_EQ(data.integerPart, expected.integerPart);
+    EXPECT_EQ(data.fractionDigits, expected.fractionDigits);
+    EXPECT_EQ(data.reciprocal != 0, expected.reciprocal);
+    EXPECT_EQ(data.percent != 0, expected.percent);
   }
   EXPECT_GT(ok, 2000);  // both outcomes were exercised
   EXPECT_LT(ok, 18000);
@@ -254,10 +249,10 @@ TEST(zuUnitSpanTest, FindsUnitsByName) {
     const char* text;
     unsigned fallback;
     unsigned expected;
-  } cases[] = {{"m", 255, 1},       {"meters", 255, 1},  {"in", 255, 3},     {"INCHES", 255, 3},
-               {"t", 255, 1},       {"mm", 255, 17},     {"p", 255, 19},     {"pica", 255, 51},
-               {"MILLIP", 255, 35}, {", ", 255, 3},      {"", 17, 17},       {"", 255, 3},
-               {"furlong", 19, 19}, {"furlong", 255, 3}, {"inches!", 255, 3}};
+  } cases[] = {{"m", 255, 1},      {"meters", 255, 1}, {"INCHES", 255, 3}, {"t", 255, 1},
+               {"mm", 255, 17},    {"p", 255, 19},     {"pica", 255, 51},  {"MILLIP", 255, 35},
+               {", ", 255, 3},     {"", 17, 17},       {"", 255, 3},       {"furlong", 19, 19},
+               {"inches!", 255, 3}};
   for (const auto& c : cases) {
     EXPECT_EQ(zuUnitSpan::StringToUnit(c.text, Unit(c.fallback)), c.expected) << c.text;
   }
@@ -273,21 +268,13 @@ TEST(zuUnitSpanTest, ValidatesMeasurementTexts) {
     const char* text;
     int allowNegative;
     const char* expected;
-  } cases[] = {{"1.5in", 0, "1.5in"},
-               {"1.5 inches", 0, "1.5 inches"},
+  } cases[] = {{"1.5 inches", 0, "1.5 inches"},  // passing texts come back as given
                {"1..5in", 0, "1..5in"},
                {"1...5in", 0, "1.5in"},
                {"-1in", 0, "0"},
-               {"-1in", 1, "-1in"},
-               {"1-in", 1, "-1in"},
                {"-1-in", 1, "-1in"},
-               {"abc", 1, "0in"},
-               {"5", 1, "5in"},
                {"5 x", 1, "5in"},
-               {"5 zz", 1, "5in"},
                {" 5mm", 1, "5mm"},
-               {"72 Picas", 1, "72 Picas"},
-               {"0.0000001 x", 1, "0in"},
                {"0/in", 1, "0/in"},
                {"99999999 zz", 1, "29826.161764in"}};
   for (const auto& c : cases) {
@@ -304,38 +291,28 @@ struct TextCase {
   const char* expected;
 };
 
+// Each unit, sign, zero and extreme; rounding at the last decimal; the
+// suffix and minimum-decimals arguments; each reciprocal form.
 const TextCase kTextCases[] = {{3, 108000, 8, 0, 0, 0, "1.5in"},
-                               {3, 108000, 0, 0, 0, 0, "2in"},
-                               {3, -108000, 0, 0, 0, 0, "-2in"},
                                {3, 0, 8, 0, 0, 0, "0in"},
                                {3, -1, 8, 0, 0, 0, "-0.000014in"},
                                {3, -1, 4, 0, 0, 0, "0in"},
-                               {3, kMax, 8, 0, 0, 0, "29826.161764in"},
                                {3, -kMax - 1, 8, 0, 0, 0, "-29826.161778in"},
                                {0, 1500000, 8, 0, 0, 0, "1.5in"},
-                               {1, 635000, 8, 0, 0, 0, "2.54cm"},
                                {1, kMax, 8, 0, 0, 0, "8589.93459cm"},
-                               {17, 635000, 8, 0, 0, 0, "25.4mm"},
                                {17, -3, 8, 0, 0, 0, "-0.0001mm"},
-                               {19, 12000, 8, 0, 0, 0, "12pt"},
-                               {19, 1234, 2, 0, 0, 0, "1.23pt"},
                                {19, 1235, 2, 0, 0, 0, "1.24pt"},
                                {19, -1500, 0, 0, 0, 0, "-2pt"},
                                {19, 1499, 0, 0, 0, 0, "1pt"},
-                               {19, 12000, 8, 0, 2, 0, "12.00pt"},
                                {19, 12000, 8, 0, 5, 0, "12.000pt"},
                                {19, 12050, 1, 0, 3, 0, "12.1pt"},
                                {19, 12000, 8, 1, 0, 0, "12"},
-                               {35, 72000, 8, 0, 0, 0, "72000mp"},
                                {35, -kMax - 1, 8, 0, 0, 0, "-2147483648mp"},
-                               {51, 72000, 8, 0, 0, 0, "6pc"},
                                {51, 1, 8, 0, 0, 0, "0pc"},
                                {255, -42, 0, 0, 0, 1, "-42"},
                                {17, 62500, 8, 0, 0, 1, "4/cm"},
-                               {1, 250000, 8, 0, 0, 1, "1/cm"},
                                {19, 12000, 8, 0, 0, 1, "1/pc"},
                                {35, 6000, 8, 0, 0, 1, "2/pc"},
-                               {3, 72000, 8, 0, 0, 1, "1/in"},
                                {3, -216000, 8, 0, 0, 1, "-0.3333/in"},
                                {3, -216000, 2, 0, 0, 1, "-0.33/in"},
                                {0, 1000000, 8, 0, 0, 1, "1/in"},
@@ -362,12 +339,7 @@ TEST(zuUnitSpanTest, DecimalCommaLocaleChangesNothing) {
   ASSERT_TRUE(zu::testing::zuCommaLocale::isComma())
       << "no locale with a decimal comma could be made";
   expectTexts();
-  for (const ReadCase& c : kReadCases) {
-    zuUnitSpan value;
-    EXPECT_EQ(value.SetFromText(c.text, Unit(c.defaultUnit), c.reciprocal), c.result) << c.text;
-    EXPECT_EQ(value.Value(), c.value) << c.text;
-  }
-  EXPECT_EQ(zuUnitSpan(0.5, zuUnitSpan::ePoints).Value(), 500);
+  expectReadings();
 }
 
 TEST(zuUnitSpanTest, EqualLengthsCompareEqualAcrossUnits) {
@@ -460,7 +432,6 @@ TEST(zuUnitSpanTest, AppliesFactorsStepByStep) {
       {2100000003, 70, 30, 605032711},    // 3: 7/3 once a 0 is struck off; wraps
       {7, 1, 2, 4},                       // 4: rounded half away from zero
       {-7, 1, 2, -4},
-      {5, 2, 3, 3},
       {1999999999, 3, 2, -kMax - 1},  // 4: ZuRound out of range
       {5, 0x100000002L, 1, 10}        // long arguments cut to 32 bits
   };
@@ -478,8 +449,7 @@ TEST(zuUnitSpanTest, SnapsToGridsAndSteps) {
     long value;
     unsigned stepUnit;
     long step, grid, round;
-  } cases[] = {{3, 7, 3, 5, 5, 5},
-               {3, -7, 3, 5, -10, -5},
+  } cases[] = {{3, -7, 3, 5, -10, -5},
                {3, 8, 3, 5, 5, 10},
                {3, 3, 3, 4, 0, 4},
                {3, -3, 3, 4, -4, -4},
@@ -488,8 +458,7 @@ TEST(zuUnitSpanTest, SnapsToGridsAndSteps) {
                {3, 7, 3, 0, 7, 7},
                {19, 7, 67, 5, 5, 5},
                {3, 72000, 1, 250000, 56693, 85039},  // 2.54 cm: 2 cm down, 3 cm to the nearest
-               {1, 635000, 3, 72000, 635000, 635000},
-               {3, kMax, 3, -2, kMax, kMax},  // 2147483648 saturates
+               {3, kMax, 3, -2, kMax, kMax},         // 2147483648 saturates
                {3, -kMax - 1, 3, -1, -kMax - 1, -kMax - 1},
                {3, 5, 3, -kMax - 1, kMax, 0}};
   for (const auto& c : cases) {

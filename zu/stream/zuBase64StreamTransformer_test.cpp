@@ -3,23 +3,18 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <random>
 #include <string>
 #include <vector>
 
 #include "zu/stream/zuBase64.h"
 #include "zu/stream/zuMemoryStreamFile.h"
 #include "zu/stream/zuMemoryStreamFileImpl.h"
+#include "zu/testing/zuRandomBytes.h"
 #include "zu/testing/zuTestText.h"
 
 namespace {
 
-std::string randomBytes(std::size_t count, unsigned seed) {
-  std::mt19937 random(seed);
-  std::string bytes(count, '\0');
-  for (char& byte : bytes) byte = static_cast<char>(random());
-  return bytes;
-}
+using zu::testing::randomBytes;
 
 std::string wholeEncoding(const std::string& bytes) {
   return zu::testing::str(Base64Encode(bytes.data(), static_cast<unsigned>(bytes.size()), 1));
@@ -43,24 +38,22 @@ std::string readAll(Stream& stream, unsigned size) {
   return text;
 }
 
+// Writes `bytes` into `file`, puts an encoder on top and goes back to the start.
+void encodeInto(zuMemoryStreamFile& file, const std::string& bytes) {
+  file.Write(bytes.data(), static_cast<unsigned>(bytes.size()));
+  file.PushTransformer(new zuBase64StreamTransformer);
+  file.SetPosition(zuFilePosition());
+}
+
 TEST(Base64StreamTransformerTest, EveryReadSizeGivesTheWholeEncoding) {
   for (const std::size_t count : {0, 1, 2, 3, 56, 57, 58, 1000}) {
     const std::string bytes = randomBytes(count, static_cast<unsigned>(count));
     const std::string expected = wholeEncoding(bytes);
     for (unsigned size = 1; size <= 254; ++size) {
-      zuMemoryStreamFileImpl body(0, 0);
-      body.Write(bytes.data(), static_cast<unsigned>(bytes.size()));
-      body.SetPosition(zuFilePosition());
-      zuBase64StreamTransformer encoder;
-      encoder.Initialize(&body);
-      ASSERT_EQ(readAll(encoder, size), expected) << count << " bytes, reads of " << size;
-      ASSERT_EQ(encoder.Read(&size, 1), 0u) << "nothing after the end";
-
       zuMemoryStreamFile file(0, zuFileMode::eReadWrite, 0, 0, 0);
-      file.Write(bytes.data(), static_cast<unsigned>(bytes.size()));
-      file.PushTransformer(new zuBase64StreamTransformer);
-      file.SetPosition(zuFilePosition());
-      ASSERT_EQ(readAll(file, size), expected) << count << " bytes, file reads of " << size;
+      encodeInto(file, bytes);
+      ASSERT_EQ(readAll(file, size), expected) << count << " bytes, reads of " << size;
+      ASSERT_EQ(file.Read(&size, 1), 0u) << "nothing after the end";
     }
   }
 }
@@ -68,8 +61,7 @@ TEST(Base64StreamTransformerTest, EveryReadSizeGivesTheWholeEncoding) {
 TEST(Base64StreamTransformerTest, OnAMemoryStreamFileToStringTwice) {
   const std::string bytes = randomBytes(5000, 1);
   zuMemoryStreamFile file(0, zuFileMode::eReadWrite, 0, 0, 0);
-  file.Write(bytes.data(), static_cast<unsigned>(bytes.size()));
-  file.PushTransformer(new zuBase64StreamTransformer);
+  encodeInto(file, bytes);
   file.SetPosition(zuFilePosition(10, zuFilePosition::eStart));
   const std::string expected = wholeEncoding(bytes);
   for (int pass = 0; pass < 2; ++pass) {
@@ -78,11 +70,6 @@ TEST(Base64StreamTransformerTest, OnAMemoryStreamFileToStringTwice) {
   EXPECT_EQ(file.GetPosition(), zuFilePosition(10, zuFilePosition::eStart)) << "restored";
   EXPECT_EQ(file.Length(), 5000u) << "the body's length";
   EXPECT_EQ(std::string(static_cast<const char*>(file), 5000), bytes);
-  // Reading on from the restored position restarts the encoder there.
-  file.SetPosition(zuFilePosition());
-  char text[8];
-  ASSERT_EQ(file.Read(text, 8), 8u);
-  EXPECT_EQ(std::string(text, 8), expected.substr(0, 8));
 }
 
 TEST(Base64StreamTransformerTest, RestartsAndForwards) {

@@ -3,7 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <random>
+#include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -11,17 +12,17 @@
 #include "zu/core/zuMessageIds.h"
 #include "zu/stream/internal/zuBase64Simd.h"
 #include "zu/stream/internal/zuStreamAllocation.h"
+#include "zu/testing/zuRandomBytes.h"
 #include "zu/testing/zuTestText.h"
 
 namespace {
 
-// zu/testing's str() has not landed on this branch yet.
-std::string str(const zuString& text) {
-  return std::string(text, text.Length());
-}
+using zu::testing::randomBytes;
+using zu::testing::str;
+using Decoder = std::function<void(char* out, unsigned& length)>;
 
 // An encoder written from RFC 4648 alone, with the library's line rule.
-std::string referenceEncode(const std::string& bytes, bool lineBreaks) {
+std::string referenceEncode(const std::string& bytes, int lineBreaks) {
   static const char kAlphabet[] =
       "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
   std::string plain;
@@ -44,93 +45,84 @@ std::string referenceEncode(const std::string& bytes, bool lineBreaks) {
   return broken;
 }
 
-std::string encodeChars(const std::string& bytes, bool lineBreaks) {
-  std::string out(Base64EncodeLength(static_cast<unsigned>(bytes.size()), lineBreaks) + 1, '#');
-  Base64Encode(out.data(), bytes.data(), static_cast<unsigned>(bytes.size()), lineBreaks);
-  out.pop_back();
-  return out;
+// Every encoder on `bytes`, each into a block of exactly Base64EncodeLength
+// units and two guard units (a NUL is written only for an empty result);
+// each must agree with the `char` one, whose text is returned.
+std::string encodeEveryWay(const std::string& bytes, int lineBreaks) {
+  const unsigned n = static_cast<unsigned>(bytes.size());
+  const unsigned length = Base64EncodeLength(n, lineBreaks);
+  std::string chars(length + 2, '#');
+  std::vector<signed char> signedChars(length + 2, '#');
+  std::u16string wide(length + 2, u'#');
+  Base64Encode(chars.data(), bytes.data(), n, lineBreaks);
+  Base64Encode(signedChars.data(), bytes.data(), n, lineBreaks);
+  Base64Encode(wide.data(), bytes.data(), n, lineBreaks);
+  EXPECT_EQ(chars.substr(length), n == 0 ? std::string("\0#", 2) : "##") << "past the length";
+  EXPECT_EQ(std::string(signedChars.begin(), signedChars.end()), chars);
+  EXPECT_EQ(wide, std::u16string(chars.begin(), chars.end()));
+  chars.resize(length);
+  EXPECT_EQ(str(Base64Encode(bytes.data(), n, lineBreaks)), chars);
+  return chars;
 }
 
-// Decodes with the `char` overload; "!" when it raises 16777.
-std::string decodeChars(const std::string& text, int* remainder = nullptr) {
-  std::string out(Base64DecodeLength(static_cast<unsigned>(text.size())), '\0');
+// Runs one decoder on a text of `n` characters into Base64DecodeLength(n)
+// bytes followed by guard bytes; "!" when it raises 16777.
+std::string decodeWith(const Decoder& decode, unsigned n) {
+  std::string out(Base64DecodeLength(n) + 8, '#');
   unsigned length = 99;
   try {
-    Base64Decode(out.data(), length, text.data(), static_cast<unsigned>(text.size()), remainder);
+    decode(out.data(), length);
   } catch (const zuExFull& error) {
     EXPECT_TRUE(error.HasResId(zuMessageIds::kInvalidBase64));
     EXPECT_EQ(length, 0u);
     return "!";
   }
+  EXPECT_EQ(out.substr(Base64DecodeLength(n)), "########") << "written past the bound";
   out.resize(length);
   return out;
 }
 
+std::string decodeChars(const std::string& text, int* remainder = nullptr) {
+  const unsigned n = static_cast<unsigned>(text.size());
+  return decodeWith(
+      [&](char* out, unsigned& length) { Base64Decode(out, length, text.data(), n, remainder); },
+      n);
+}
+
 // Every decoding overload on one text; each must agree with the `char` one.
 std::string decodeEveryWay(const std::string& text) {
-  const std::string expected = decodeChars(text);
   const unsigned n = static_cast<unsigned>(text.size());
-  std::vector<std::string> results;
-  const auto attempt = [&](auto&& decode) {
-    std::string out(Base64DecodeLength(n), '\0');
-    unsigned length = 0;
-    try {
-      decode(out.data(), length);
-    } catch (const zuExFull& error) {
-      EXPECT_TRUE(error.HasResId(zuMessageIds::kInvalidBase64));
-      results.push_back("!");
-      return;
-    }
-    out.resize(length);
-    results.push_back(out);
-  };
+  const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
   const std::u16string wide(text.begin(), text.end());
   const zuString string = zuString::FromBytes(text.data(), n);
-  attempt([&](char* out, unsigned& length) {
-    Base64Decode(out, length, reinterpret_cast<const unsigned char*>(text.data()), n);
-  });
-  attempt([&](char* out, unsigned& length) {
-    Base64Decode(out, length, reinterpret_cast<const signed char*>(text.data()), n);
-  });
-  attempt([&](char* out, unsigned& length) { Base64Decode(out, length, wide.data(), n); });
-  attempt([&](char* out, unsigned& length) { Base64Decode(out, length, string); });
-  attempt([&](char* out, unsigned& length) {
-    char* block = Base64Decode(length, string);
-    std::memcpy(out, block, length);
-    delete[] block;
-  });
-  for (const std::string& result : results) EXPECT_EQ(result, expected) << text;
+  const Decoder others[] = {
+      [&](char* out, unsigned& length) { Base64Decode(out, length, bytes, n); },
+      [&](char* out, unsigned& length) {
+        Base64Decode(out, length, reinterpret_cast<const signed char*>(bytes), n);
+      },
+      [&](char* out, unsigned& length) { Base64Decode(out, length, wide.data(), n); },
+      [&](char* out, unsigned& length) { Base64Decode(out, length, string); },
+      [&](char* out, unsigned& length) {
+        const std::unique_ptr<char[]> block(Base64Decode(length, string));
+        std::memcpy(out, block.get(), length);
+      }};
+  const std::string expected = decodeChars(text);
+  for (const Decoder& decode : others) EXPECT_EQ(decodeWith(decode, n), expected) << text;
   return expected;
 }
 
 TEST(Base64Test, LengthsAreComputedIn64Bits) {
-  struct Case {
-    unsigned n;
-    int lineBreaks;
-    unsigned expected;
-  };
-  const Case encodeCases[] = {
-      {0, 1, 0},
-      {1, 0, 4},
-      {3, 0, 4},
-      {4, 0, 8},
-      {57, 1, 76},
-      {58, 1, 81},
-      {114, 1, 153},
-      {115, 1, 158},
-      {3221225469u, 0, 4294967292u},
-      {3221225472u, 0, 4294967295u},
-      {4294967295u, 1, 4294967295u},
-  };
-  for (const Case& c : encodeCases) {
-    EXPECT_EQ(Base64EncodeLength(c.n, c.lineBreaks), c.expected) << c.n;
-  }
-  const Case decodeCases[] = {
-      {0, 0, 0}, {1, 0, 3}, {4, 0, 3}, {5, 0, 6}, {4294967295u, 0, 3221225472u}};
-  for (const Case& c : decodeCases) EXPECT_EQ(Base64DecodeLength(c.n), c.expected) << c.n;
+  // Small lengths are checked exactly by every encoding and decoding here,
+  // each made into a block of the size they give.
+  EXPECT_EQ(Base64EncodeLength(3221225469u, 0), 4294967292u);
+  EXPECT_EQ(Base64EncodeLength(3221225472u, 0), 4294967295u);  // saturated
+  EXPECT_EQ(Base64EncodeLength(4294967295u, 1), 4294967295u);
+  EXPECT_EQ(Base64DecodeLength(4294967295u), 3221225472u);
+  EXPECT_EQ(Base64DecodeLength(4), 3u);
+  EXPECT_EQ(Base64DecodeLength(5), 6u);
 }
 
-TEST(Base64Test, RfcVectorsThroughEveryEncoder) {
+TEST(Base64Test, RfcVectorsThroughEveryOverload) {
   const char* const vectors[][2] = {{"", ""},
                                     {"f", "Zg=="},
                                     {"fo", "Zm8="},
@@ -139,22 +131,8 @@ TEST(Base64Test, RfcVectorsThroughEveryEncoder) {
                                     {"fooba", "Zm9vYmE="},
                                     {"foobar", "Zm9vYmFy"}};
   for (const auto& [plain, encoded] : vectors) {
-    const unsigned n = static_cast<unsigned>(std::strlen(plain));
-    const std::string expected = encoded;
-    char chars[16];
-    signed char signedChars[16];
-    char16_t wide[16];
-    std::memset(chars, '#', sizeof chars);
-    Base64Encode(chars, plain, n, 0);
-    Base64Encode(signedChars, plain, n, 1);
-    Base64Encode(wide, plain, n, 0);
-    const std::size_t length = expected.size();
-    EXPECT_EQ(std::string(chars, length), expected);
-    EXPECT_EQ(chars[length], n == 0 ? '\0' : '#') << "a NUL only for an empty result";
-    EXPECT_EQ(std::string(reinterpret_cast<char*>(signedChars), length), expected);
-    EXPECT_EQ(std::u16string(wide, length), std::u16string(expected.begin(), expected.end()));
-    EXPECT_EQ(str(Base64Encode(plain, n, 1)), expected);
-    EXPECT_EQ(decodeEveryWay(expected), plain);
+    EXPECT_EQ(encodeEveryWay(plain, 1), encoded);
+    EXPECT_EQ(decodeEveryWay(encoded), plain);
   }
   char empty = '#';
   Base64Encode(&empty, nullptr, 5, 0);
@@ -163,45 +141,43 @@ TEST(Base64Test, RfcVectorsThroughEveryEncoder) {
 }
 
 TEST(Base64Test, DecodingEdgeCases) {
-  struct Case {
-    const char* text;
-    const char* expected;
-  };  // "!" raises 16777
-  const Case cases[] = {
-      {"TWFu", "Man"},   {"TWE=", "Ma"},      {"TW\r\nFu", "Man"},
-      {"TQ=u", "M"},     {"TWF", "!"},        {"TW==", "!"},
-      {"QQ", "A"},       {"TWE", "Ma"},       {"A", ""},
-      {"Q", "!"},        {" \t\r\n", ""},     {"TWFu=\x01garbage", "Man"},
-      {"TWFu\x01", "!"}, {"TW-u", "!"},       {"TW Fu TWE=", "ManMa"},
-      {"=", ""},         {"TWFu====", "Man"}, {"\xC3\xA9", "!"},
-  };
-  for (const Case& c : cases) EXPECT_EQ(decodeEveryWay(c.text), c.expected) << c.text;
+  // "!" raises 16777; bytes outside the alphabet have a test of their own.
+  const char* const cases[][2] = {{"TWE=", "Ma"},
+                                  {"TW\r\nFu", "Man"},
+                                  {"TQ=u", "M"},
+                                  {"TWF", "!"},
+                                  {"TW==", "!"},
+                                  {"QQ", "A"},
+                                  {"TWE", "Ma"},
+                                  {"A", ""},
+                                  {"Q", "!"},
+                                  {" \t\r\n", ""},
+                                  {"TW Fu TWE=", "ManMa"},
+                                  {"TWFu====", "Man"},
+                                  {"TWFu=\x01garbage", "Man"}};
+  for (const auto& [text, expected] : cases) EXPECT_EQ(decodeEveryWay(text), expected) << text;
   // Units outside one byte and negative signed chars are outside the alphabet.
   const char16_t wide[] = {u'T', u'W', static_cast<char16_t>(0x0146), u'u'};
   const signed char negative[] = {'T', 'W', -58, 'u'};
-  char out[3];
-  unsigned length = 7;
-  EXPECT_THROW(Base64Decode(out, length, wide, 4), zuExFull);
-  EXPECT_EQ(length, 0u);
-  EXPECT_THROW(Base64Decode(out, length, negative, 4), zuExFull);
-  EXPECT_NO_THROW(Base64Decode(out, length, static_cast<const char*>(nullptr), 4));
-  EXPECT_EQ(length, 0u);
+  const char* const null = nullptr;  // a null input is empty
+  EXPECT_EQ(decodeWith([&](char* out, unsigned& n) { Base64Decode(out, n, wide, 4); }, 4), "!");
+  EXPECT_EQ(decodeWith([&](char* out, unsigned& n) { Base64Decode(out, n, negative, 4); }, 4), "!");
+  EXPECT_EQ(decodeWith([&](char* out, unsigned& n) { Base64Decode(out, n, null, 4); }, 4), "");
 }
 
 TEST(Base64Test, StreamedDecodingLeavesTheTailOfAnIncompleteGroup) {
-  struct Case {
+  const struct {
     const char* text;
     const char* expected;
     int remainder;
+  } cases[] = {
+      {"TWFuTW", "Man", 2},     {"TWFu", "Man", 0},           {"TW", "", 2},
+      {"TWFuTWE=", "ManMa", 0}, {"TWFu\r\nTW", "Man", 4},     {"TWFuTWE\n", "Man", 4},
+      {"TWFu\r\n", "Man", 2},   {"TWFu\n\n\n\n\n", "Man", 0}, {"TWFuTW\n=", "Man", 4},
+      {"TQ=u", "M", 0},         {"TWFu\r\nBBB", "Man", 5},    {"TWFu\r\nTWFuT", "ManMan", 1},
+      {"TWFuTW=", "Man", 3},    {"TWFu\r\n\n", "Man", 3},
   };
-  const Case cases[] = {
-      {"TWFuTW", "Man", 2},           {"TWFu", "Man", 0},        {"TW", "", 2},
-      {"TWFuTWE=", "ManMa", 0},       {"TWFuTWFu", "ManMan", 0}, {"TWFu\r\nTW", "Man", 4},
-      {"TWFuTWE\n", "Man", 4},        {"TWFu\r\n", "Man", 2},    {"TWFu\n\n\n\n\n", "Man", 0},
-      {"TWFuTW\n=", "Man", 4},        {"TQ=u", "M", 0},          {"TWFu\r\nBBB", "Man", 5},
-      {"TWFu\r\nTWFuT", "ManMan", 1}, {"TWFuTW=", "Man", 3},     {"TWFu\r\n\n", "Man", 3},
-  };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     int remainder = -1;
     EXPECT_EQ(decodeChars(c.text, &remainder), c.expected) << c.text;
     EXPECT_EQ(remainder, c.remainder) << c.text;
@@ -223,16 +199,14 @@ INSTANTIATE_TEST_SUITE_P(Walks, Base64WalkTest, ::testing::Values(false, true),
                          [](const auto& walk) { return walk.param ? "Simd" : "Scalar"; });
 
 TEST_P(Base64WalkTest, EveryLengthRoundTripsInBothLineModes) {
-  std::mt19937 random(20);
-  std::string bytes;
+  const std::string all = randomBytes(1024, 20);
   for (unsigned n = 0; n <= 1024; ++n) {
-    for (const bool lineBreaks : {false, true}) {
-      const std::string encoded = encodeChars(bytes, lineBreaks);
+    const std::string bytes = all.substr(0, n);
+    for (const int lineBreaks : {0, 1}) {
+      const std::string encoded = encodeEveryWay(bytes, lineBreaks);
       ASSERT_EQ(encoded, referenceEncode(bytes, lineBreaks)) << n;
-      ASSERT_EQ(str(Base64Encode(bytes.data(), n, lineBreaks)), encoded) << n;
       ASSERT_EQ(decodeChars(encoded), bytes) << n;
     }
-    bytes += static_cast<char>(random());
   }
 }
 
@@ -241,30 +215,26 @@ TEST_P(Base64WalkTest, EveryByteValueAtEveryOffset) {
   for (int value = 0; value < 256; ++value) all += static_cast<char>(value);
   for (unsigned filler = 0; filler <= 80; ++filler) {
     const std::string bytes = std::string(filler, 'x') + all;
-    for (const bool lineBreaks : {false, true}) {
+    for (const int lineBreaks : {0, 1}) {
       const std::string expected = referenceEncode(bytes, lineBreaks);
-      ASSERT_EQ(encodeChars(bytes, lineBreaks), expected) << filler;
+      ASSERT_EQ(encodeEveryWay(bytes, lineBreaks), expected) << filler;
       ASSERT_EQ(decodeEveryWay(expected), bytes) << filler;
     }
   }
 }
 
 TEST(Base64Test, EncodePartWindowsGiveTheWholeEncoding) {
-  std::mt19937 random(7);
-  std::string bytes(700, '\0');
-  for (char& byte : bytes) byte = static_cast<char>(random());
+  const std::string bytes = randomBytes(700, 7);
   for (const int lineBreaks : {0, 1}) {
-    const std::string whole = referenceEncode(bytes, lineBreaks != 0);
+    const std::string whole = referenceEncode(bytes, lineBreaks);
     for (unsigned window = 1; window <= 254; ++window) {
       // Parts of a multiple of 3 bytes into a window of `window` characters.
       std::string text;
-      long bits = 0;
-      long charCount = 0;
+      long bits = 0, charCount = 0;
       const unsigned part = (window / 3 + 1) * 3;
       for (unsigned start = 0; start < bytes.size(); start += part) {
         const unsigned length = std::min<unsigned>(part, bytes.size() - start);
-        std::vector<char> out(window + 2, '#');
-        std::vector<char> spill(2 * part + 8, '#');
+        std::vector<char> out(window + 2, '#'), spill(2 * part + 8, '#');
         unsigned spillLen = 99;
         long outEnd = -1;
         Base64EncodePart(out.data(), bytes.data() + start, spill.data(), spillLen, 1, bits,
@@ -273,8 +243,7 @@ TEST(Base64Test, EncodePartWindowsGiveTheWholeEncoding) {
         ASSERT_GE(outEnd, 1);
         ASSERT_LE(outEnd, long(window) + 1);
         ASSERT_EQ(out[window + 1], '#') << "written past the window";
-        text.append(out.data() + 1, outEnd - 1);
-        text.append(spill.data(), spillLen);
+        text.append(out.data() + 1, outEnd - 1).append(spill.data(), spillLen);
       }
       ASSERT_EQ(text, whole) << window;
     }
@@ -289,35 +258,31 @@ TEST(Base64Test, EncodePartWindowsGiveTheWholeEncoding) {
 }
 
 // Decodes `text` fed in pieces of `chunk` characters, the remainder put in
-// front of the next piece and the last tail decoded whole.
+// front of the next piece and the last tail decoded whole; "!" when a piece
+// raises 16777.
 std::string decodeStreamed(const std::string& text, std::size_t chunk) {
-  std::string result;
-  std::string pending;
+  std::string result, pending;
   for (std::size_t start = 0; start < text.size(); start += chunk) {
     pending += text.substr(start, chunk);
-    std::string out(Base64DecodeLength(static_cast<unsigned>(pending.size())), '\0');
-    unsigned length = 0;
     int remainder = -1;
-    Base64Decode(out.data(), length, pending.data(), static_cast<unsigned>(pending.size()),
-                 &remainder);
-    result.append(out.data(), length);
+    const std::string piece = decodeChars(pending, &remainder);
+    if (piece == "!") return piece;
+    result += piece;
     const bool ended = remainder == 0 && pending.find('=') != std::string::npos;
     pending.erase(0, pending.size() - remainder);
     if (ended) return result;
   }
-  return result + decodeChars(pending);
+  const std::string tail = decodeChars(pending);
+  return tail == "!" ? tail : result + tail;
 }
 
 TEST_P(Base64WalkTest, StreamedDecodingOfBrokenTextInEveryChunkSize) {
-  std::mt19937 random(3);
-  std::string bytes(500, '\0');
-  for (char& byte : bytes) byte = static_cast<char>(random());
-  const std::string plain = referenceEncode(bytes, false);
+  const std::string bytes = randomBytes(500, 3);
+  const std::string plain = referenceEncode(bytes, 0);
   std::string crlf, spaced;
   for (std::size_t i = 0; i < plain.size(); i += 64) crlf += plain.substr(i, 64) + "\r\n";
   for (std::size_t i = 0; i < plain.size(); i += 3) spaced += plain.substr(i, 3) + " ";
-  const std::string texts[] = {referenceEncode(bytes, true), crlf, spaced};
-  for (const std::string& text : texts) {
+  for (const std::string& text : {referenceEncode(bytes, 1), crlf, spaced}) {
     for (std::size_t chunk = 1; chunk <= 254; ++chunk) {
       ASSERT_EQ(decodeStreamed(text, chunk), bytes) << chunk;
     }
@@ -329,8 +294,8 @@ TEST_P(Base64WalkTest, EveryByteOutsideTheAlphabetRaisesAtEveryPosition) {
   const std::string bytes =
       "Man is distinguished, not only by his reason, but by this singular "
       "passion from other animals.";
-  const std::string valid = referenceEncode(bytes.substr(0, 90), false) + " \r\n\t" +
-                            referenceEncode(bytes.substr(90), false);
+  const std::string valid =
+      referenceEncode(bytes.substr(0, 90), 0) + " \r\n\t" + referenceEncode(bytes.substr(90), 0);
   const std::string allowed =
       "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/= \t\r\n";
   const std::size_t end = valid.find('=');
@@ -341,42 +306,23 @@ TEST_P(Base64WalkTest, EveryByteOutsideTheAlphabetRaisesAtEveryPosition) {
       std::string text = valid;
       text.insert(at, 1, static_cast<char>(byte));
       ASSERT_EQ(decodeEveryWay(text), "!") << byte << " at " << at;
-      ASSERT_THROW(decodeStreamed(text, 5), zuExFull) << byte << " at " << at;
+      ASSERT_EQ(decodeStreamed(text, 5), "!") << byte << " at " << at;
       ++raised;
     }
-    std::string after = valid;
-    after.push_back(static_cast<char>(byte));
-    ASSERT_EQ(decodeEveryWay(after), bytes) << "ignored after \"=\"";
+    ASSERT_EQ(decodeEveryWay(valid + static_cast<char>(byte)), bytes) << "ignored after \"=\"";
   }
   EXPECT_EQ(raised, (256 - 69) * static_cast<int>(end + 1));
 }
 
-TEST(Base64Test, DecodersWriteNoFurtherThanTheBound) {
-  for (const char* text : {"TWFu", "TWFuTWFuTWFu", "TWFuTWFuTWFuTQ==", "QUJD\nREVG\nR0g="}) {
-    const unsigned n = static_cast<unsigned>(std::strlen(text));
-    std::vector<char> out(Base64DecodeLength(n) + 8, '#');
-    unsigned length = 0;
-    Base64Decode(out.data(), length, text, n);
-    for (std::size_t i = Base64DecodeLength(n); i < out.size(); ++i) {
-      EXPECT_EQ(out[i], '#') << text;
-    }
-  }
-}
-
 TEST(Base64Test, AllocatingDecodeOwnsItsBlock) {
   unsigned length = 9;
-  char* bytes = Base64Decode(length, zuString("TWFu\nTWE="));
-  EXPECT_EQ(std::string(bytes, length), "ManMa");
-  delete[] bytes;
-  char* empty = Base64Decode(length, zuString());
+  const std::unique_ptr<char[]> empty(Base64Decode(length, zuString()));
   EXPECT_NE(empty, nullptr);
   EXPECT_EQ(length, 0u);
-  delete[] empty;
   int remainder = -1;
-  char* part = Base64Decode(length, zuString("TWFuTW"), &remainder);
-  EXPECT_EQ(std::string(part, length), "Man");
+  const std::unique_ptr<char[]> part(Base64Decode(length, zuString("TWFuTW"), &remainder));
+  EXPECT_EQ(std::string(part.get(), length), "Man");
   EXPECT_EQ(remainder, 2);
-  delete[] part;
   EXPECT_THROW(Base64Decode(length, zuString("TW-u")), zuExFull);  // ASan: freed
   zu::internal::failStreamAllocationAfter(0);
   EXPECT_THROW(Base64Decode(length, zuString("TWFu")), zuExMemory);
