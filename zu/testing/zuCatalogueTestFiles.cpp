@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 
 namespace zu::testing {
 
@@ -33,6 +34,11 @@ std::string zuScratchFolder::write(const std::string& name, const std::string& c
   std::filesystem::create_directories(file.parent_path());
   std::ofstream(file, std::ios::binary) << content;
   return file.string();
+}
+
+std::string zuScratchFolder::read(const std::string& name) const {
+  std::ifstream file(std::filesystem::path(path_) / name, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
 }
 
 zuLocaleEnvironment::zuLocaleEnvironment(const char* lcAll, const char* lang) {

@@ -30,6 +30,8 @@ class zuScratchFolder {
   // Writes `content` to `name` under the folder, making sub-folders, and
   // returns the file's path.
   std::string write(const std::string& name, const std::string& content) const;
+  // The bytes of `name` under the folder; "" when it cannot be read.
+  std::string read(const std::string& name) const;
 
  private:
   std::string path_;
