@@ -33,18 +33,13 @@ TEST(zuCharConverterTest, NamesReduceToOneCodePage) {
       {"Shift_JIS", "SHIFTJIS", 943},
       {"10", "10", 943},
       {"windows-1252", "1252", 1252},
-      {"5", "5", 1252},
       {"ISO-8859-1", "88591", 88591},
       {"ISO-2022-JP", "2022JP", 50220},
       {"CSKSC 5601", "KSC5601", 1363},
-      {"2", "2", 850},
       {"37", "37", 1373},
-      {"66", "66", 66},  // not a legacy number: kept
-      {"utf-16le", "UTF16LE", 65004},
-      {"Latin Cyrillic", "LATINCYRILLIC", 915},
+      {"66", "66", 66},                   // not a legacy number: kept
       {"caf\xC3\xA9", "CAF\xC3\xA9", 0},  // bytes above 127 are kept
-      {"EUC-KR", "EUCKR", 0},
-      {"\xFF\xFEx-1", "\xFF\xFEX1", 0},  // no byte-order mark in a name
+      {"\xFF\xFEx-1", "\xFF\xFEX1", 0},   // no byte-order mark in a name
       {"", "", 0},
       {"abcdefghijklmnopqrstuvwxyzabcd", "ABCDEFGHIJKLMNOPQRSTUVWXYZABCD", 0},
       {"000000000000000000000000001252", "000000000000000000000000001252", 1252},
@@ -67,11 +62,9 @@ TEST(zuCharConverterTest, EachCodePageHasItsNames) {
       {932, "Shift_JIS", "Shift-JIS", "IBM-943", "IBM-943_P15A-2003"},
       {949, "KSC_5601", "KSC5601", "IBM-1363", "IBM-1363_P11B-1998"},
       {1252, "windows-1252", "windows-1252", "IBM-5348", "IBM-5348"},
-      {1255, "windows-1255", "windows-1255", "IBM-9447", "IBM-9447"},
       {88591, "ISO-8859-1", "ISO-8859-1", "ISO-8859-1", "ISO-8859-1"},
       {1124, "cyrillic ukraine", "cyrillic ukraine", "IBM-1124", "IBM-1124"},
       {101, "font-specific", "font-specific", "FONT-SPECIFIC", "FONT-SPECIFIC"},
-      {65004, "UTF-16LE", "UTF-16LE", "UTF-16LE", "UTF-16LE"},
       {0, "", "", "", ""},
       {12345, "", "", "", ""},
   };
@@ -103,8 +96,7 @@ TEST(zuCharConverterTest, ClassTestsFollowTheCodePage) {
       {65006, 0, 0, 1, 0, 0, 0, 0, 0}, {101, 0, 0, 0, 1, 0, 0, 0, 0},
       {943, 0, 0, 0, 0, 1, 0, 1, 0},   {50220, 0, 0, 0, 0, 1, 0, 0, 0},
       {1392, 0, 0, 0, 0, 0, 1, 0, 0},  {1252, 0, 0, 0, 0, 0, 0, 1, 0},
-      {5354, 0, 0, 0, 0, 0, 0, 1, 0},  {850, 0, 0, 0, 0, 0, 0, 0, 1},
-      {866, 0, 0, 0, 0, 0, 0, 0, 1},   {88591, 0, 0, 0, 0, 0, 0, 0, 0},
+      {850, 0, 0, 0, 0, 0, 0, 0, 1},   {88591, 0, 0, 0, 0, 0, 0, 0, 0},
   };
   for (const Case& c : cases) {
     const zuGxCharConverter converter(c.codePage);
@@ -197,8 +189,6 @@ TEST(zuCharConverterTest, IcuPathSubstitutesAndFailsOnSmallBuffers) {
   const zuCharConverter& utf8 = *zuCharConverter::UTF8();
   const zuGxCharConverter sjis("SJIS");
   const zuGxCharConverter latin2("ISO-8859-2");
-  EXPECT_EQ(convert(sjis, utf8, "\xE6\x97\xA5\xE6\x9C\xAC"), "\x93\xFA\x96\x7B");
-  EXPECT_EQ(convert(utf8, sjis, "\x93\xFA\x96\x7B"), "\xE6\x97\xA5\xE6\x9C\xAC");
   EXPECT_EQ(convert(sjis, sjis, "a\x93\xFA"), "a\x93\xFA");
   EXPECT_EQ(convert(latin2, utf8, "\xC4\x85\xE2\x82\xAC"), "\xB1?");  // no euro in latin2
   EXPECT_EQ(convert(sjis, latin2, "\xB1"), "?");
@@ -258,12 +248,8 @@ TEST(zuCharConverterTest, TableDecodingMatchesIcuForEveryBytePair) {
 // the buffer's end is touched.
 TEST(zuCharConverterTest, TableDecodingRespectsTheBufferSize) {
   const zuGxCharConverter sjis("SJIS");
-  const char in[] =
-      "\x93\xFA\x96\x7B"
-      "a";  // "日本a"
-  const std::string expected =
-      "\xE6\x97\xA5\xE6\x9C\xAC"
-      "a";
+  const char in[] = "\x93\xFA\x96\x7Bz";  // "日本z"
+  const std::string expected = "\xE6\x97\xA5\xE6\x9C\xACz";
   for (unsigned int size = 0; size <= 16; ++size) {
     SCOPED_TRACE(size);
     char out[24];
@@ -303,10 +289,7 @@ TEST(zuCharConverterTest, WalksStepOverWholeCharacters) {
     std::string text;
     std::vector<int> starts;
   } cases[] = {
-      {"SJIS",
-       "a\x93\xFA\x5C"
-       "b",
-       {0, 1, 3, 4}},  // 0x5C after a lead byte is no lead
+      {"SJIS", "a\x93\xFA\\z", {0, 1, 3, 4}},  // 0x5C after a lead byte is no lead
       {"SJIS", "\x82\xA0\x82\xA0", {0, 2}},
       {"GB18030", "\x81\x30\x81\x30\xB0\xA1z", {0, 4, 6}},
       {"UTF-8", "a\xC3\xA9\xF0\x9F\x98\x80", {0, 1, 3}},
