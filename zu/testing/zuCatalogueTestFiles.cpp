@@ -41,12 +41,13 @@ std::string zuScratchFolder::read(const std::string& name) const {
   return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
 }
 
-zuLocaleEnvironment::zuLocaleEnvironment(const char* lcAll, const char* lang) {
+zuLocaleEnvironment::zuLocaleEnvironment(const char* lcAll, const char* lang,
+                                         const char* lcMessages) {
   for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
     const char* value = std::getenv(name);
     saved_.emplace_back(name, value ? std::optional<std::string>(value) : std::nullopt);
   }
-  unsetenv("LC_MESSAGES");
+  setVariable("LC_MESSAGES", lcMessages);
   setVariable("LC_ALL", lcAll);
   setVariable("LANG", lang);
 }

@@ -37,11 +37,11 @@ class zuScratchFolder {
   std::string path_;
 };
 
-// Sets (or, with null, unsets) LC_ALL and LANG and unsets LC_MESSAGES for its
+// Sets (or, with null, unsets) LC_ALL, LANG and LC_MESSAGES for its
 // lifetime; the three are restored afterwards.
 class zuLocaleEnvironment {
  public:
-  zuLocaleEnvironment(const char* lcAll, const char* lang);
+  zuLocaleEnvironment(const char* lcAll, const char* lang, const char* lcMessages = nullptr);
   ~zuLocaleEnvironment();
   zuLocaleEnvironment(const zuLocaleEnvironment&) = delete;
   zuLocaleEnvironment& operator=(const zuLocaleEnvironment&) = delete;
