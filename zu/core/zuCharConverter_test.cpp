@@ -11,19 +11,12 @@
 #include "zu/core/internal/zuConverterCache.h"
 #include "zu/core/zuGxCharConverter.h"
 #include "zu/core/zuString.h"
+#include "zu/testing/zuConverted.h"
 
 namespace {
 
 using zu::internal::zuConverterCache;
-
-std::string convert(const zuCharConverter& to, const zuCharConverter& from, const std::string& in,
-                    unsigned int outBytes = 256) {
-  std::string out(outBytes, '\x7F');
-  const unsigned int written =
-      to.Convert(out.data(), outBytes, &from, in.data(), static_cast<unsigned int>(in.size()));
-  out.resize(written);
-  return out;
-}
+using zu::testing::converted;
 
 TEST(zuCharConverterTest, NamesReduceToOneCodePage) {
   struct Case {
@@ -164,15 +157,15 @@ TEST(zuCharConverterTest, LibraryPathsConvertAmongUnicodeForms) {
   const std::string leBytes("A\0\xE9\0\x3D\xD8\x00\xDE", 8);
   const std::string beBytes("\0A\0\xE9\xD8\x3D\xDE\x00", 8);
 
-  EXPECT_EQ(convert(le, utf8, text), leBytes);
-  EXPECT_EQ(convert(be, utf8, text), beBytes);
-  EXPECT_EQ(convert(utf8, be, beBytes), text);
-  EXPECT_EQ(convert(le, be, beBytes), leBytes);
-  EXPECT_EQ(convert(font, utf8, "A\xC3\xA9\xC4\x80"), std::string("A\xE9\0", 3));  // U+0100
-  EXPECT_EQ(convert(utf8, font, "A\xE9"), "A\xC3\xA9");
-  EXPECT_EQ(convert(font, *zuCharConverter::UTF32BE(), std::string("\0\0\0A\0\0\x01\xE9", 8)),
+  EXPECT_EQ(converted(le, utf8, text), leBytes);
+  EXPECT_EQ(converted(be, utf8, text), beBytes);
+  EXPECT_EQ(converted(utf8, be, beBytes), text);
+  EXPECT_EQ(converted(le, be, beBytes), leBytes);
+  EXPECT_EQ(converted(font, utf8, "A\xC3\xA9\xC4\x80"), std::string("A\xE9\0", 3));  // U+0100
+  EXPECT_EQ(converted(utf8, font, "A\xE9"), "A\xC3\xA9");
+  EXPECT_EQ(converted(font, *zuCharConverter::UTF32BE(), std::string("\0\0\0A\0\0\x01\xE9", 8)),
             "A\xE9");
-  EXPECT_EQ(convert(utf8, utf8, "abcdef", 4), "abcd");
+  EXPECT_EQ(converted(utf8, utf8, "abcdef", 4), "abcd");
 
   // A NUL follows when it fits, two for UTF-16.
   char out[8];
@@ -189,11 +182,11 @@ TEST(zuCharConverterTest, IcuPathSubstitutesAndFailsOnSmallBuffers) {
   const zuCharConverter& utf8 = *zuCharConverter::UTF8();
   const zuGxCharConverter sjis("SJIS");
   const zuGxCharConverter latin2("ISO-8859-2");
-  EXPECT_EQ(convert(sjis, sjis, "a\x93\xFA"), "a\x93\xFA");
-  EXPECT_EQ(convert(latin2, utf8, "\xC4\x85\xE2\x82\xAC"), "\xB1?");  // no euro in latin2
-  EXPECT_EQ(convert(sjis, latin2, "\xB1"), "?");
-  EXPECT_EQ(convert(sjis, utf8, "\xE6\x97\xA5\xE6\x9C\xAC", 3), "");
-  EXPECT_EQ(convert(zuGxCharConverter("no such encoding"), utf8, "abc"), "");
+  EXPECT_EQ(converted(sjis, sjis, "a\x93\xFA"), "a\x93\xFA");
+  EXPECT_EQ(converted(latin2, utf8, "\xC4\x85\xE2\x82\xAC"), "\xB1?");  // no euro in latin2
+  EXPECT_EQ(converted(sjis, latin2, "\xB1"), "?");
+  EXPECT_EQ(converted(sjis, utf8, "\xE6\x97\xA5\xE6\x9C\xAC", 3), "");
+  EXPECT_EQ(converted(zuGxCharConverter("no such encoding"), utf8, "abc"), "");
 
   unsigned int codePoints[4] = {};
   EXPECT_EQ(latin2.ConvertFromMB(codePoints, 4, "a\xB1", 2), 2u);
@@ -233,7 +226,7 @@ TEST(zuCharConverterTest, TableDecodingMatchesIcuForEveryBytePair) {
       ucnv_convertEx(target, source, &cursor, expected + sizeof expected, &read,
                      in.data() + in.size(), nullptr, nullptr, nullptr, nullptr, true, true,
                      &status);
-      if (convert(utf8, from, in) != std::string(expected, cursor) && ++mismatches < 5) {
+      if (converted(utf8, from, in) != std::string(expected, cursor) && ++mismatches < 5) {
         ADD_FAILURE() << "bytes " << std::hex << pair;
       }
     }
@@ -271,12 +264,13 @@ TEST(zuCharConverterTest, CacheKeepsEightConvertersMostRecentFirst) {
   zuThreadLocalStorage::resetThreadStorage(zuThreadLocalStorage::eCharConverterCache);
   const char* names[] = {"SJIS",   "GBK",    "Big5",  "latin1", "latin2",
                          "latin3", "latin4", "greek", "hebrew"};
-  for (const char* name : names) convert(zuGxCharConverter(name), zuGxCharConverter("latin5"), "a");
+  for (const char* name : names)
+    converted(zuGxCharConverter(name), zuGxCharConverter("latin5"), "a");
   zuConverterCache& cache = zuConverterCache::current();
   ASSERT_EQ(cache.size(), zuConverterCache::kCapacity);
   EXPECT_EQ(cache.codePageAt(0), 920);  // the source is taken last
   EXPECT_EQ(cache.codePageAt(1), 916);
-  convert(zuGxCharConverter("latin2"), zuGxCharConverter("latin5"), "a");
+  converted(zuGxCharConverter("latin2"), zuGxCharConverter("latin5"), "a");
   EXPECT_EQ(cache.codePageAt(0), 920);
   EXPECT_EQ(cache.codePageAt(1), 912);
   EXPECT_EQ(cache.codePageAt(2), 916);

@@ -44,7 +44,6 @@ TEST_F(zuUtilityInitTest, VersionsMatchUpToTheLastDot) {
       {"", 0},
   };
   for (const Case& c : cases) EXPECT_EQ(zuVersionChecker::IsCorrect(c.version), c.correct) << c.version;
-  EXPECT_STREQ(zuGetUtilityVersion(), "3.6.19011.0");
   gbUtilityVersionTestMode = 1;
   EXPECT_STREQ(zuGetUtilityVersion(), "x.x.x.x");
 }
