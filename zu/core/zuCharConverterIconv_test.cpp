@@ -18,8 +18,11 @@
 #include <vector>
 
 #include "zu/core/zuGxCharConverter.h"
+#include "zu/testing/zuConverted.h"
 
 namespace {
+
+using zu::testing::converted;
 
 struct Encoding {
   const char *ours, *iconvName;
@@ -127,14 +130,6 @@ std::string utf8Of(const std::vector<unsigned int>& codePoints) {
   return text;
 }
 
-std::string ours(const zuCharConverter& to, const zuCharConverter& from, const std::string& in) {
-  std::string out(in.size() * 6 + 8, '\0');
-  const unsigned int written = to.Convert(out.data(), static_cast<unsigned int>(out.size()), &from,
-                                          in.data(), static_cast<unsigned int>(in.size()));
-  out.resize(written);
-  return out;
-}
-
 std::vector<unsigned int> candidates() {
   std::vector<unsigned int> codePoints;
   for (unsigned int cp = 1; cp < 0x3000; ++cp) codePoints.push_back(cp);
@@ -166,8 +161,8 @@ TEST_P(IconvDifferentialTest, SameBytesBothWays) {
     if (encoding.glibcComposes && u_charType(static_cast<UChar32>(cp)) == U_NON_SPACING_MARK) {
       continue;
     }
-    const std::string mine = ours(legacy, utf8, text);
-    const std::string mineBack = ours(utf8, legacy, theirs);
+    const std::string mine = converted(legacy, utf8, text);
+    const std::string mineBack = converted(utf8, legacy, theirs);
     const bool same =
         encoding.encoderMayDiffer ? mineBack == text : mine == theirs && mineBack == text;
     if (same) {
@@ -200,13 +195,13 @@ TEST_P(IconvDifferentialTest, SameBytesBothWays) {
   for (const auto& codePoints : texts) {
     const std::string text = utf8Of(codePoints);
     ASSERT_TRUE(encode.run(text, theirs));
-    const std::string mine = ours(legacy, utf8, text);
+    const std::string mine = converted(legacy, utf8, text);
     if (!encoding.encoderMayDiffer) {
       EXPECT_EQ(mine, theirs) << encoding.ours << " encoding " << text;
     }
     ASSERT_TRUE(decode.run(mine, back));
     EXPECT_EQ(back, text) << encoding.ours;
-    EXPECT_EQ(ours(utf8, legacy, theirs), text) << encoding.ours << " decoding";
+    EXPECT_EQ(converted(utf8, legacy, theirs), text) << encoding.ours << " decoding";
   }
 }
 

@@ -11,6 +11,7 @@
 #include "zu/core/internal/zuConverterCache.h"
 #include "zu/core/zuGxCharConverter.h"
 #include "zu/runtime/zuThreadLocalStorage.h"
+#include "zu/testing/zuConverted.h"
 
 namespace {
 
@@ -26,15 +27,9 @@ TEST(zuCharConverterThreadedTest, ThreadsConvertConcurrentlyWithOwnCaches) {
       zuGxCharConverter("UTF-16BE")};
   // ASCII and one kanji to the encoding and back ("?" where it is missing).
   auto roundTrip = [](const zuCharConverter& encoding) {
-    const std::string text = "abc \xE6\x97\xA5 123";
-    char out[64];
-    const unsigned int bytes =
-        encoding.Convert(out, sizeof out, zuCharConverter::UTF8(), text.data(),
-                         static_cast<unsigned int>(text.size()));
-    char back[64];
-    const unsigned int backBytes =
-        zuCharConverter::UTF8()->Convert(back, sizeof back, &encoding, out, bytes);
-    return std::string(out, bytes) + "|" + std::string(back, backBytes);
+    const zuCharConverter& utf8 = *zuCharConverter::UTF8();
+    const std::string bytes = zu::testing::converted(encoding, utf8, "abc \xE6\x97\xA5 123");
+    return bytes + "|" + zu::testing::converted(utf8, encoding, bytes);
   };
   std::vector<std::string> expected;  // what one thread alone gets
   for (const auto& encoding : encodings) expected.push_back(roundTrip(encoding));

@@ -31,7 +31,6 @@ TEST(zuFormatTest, ConversionsByArgumentKindAndLetter) {
       {"x is upper-case hex", [] { return zuFormat(zuString("%x"), 255); }, "FF", 1},
       {"X is not hex", [] { return zuFormat(zuString("%X"), 255); }, "255", 1},
       {"flag taken as letter", [] { return zuFormat(zuString("%-5d"), 7); }, "75d", 1},
-      {"h taken as letter", [] { return zuFormat(zuString("%hd"), 5); }, "5d", 1},
       {"zero padding", [] { return zuFormat(zuString("%05d"), 42); }, "00042", 1},
       {"signed long with u", [] { return zuFormat(zuString("%lu"), -1L); }, "-1", 1},
       {"unsigned", [] { return zuFormat(zuString("%u"), 4000000000u); }, "4000000000", 1},

@@ -12,20 +12,11 @@
 #include "zu/core/zuExAssert.h"
 #include "zu/core/zuException.h"
 #include "zu/runtime/zuThreadLocalStorage.h"
+#include "zu/testing/zuCountedBody.h"
 
 namespace {
 
-int gLiveBodies = 0;
-
-class Body : public zuObjImpl {
- public:
-  explicit Body(char name) : name_(name) { ++gLiveBodies; }
-  ~Body() override { --gLiveBodies; }
-  char name() const { return name_; }
-
- private:
-  char name_;
-};
+using Body = zu::testing::CountedBody;
 
 // The list's elements as letters, "." for a null element.
 std::string contents(const zuObjArrayList& list) {
@@ -56,9 +47,9 @@ TEST(zuObjArrayListTest, OperationsOnAThreeElementList) {
   const Case cases[] = {
       {"append", [](F& f) { return f.list.add(f.d); }, 1, "abcd"},
       {"append null", [](F& f) { return f.list.add(zuObjWrap()); }, 1, "abc."},
-      {"insert front", [](F& f) { f.list.add(0, f.d); return 0; }, 0, "dabc"},
-      {"insert at size", [](F& f) { f.list.add(3, f.d); return 0; }, 0, "abcd"},
-      {"insert past size", [](F& f) { f.list.add(4, f.d); return 0; }, -2, "abc"},
+      {"insert front", [](F& f) { return f.list.add(0, f.d), 0; }, 0, "dabc"},
+      {"insert at size", [](F& f) { return f.list.add(3, f.d), 0; }, 0, "abcd"},
+      {"insert past size", [](F& f) { return f.list.add(4, f.d), 0; }, -2, "abc"},
       {"checked get", [](F& f) { return f.list.get(5, 1).isNull(); }, -2, "abc"},
       {"checked impl", [](F& f) { return f.list.getIndexImpl(3) != nullptr; }, -2, "abc"},
       {"unchecked get", [](F& f) { return f.list.get(5, 0).isNull(); }, 1, "abc"},
@@ -66,27 +57,25 @@ TEST(zuObjArrayListTest, OperationsOnAThreeElementList) {
       {"set returns old", [](F& f) { return f.list.set(1, f.d) == f.b; }, 1, "adc"},
       {"set past size", [](F& f) { return f.list.set(3, f.d).isNull(); }, -2, "abc"},
       {"set own element", [](F& f) { return f.list.set(0, f.list.get(0)) == f.a; }, 1, "abc"},
-      {"replace", [](F& f) { f.list.replace(2, zuObjWrap()); return 0; }, 0, "ab."},
-      {"replace past size", [](F& f) { f.list.replace(3, f.d); return 0; }, -2, "abc"},
+      {"replace", [](F& f) { return f.list.replace(2, zuObjWrap()), 0; }, 0, "ab."},
+      {"replace past size", [](F& f) { return f.list.replace(3, f.d), 0; }, -2, "abc"},
       {"remove index", [](F& f) { return f.list.remove(1u) == f.b; }, 1, "ac"},
       {"remove past size", [](F& f) { return f.list.remove(7u).isNull(); }, 1, "abc"},
       {"remove element", [](F& f) { return f.list.remove(f.c); }, 1, "ab"},
       {"remove absent", [](F& f) { return f.list.remove(f.d); }, 0, "abc"},
-      {"removeAll ignores its argument", [](F& f) { return f.list.removeAll(zuObjArrayList()); },
-       1, ""},
-      {"removeAll empty", [](F& f) { f.list.clear(); return f.list.removeAll(f.list); }, 0, ""},
+      {"removeAll clears all", [](F& f) { return f.list.removeAll(zuObjArrayList()); }, 1, ""},
+      {"removeAll empty", [](F& f) { return f.list.clear(), f.list.removeAll(f.list); }, 0, ""},
       {"indexOf", [](F& f) { return f.list.indexOf(f.c); }, 2, "abc"},
-      {"indexOf equal body", [](F& f) { return f.list.indexOf(zuObjWrap(new Body('a'))); }, -1,
-       "abc"},
+      {"other body", [](F& f) { return f.list.indexOf(zuObjWrap(new Body('a'))); }, -1, "abc"},
       {"contains", [](F& f) { return f.list.contains(f.b) * 2 + f.list.contains(f.d); }, 2, "abc"},
-      {"extendSize", [](F& f) { f.list.extendSize(5); return 0; }, 0, "abc.."},
-      {"extendSize smaller", [](F& f) { f.list.extendSize(2); return 0; }, 0, "abc"},
-      {"clear", [](F& f) { f.list.clear(); return f.list.isEmpty(); }, 1, ""},
-      {"null found", [](F& f) { f.list.add(zuObjWrap()); return f.list.indexOf(zuObjWrap()); }, 3,
+      {"extendSize", [](F& f) { return f.list.extendSize(5), 0; }, 0, "abc.."},
+      {"extendSize smaller", [](F& f) { return f.list.extendSize(2), 0; }, 0, "abc"},
+      {"clear", [](F& f) { return f.list.clear(), f.list.isEmpty(); }, 1, ""},
+      {"null", [](F& f) { return f.list.add(zuObjWrap()), f.list.indexOf(zuObjWrap()); }, 3,
        "abc."},
   };
   for (const Case& c : cases) {
-    gLiveBodies = 0;
+    Body::live = 0;
     {
       Fixture f;
       int result = -3;
@@ -106,7 +95,7 @@ TEST(zuObjArrayListTest, OperationsOnAThreeElementList) {
         EXPECT_EQ(handle->getImpl()->getRefCount(), held) << c.what;
       }
     }
-    EXPECT_EQ(gLiveBodies, 0) << c.what;
+    EXPECT_EQ(Body::live, 0) << c.what;
   }
 }
 
@@ -144,7 +133,7 @@ TEST(zuObjArrayListTest, GrowthTakesWholeBlocksAndDoublesTheIncrement) {
     }
     list.add(zuObjWrap());
   }
-  EXPECT_LE(growths, 12u);  // doubling, not a fixed step
+  EXPECT_LE(growths, 12u);                                  // doubling, not a fixed step
   EXPECT_THROW(list.ensureCapacity(1u << 29), zuExMemory);  // 2^32 bytes
   EXPECT_EQ(list.size(), 100000u);
   EXPECT_EQ(body->capacity(), capacity);
@@ -172,19 +161,15 @@ TEST(zuObjArrayListTest, GrowthOffTheOwnerThreadThrowsAssert) {
 // body's count equals its shadow's use count, and as many bodies as shadows
 // are alive.
 TEST(zuObjArrayListTest, RandomOperationsMatchAModel) {
+  static int liveShadows = 0;
   struct Shadow {
+    explicit Shadow(const zuObjWrap& handle) : body(handle.getImpl()) { ++liveShadows; }
+    ~Shadow() { --liveShadows; }
     zuObjImpl* body;  // not owned
   };
   constexpr int kSlots = 6;  // a seventh choice is the null element
-  gLiveBodies = 0;
-  int liveShadows = 0;
-  const auto shadowOf = [&liveShadows](const zuObjWrap& handle) {
-    ++liveShadows;
-    return std::shared_ptr<Shadow>(new Shadow{handle.getImpl()}, [&liveShadows](Shadow* shadow) {
-      --liveShadows;
-      delete shadow;
-    });
-  };
+  Body::live = 0;
+  liveShadows = 0;
   const auto bodyOf = [](const std::shared_ptr<Shadow>& shadow) {
     return shadow ? shadow->body : nullptr;
   };
@@ -192,7 +177,7 @@ TEST(zuObjArrayListTest, RandomOperationsMatchAModel) {
   std::vector<std::shared_ptr<Shadow>> shadows;
   for (int slot = 0; slot < kSlots; ++slot) {
     pool.emplace_back(new Body('p'));
-    shadows.push_back(shadowOf(pool.back()));
+    shadows.push_back(std::make_shared<Shadow>(pool.back()));
   }
   std::mt19937 random(20240521);
   zuObjArrayList list;
@@ -245,7 +230,7 @@ TEST(zuObjArrayListTest, RandomOperationsMatchAModel) {
         break;
       case 8:  // retires a pool body: it lives on while the list holds it
         pool[slot % kSlots] = zuObjWrap(new Body('p'));
-        shadows[slot % kSlots] = shadowOf(pool[slot % kSlots]);
+        shadows[slot % kSlots] = std::make_shared<Shadow>(pool[slot % kSlots]);
         break;
       default:
         EXPECT_EQ(list.indexOf(element), found != model.end() ? found - model.begin() : -1);
@@ -254,7 +239,7 @@ TEST(zuObjArrayListTest, RandomOperationsMatchAModel) {
     for (unsigned int position = 0; position < model.size(); ++position) {
       ASSERT_EQ(list.getIndexImpl(position), bodyOf(model[position])) << step;
     }
-    ASSERT_EQ(gLiveBodies, liveShadows) << step;
+    ASSERT_EQ(Body::live, liveShadows) << step;
     for (int each = 0; each < kSlots; ++each) {
       ASSERT_EQ(static_cast<long>(pool[each].getImpl()->getRefCount()), shadows[each].use_count())
           << step;
@@ -262,7 +247,7 @@ TEST(zuObjArrayListTest, RandomOperationsMatchAModel) {
   }
   list.clear();
   pool.clear();
-  EXPECT_EQ(gLiveBodies, 0);
+  EXPECT_EQ(Body::live, 0);
 }
 
 }  // namespace

@@ -46,8 +46,6 @@ TEST_F(zuPosixResourceLoaderTest, CandidatesFollowTheUserLocaleThenEnThenIntl) {
   };
   const std::vector<Case> cases = {
       {"fr_CA.UTF-8", nullptr, {"fr_CA", "fr", "En", "Intl"}, "fr_CA"},
-      {"fr_CA.UTF-8", nullptr, {"fr", "En", "Intl"}, "fr"},
-      {"fr_CA.UTF-8", nullptr, {"En", "Intl"}, "En"},
       {"fr_CA.UTF-8", nullptr, {"Intl"}, "Intl"},
       {"fr_CA.UTF-8", nullptr, {}, "(none)"},
       {"", "de_DE.UTF-8@euro", {"de", "En"}, "de"},

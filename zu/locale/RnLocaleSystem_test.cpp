@@ -1,38 +1,22 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
-#include <cstdlib>
-#include <string>
-#include <vector>
 
 #include "zu/locale/RnData.h"
 #include "zu/locale/RnLocale.h"
+#include "zu/testing/zuCatalogueTestFiles.h"
 
 namespace {
 
-// Sets the environment variables for one test and restores them afterwards,
-// with the C library's locale.
+using zu::testing::zuLocaleEnvironment;
+
+// Each test ends without a recorded locale, in the C library's "C" locale.
 class RnLocaleSystemTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    for (const char* variable : kVariables) {
-      const char* value = std::getenv(variable);
-      saved_.emplace_back(value != nullptr ? value : "");
-    }
-  }
   void TearDown() override {
-    for (size_t i = 0; i < saved_.size(); ++i) setenv(kVariables[i], saved_[i].c_str(), 1);
     RnLocale::setLocale("");  // forgets the recorded locale
     std::setlocale(LC_ALL, "C");
   }
-  static void environment(const char* all, const char* messages, const char* lang) {
-    setenv("LC_ALL", all, 1);
-    setenv("LC_MESSAGES", messages, 1);
-    setenv("LANG", lang, 1);
-  }
-
-  static constexpr const char* kVariables[] = {"LC_ALL", "LC_MESSAGES", "LANG"};
-  std::vector<std::string> saved_;
 };
 
 TEST_F(RnLocaleSystemTest, GetLocaleMapsTheRecordedIdBackToARow) {
@@ -48,7 +32,7 @@ TEST_F(RnLocaleSystemTest, GetLocaleMapsTheRecordedIdBackToARow) {
       {"sh_HR", "sh_HR"},       // 1050 is carried by hr_HR and, later, sh_HR
       {"c", "c"},
   };
-  environment("", "", "");
+  const zuLocaleEnvironment none(nullptr, nullptr);
   for (const Case& c : cases) {
     RnLocale::setLocale(c.set);
     EXPECT_STREQ(RnLocale::getLocale(), c.expected) << c.set;
@@ -69,13 +53,13 @@ TEST_F(RnLocaleSystemTest, WithoutARecordedLocaleTheEnvironmentDecides) {
       {"", "", "", "x"},
   };
   for (const Case& c : cases) {
-    environment(c.all, c.messages, c.lang);
+    const zuLocaleEnvironment environment(c.all, c.lang, c.messages);
     EXPECT_STREQ(RnLocale::getLocale(), c.expected) << c.all << "|" << c.messages << "|" << c.lang;
   }
 }
 
 TEST_F(RnLocaleSystemTest, SystemSymbolsComeFromTheSystemLocaleOrEnUs) {
-  environment("", "", "");
+  const zuLocaleEnvironment none(nullptr, nullptr);
   RnLocale::setLocale("de_CH");
   EXPECT_STREQ(RnLocale::CurrencySymbol(), RnData("de_CH").getCurrencySymbol());
   EXPECT_STREQ(RnLocale::DecimalPoint(), RnData("de_CH").getRadixSymbol());

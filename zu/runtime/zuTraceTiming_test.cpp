@@ -4,30 +4,28 @@
 
 #include <chrono>
 #include <cstdint>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <thread>
 
 #include "zu/runtime/internal/zuTimingControl.h"
 #include "zu/runtime/internal/zuTraceClock.h"
 #include "zu/runtime/zuTraceHandler.h"
+#include "zu/testing/zuCatalogueTestFiles.h"
 
 namespace {
 
 using Handler = zuTraceHandler;
 
 int64_t gNow = 0;
-int64_t testClock() { return gNow; }
+int64_t testClock() {
+  return gNow;
+}
 
-// A fresh folder, the test clock, and timing as at process start with
+// A scratch folder, the test clock, and timing as at process start with
 // QTV_TRACE_CONTROL unset.
 class TimingTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    char pattern[] = "/tmp/zu_timing_XXXXXX";
-    ASSERT_NE(mkdtemp(pattern), nullptr);
-    folder_ = pattern;
     gNow = 1000;
     zu::internal::setTimingClockForTesting(testClock);
     TearDown();
@@ -38,27 +36,16 @@ class TimingTest : public ::testing::Test {
     unsetenv("QTV_TRACE_CONTROL");
     zu::internal::rearmTimingControlForTesting();
   }
-  ~TimingTest() override {
-    zu::internal::setTimingClockForTesting(nullptr);
-    std::system(("rm -rf " + folder_).c_str());
-  }
+  ~TimingTest() override { zu::internal::setTimingClockForTesting(nullptr); }
 
-  std::string path(const std::string& name) const { return folder_ + "/" + name; }
-  void write(const std::string& name, const std::string& bytes) const {
-    std::ofstream(path(name), std::ios::binary) << bytes;
-  }
-  std::string read(const std::string& name) const {
-    std::stringstream bytes;
-    bytes << std::ifstream(path(name), std::ios::binary).rdbuf();
-    return bytes.str();
-  }
+  std::string path(const std::string& name) const { return folder_.path() + "/" + name; }
   // Runs `type` for `millis` on the test clock.
   static void run(Handler::TimingType type, int64_t millis) {
     Handler::Timer timer(type);
     gNow += millis;
   }
 
-  std::string folder_;
+  const zu::testing::zuScratchFolder folder_;
 };
 
 std::string report(const int (&totals)[9], bool nonZeroOnly) {
@@ -118,8 +105,8 @@ TEST_F(TimingTest, TimersCountExactlyOnlyWhileTimingIsOn) {
 }
 
 TEST_F(TimingTest, ReportsByteForByteToTheTimingLog) {
-  write("control",
-        "timinglog=" + path("timing.log") + "\r\nscriptlog=" + path("script.log") + "\n");
+  folder_.write("control",
+                "timinglog=" + path("timing.log") + "\r\nscriptlog=" + path("script.log") + "\n");
   setenv("QTV_TRACE_CONTROL", path("control").c_str(), 1);
   Handler::Timer open(Handler::eOpenTiming);  // the first timing call reads the file
   EXPECT_EQ(Handler::timingTraceEnabled(), 1);
@@ -133,25 +120,24 @@ TEST_F(TimingTest, ReportsByteForByteToTheTimingLog) {
   const int totals[9] = {3, 0, 0, 0, 0, 0, 0, 14, 0};
   const int zero[9] = {};
   const std::string first = report(totals, false) + report(totals, false) + report(zero, false);
-  EXPECT_EQ(read("timing.log"), first);
+  EXPECT_EQ(folder_.read("timing.log"), first);
 
   // Re-read at each report: the script log is gone, nonZeroOnly now set.
-  write("control", "nonZeroOnly=1\ntiminglog=" + path("timing.log") + "\n");
+  folder_.write("control", "nonZeroOnly=1\ntiminglog=" + path("timing.log") + "\n");
   run(Handler::eMergeTiming, 3);
   run(Handler::eScriptsOnlyTiming, 14);
   Handler::reportScriptInfo("not written");
   Handler::reportTimingResults(0);
-  EXPECT_EQ(read("timing.log"), first + report(totals, true));
-  EXPECT_EQ(read("script.log"), "");
+  EXPECT_EQ(folder_.read("timing.log"), first + report(totals, true));
+  EXPECT_EQ(folder_.read("script.log"), "");
   open.stopTiming();
   EXPECT_EQ(Handler::getTimerMilliseconds(Handler::eOpenTiming), 3 + 14 + 99 + 3 + 14);
 }
 
 TEST_F(TimingTest, ControlFileKeysAndFailures) {
-  write("control", "scriptlog=" + path("missing/folder/script.log") + "\n" +  // does not open
-                       "scriptlog=" + path("script.log") + "\n" +  // the first that opens
-                       "scriptlog=" + path("second.log") + "\n" +
-                       "timinglog=" + path(std::string(1100, 'x')) + "\n");  // line too long
+  // The first script log that opens wins.
+  folder_.write("control", "scriptlog=" + path("missing/folder/script.log") + "\nscriptlog=" +
+                               path("script.log") + "\nscriptlog=" + path("second.log") + "\n");
   setenv("QTV_TRACE_CONTROL", path("control").c_str(), 1);
   EXPECT_EQ(Handler::scriptLoggingEnabled(), 1);
   Handler::reportScriptInfo("first");
@@ -159,12 +145,12 @@ TEST_F(TimingTest, ControlFileKeysAndFailures) {
   Handler::timingTraceEnabled(0);
   Handler::reportScriptInfo("second");  // re-read: timing on again
   EXPECT_EQ(Handler::timingTraceEnabled(), 1);
-  EXPECT_EQ(read("script.log"), "first\nsecond\n");
+  EXPECT_EQ(folder_.read("script.log"), "first\nsecond\n");
   EXPECT_NE(access(path("second.log").c_str(), F_OK), 0);
 
   // Missing, a folder, malformed: timing on, no log, nothing thrown.
-  write("malformed", std::string("\0\xFF\xFEtiminglog\n=\n", 15));
-  for (const std::string& control : {path("no-such-file"), folder_, path("malformed")}) {
+  folder_.write("malformed", std::string("\0\xFF\xFEtiminglog\n=\n", 15));
+  for (const std::string& control : {path("no-such-file"), folder_.path(), path("malformed")}) {
     zu::internal::rearmTimingControlForTesting();
     setenv("QTV_TRACE_CONTROL", control.c_str(), 1);
     Handler::initializeTiming();

@@ -1,10 +1,8 @@
 #include "zu/runtime/zuTrace.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cstdio>
-#include <functional>
 #include <memory>
 #include <string>
 
@@ -12,28 +10,13 @@
 #include "zu/runtime/zuThreadLocalStorage.h"
 #include "zu/runtime/zuTraceHandler.h"
 #include "zu/runtime/zuTraceHandlerTLS.h"
+#include "zu/testing/zuCapturedStdout.h"
 #include "zu/testing/zuTestText.h"
 
 namespace {
 
+using zu::testing::capturedStdout;
 using zu::testing::str;
-
-// What `action` writes to file descriptor 1.
-std::string printed(const std::function<void()>& action) {
-  std::fflush(stdout);
-  std::FILE* file = std::tmpfile();
-  const int saved = dup(1);
-  dup2(fileno(file), 1);
-  action();
-  std::fflush(stdout);
-  dup2(saved, 1);
-  close(saved);
-  std::string bytes(4096, '\0');
-  std::rewind(file);
-  bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file));
-  std::fclose(file);
-  return bytes;
-}
 
 std::string line(const char* format, const std::string& name, unsigned int id,
                  const std::string& text) {
@@ -50,14 +33,20 @@ TEST(zuTraceHandlerTest, ActivationTextsSetLevels) {
     unsigned int level;  // the level the name should have
   };
   const Case cases[] = {
-      {"layout:2 render:0", "layout", 2}, {"layout:2 render:0", "render", 0},
-      {"a", "a", 0},                      {":3", "", 0},  // empty name: ignored
-      {"a:3x", "a", 0},                   {"a:99999999999", "a", 0},
-      {"a:4294967295", "a", 4294967295u}, {"a:-1", "a", 0},
-      {"a:+1", "a", 0},                   {"a:1:2", "a", 0},
-      {"a:007", "a", 7},                  {"\tx:1\ty:5\t", "y", 5},
-      {"x:1\xE3\x80\x80y:4", "y", 4},      {"x:1\xE3\x80\x80y:4", "x", 1},  // U+3000
-      {"x:1\xC2\xA0y:6", "y", 6},          {"a:1 a:3", "a", 3},  // U+00A0; the last wins
+      {"layout:2 render:0", "layout", 2},
+      {"layout:2 render:0", "render", 0},
+      {"a", "a", 0},
+      {":3", "", 0},  // empty name: ignored
+      {"a:3x", "a", 0},
+      {"a:99999999999", "a", 0},
+      {"a:4294967295", "a", 4294967295u},
+      {"a:-1", "a", 0},
+      {"a:+1", "a", 0},
+      {"a:007", "a", 7},
+      {"\tx:1\ty:5\t", "y", 5},
+      {"x:1\xE3\x80\x80y:4", "y", 4},  // U+3000
+      {"x:1\xC2\xA0y:6", "y", 6},      // U+00A0
+      {"a:1 a:3", "a", 3},             // the last wins
   };
   for (const Case& c : cases) {
     zuTraceHandler handler;
@@ -87,7 +76,7 @@ TEST(zuTraceHandlerTest, ActivateDeactivateAndTheCache) {
       {'-', "", 0, "layout", 0, 1},       {'-', "", 0, "render", 1, 0},  // caches render: 0
       {'a', "render", 1, "render", 1, 1},  // activation refreshes the cache
       {'d', "render", 0, "render", 1, 0},  // so does deactivation
-      {'d', "render", 0, "layout", 2, 1},  {'d', "layout", 0, "layout", 1, 0},
+      {'d', "render", 0, "layout", 2, 1}, {'d', "layout", 0, "layout", 1, 0},
       {'a', "layout", 0, "layout", 0, 0},  // level 0 is inactive
       {'a', "layout", 5, "layout", 5, 1},
   };
@@ -113,12 +102,12 @@ TEST(zuTraceHandlerTest, PrintsPaddedLinesWithTheAmendLine) {
     return messageId % 2 == 0 ? zuString("amended") : zuString();
   };
   int calls = 0;
-  const std::string out = printed([&calls] {
+  const std::string out = capturedStdout([&calls] {
     shortTrace.trace(1, 42, zuString("hello"));
     shortTrace.trace(3, 43, zuString("too high: not printed"));
     longTrace.trace(1, 44, zuString("disabled: not printed"));
-    zuFormatPos message(zuString("%1 and %2"));
-    message << "p" << "q";
+    zuFormatPos message(zuString("%1 and %2"), zuString("p"));
+    message << "q";
     shortTrace.trace(2, message);
     zuTraceHandler::setAmendMsgCallback(+amend, &calls);
     zuTrace::trace(zuString("tx"), 1, 12, zuString("by name"));

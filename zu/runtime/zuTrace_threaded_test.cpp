@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <atomic>
 #include <cstdio>
 #include <map>
+#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -11,6 +11,7 @@
 #include "zu/runtime/zuThreadLocalStorage.h"
 #include "zu/runtime/zuTrace.h"
 #include "zu/runtime/zuTraceHandler.h"
+#include "zu/testing/zuCapturedStdout.h"
 
 namespace {
 
@@ -19,76 +20,69 @@ zuTrace gShared("mt-shared", 1);
 TEST(zuTraceThreadedTest, ThirtyTwoThreadsPrintWholeLines) {
   constexpr int kTracers = 32;
   constexpr int kMessages = 150;
-  std::fflush(stdout);
-  std::FILE* captured = std::tmpfile();
-  const int saved = dup(1);
-  dup2(fileno(captured), 1);
-
   std::vector<unsigned int> threadIds(kTracers);
-  std::atomic<bool> tracing{true};
-  std::vector<std::thread> threads;
-  for (int tracer = 0; tracer < kTracers; ++tracer) {
-    threads.emplace_back([tracer, &threadIds] {
-      threadIds[tracer] = zuThreadLocalStorage::getThreadId();
-      zuTraceHandler handler;
-      zuTraceHandler::registerTraceHandler(&handler);
-      handler.activate(zuString("mt-shared:1 mt-byname:2"));
-      for (int message = 0; message < kMessages; ++message) {
-        char text[32];
-        std::snprintf(text, sizeof text, "T%d %d", tracer, message);
-        gShared.trace(1, message, zuString(text));
-        zuTrace::trace(zuString("mt-byname"), 2, message, zuString(text));
-        gShared.trace(2, message, zuString(text));  // above the level: not printed
-      }
-    });
-  }
-  // Traces made and destroyed, names activated, timers run and reported,
-  // all while the tracers print.
-  zuTraceHandler::timingTraceEnabled(1);
-  for (int churner = 0; churner < 4; ++churner) {
-    threads.emplace_back([churner, &tracing] {
-      zuTraceHandler handler;
-      for (int round = 0; tracing.load() || round < 50; ++round) {
-        zuTrace made("mt-churn", 1);
-        const zuTrace copy = made;
-        char name[32];
-        std::snprintf(name, sizeof name, "mt-new-%d-%d:1", churner, round);
-        handler.activate(zuString(name));
-        zuTraceHandler::Timer timer(zuTraceHandler::eTiming7);
-        if (churner == 0) zuTraceHandler::reportTimingResults(1);
-        if (churner == 1) zuTraceHandler::isTimerActive(zuTraceHandler::eTiming7);
-      }
-    });
-  }
-  for (int tracer = 0; tracer < kTracers; ++tracer) threads[tracer].join();
-  tracing = false;
-  for (std::size_t other = kTracers; other < threads.size(); ++other) threads[other].join();
-  zuTraceHandler::timingTraceEnabled(0);
-  zuTraceHandler::resetTiming();
+  const std::string out = zu::testing::capturedStdout([&threadIds] {
+    std::atomic<bool> tracing{true};
+    std::vector<std::thread> threads;
+    for (int tracer = 0; tracer < kTracers; ++tracer) {
+      threads.emplace_back([tracer, &threadIds] {
+        threadIds[tracer] = zuThreadLocalStorage::getThreadId();
+        zuTraceHandler handler;
+        zuTraceHandler::registerTraceHandler(&handler);
+        handler.activate(zuString("mt-shared:1 mt-byname:2"));
+        for (int message = 0; message < kMessages; ++message) {
+          char text[32];
+          std::snprintf(text, sizeof text, "T%d %d", tracer, message);
+          gShared.trace(1, message, zuString(text));
+          zuTrace::trace(zuString("mt-byname"), 2, message, zuString(text));
+          gShared.trace(2, message, zuString(text));  // above the level: not printed
+        }
+      });
+    }
+    // Traces made and destroyed, names activated, timers run and reported,
+    // all while the tracers print.
+    zuTraceHandler::timingTraceEnabled(1);
+    for (int churner = 0; churner < 4; ++churner) {
+      threads.emplace_back([churner, &tracing] {
+        zuTraceHandler handler;
+        for (int round = 0; tracing.load() || round < 50; ++round) {
+          zuTrace made("mt-churn", 1);
+          const zuTrace copy = made;
+          char name[32];
+          std::snprintf(name, sizeof name, "mt-new-%d-%d:1", churner, round);
+          handler.activate(zuString(name));
+          zuTraceHandler::Timer timer(zuTraceHandler::eTiming7);
+          if (churner == 0) zuTraceHandler::reportTimingResults(1);
+          if (churner == 1) zuTraceHandler::isTimerActive(zuTraceHandler::eTiming7);
+        }
+      });
+    }
+    for (int tracer = 0; tracer < kTracers; ++tracer) threads[tracer].join();
+    tracing = false;
+    for (std::size_t other = kTracers; other < threads.size(); ++other) threads[other].join();
+    zuTraceHandler::timingTraceEnabled(0);
+    zuTraceHandler::resetTiming();
+  });
 
-  std::fflush(stdout);
-  dup2(saved, 1);
-  close(saved);
-  std::rewind(captured);
+  ASSERT_TRUE(out.ends_with('\n'));
+  std::istringstream lines(out);
   std::map<std::string, int> counts;  // "<name> <tracer>" -> lines
-  char buffer[512];
-  int lines = 0;
-  for (; std::fgets(buffer, sizeof buffer, captured) != nullptr; ++lines) {
+  int count = 0;
+  for (std::string line; std::getline(lines, line); ++count) {
     char name[64];
     unsigned int messageId = 0, threadId = 0;
     int tracer = 0, message = 0, consumed = 0;
-    ASSERT_EQ(std::sscanf(buffer, "%63s trace: mid=%u tid=%u msg: T%d %d%n", name, &messageId,
+    ASSERT_EQ(std::sscanf(line.c_str(), "%63s trace: mid=%u tid=%u msg: T%d %d%n", name, &messageId,
                           &threadId, &tracer, &message, &consumed),
               5)
-        << buffer;
-    ASSERT_STREQ(buffer + consumed, "\n") << buffer;  // one whole line
-    ASSERT_TRUE(tracer >= 0 && tracer < kTracers) << buffer;
-    EXPECT_EQ(threadId, threadIds[tracer]) << buffer;
-    EXPECT_EQ(messageId, static_cast<unsigned int>(message)) << buffer;
+        << line;
+    ASSERT_EQ(consumed, static_cast<int>(line.size())) << line;  // one whole line
+    ASSERT_TRUE(tracer >= 0 && tracer < kTracers) << line;
+    EXPECT_EQ(threadId, threadIds[tracer]) << line;
+    EXPECT_EQ(messageId, static_cast<unsigned int>(message)) << line;
     ++counts[std::string(name) + " " + std::to_string(tracer)];
   }
-  std::fclose(captured);
-  EXPECT_EQ(lines, 2 * kTracers * kMessages);
+  EXPECT_EQ(count, 2 * kTracers * kMessages);
   for (int tracer = 0; tracer < kTracers; ++tracer) {
     EXPECT_EQ(counts["mt-shared " + std::to_string(tracer)], kMessages);
     EXPECT_EQ(counts["mt-byname " + std::to_string(tracer)], kMessages);

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 
 namespace zu::testing {
 
@@ -35,12 +36,18 @@ std::string zuScratchFolder::write(const std::string& name, const std::string& c
   return file.string();
 }
 
-zuLocaleEnvironment::zuLocaleEnvironment(const char* lcAll, const char* lang) {
+std::string zuScratchFolder::read(const std::string& name) const {
+  std::ifstream file(std::filesystem::path(path_) / name, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+}
+
+zuLocaleEnvironment::zuLocaleEnvironment(const char* lcAll, const char* lang,
+                                         const char* lcMessages) {
   for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
     const char* value = std::getenv(name);
     saved_.emplace_back(name, value ? std::optional<std::string>(value) : std::nullopt);
   }
-  unsetenv("LC_MESSAGES");
+  setVariable("LC_MESSAGES", lcMessages);
   setVariable("LC_ALL", lcAll);
   setVariable("LANG", lang);
 }

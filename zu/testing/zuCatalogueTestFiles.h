@@ -30,16 +30,18 @@ class zuScratchFolder {
   // Writes `content` to `name` under the folder, making sub-folders, and
   // returns the file's path.
   std::string write(const std::string& name, const std::string& content) const;
+  // The bytes of `name` under the folder; "" when it cannot be read.
+  std::string read(const std::string& name) const;
 
  private:
   std::string path_;
 };
 
-// Sets (or, with null, unsets) LC_ALL and LANG and unsets LC_MESSAGES for its
+// Sets (or, with null, unsets) LC_ALL, LANG and LC_MESSAGES for its
 // lifetime; the three are restored afterwards.
 class zuLocaleEnvironment {
  public:
-  zuLocaleEnvironment(const char* lcAll, const char* lang);
+  zuLocaleEnvironment(const char* lcAll, const char* lang, const char* lcMessages = nullptr);
   ~zuLocaleEnvironment();
   zuLocaleEnvironment(const zuLocaleEnvironment&) = delete;
   zuLocaleEnvironment& operator=(const zuLocaleEnvironment&) = delete;
