@@ -203,9 +203,45 @@ std::vector<Unit> written(unsigned int room, Convert convert) {
   return out;
 }
 
+// Both walks on one text and capacity, and on code points to encode.
+void compareWalks(const std::string& text, unsigned int room,
+                  const std::vector<unsigned int>& codePoints, unsigned int room8) {
+  std::vector<unsigned int> decoded[2];
+  std::vector<char16_t> utf16[2];
+  std::vector<char> utf8[2];
+  for (const bool simd : {false, true}) {
+    zu::internal::setUnicodeSimd(simd);
+    decoded[simd] = written<unsigned int>(room, [&](unsigned int* out, unsigned int max) {
+      return ConvertFromUTF8(out, max, text.data(), sizeOf(text));
+    });
+    utf16[simd] = written<char16_t>(room, [&](char16_t* out, unsigned int max) {
+      return zuUTF8toUTF16(out, max, text.data(), sizeOf(text));
+    });
+    utf8[simd] = written<char>(room8, [&](char* out, unsigned int max) {
+      return ConvertToUTF8(out, max, codePoints.data(),
+                           static_cast<unsigned int>(codePoints.size()));
+    });
+  }
+  ASSERT_EQ(decoded[0], decoded[1]) << testing::PrintToString(text) << " room " << room;
+  ASSERT_EQ(utf16[0], utf16[1]) << testing::PrintToString(text) << " room " << room;
+  ASSERT_EQ(utf8[0], utf8[1]) << testing::PrintToString(codePoints) << " room " << room8;
+}
+
 // Random text of every kind of sequence, with faults, NULs and marks, and
-// random code points, through both walks with random capacities.
+// random code points, through both walks with random capacities; and every
+// capacity for texts whose blocks write the most past what they give.
 TEST(zuUnicodeWalksTest, RandomTextGivesTheSameResultOnBothWalks) {
+  const bool previous = zu::internal::setUnicodeSimd(true);
+  // A 4-byte sequence at the start of a block and 3 bytes from its last 8
+  // leaves the most units behind the last store.
+  const std::string emoji = "\xF0\x9F\x98\x80";
+  for (const std::string& pattern : {emoji + std::string(23, 'a'), "a" + emoji + "zz\xC3\xA9"}) {
+    const std::string text = filler(150, pattern);
+    const std::vector<unsigned int> codePoints = ours32(text);
+    for (unsigned int room = 0; room <= 151; ++room) {
+      ASSERT_NO_FATAL_FAILURE(compareWalks(text, room, codePoints, 4 * room));
+    }
+  }
   const std::string kPieces[] = {"a",
                                  "Z",
                                  "\xC3\xA9",
@@ -227,7 +263,6 @@ TEST(zuUnicodeWalksTest, RandomTextGivesTheSameResultOnBothWalks) {
   const unsigned int kRanges[][2] = {
       {1, 0x7F}, {0x80, 0x7FF}, {0x800, 0xFFFF}, {0x10000, 0x10FFFF}, {0, 0xFFFFFFFF}};
   std::mt19937 random(2023);
-  const bool previous = zu::internal::setUnicodeSimd(true);
   for (int round = 0; round < 300000; ++round) {
     std::string text;
     for (unsigned int pieces = random() % 80; pieces > 0; --pieces) {
@@ -240,26 +275,8 @@ TEST(zuUnicodeWalksTest, RandomTextGivesTheSameResultOnBothWalks) {
       codePoint = range[0] + static_cast<unsigned int>(random() % (range[1] - range[0] + 1ull));
     }
     const unsigned int room = random() % (sizeOf(text) + 2);
-    const unsigned int room8 = random() % (4 * sizeOf(text) + 2);
-    std::vector<unsigned int> decoded[2];
-    std::vector<char16_t> utf16[2];
-    std::vector<char> utf8[2];
-    for (const bool simd : {false, true}) {
-      zu::internal::setUnicodeSimd(simd);
-      decoded[simd] = written<unsigned int>(room, [&](unsigned int* out, unsigned int max) {
-        return ConvertFromUTF8(out, max, text.data(), sizeOf(text));
-      });
-      utf16[simd] = written<char16_t>(room, [&](char16_t* out, unsigned int max) {
-        return zuUTF8toUTF16(out, max, text.data(), sizeOf(text));
-      });
-      utf8[simd] = written<char>(room8, [&](char* out, unsigned int max) {
-        return ConvertToUTF8(out, max, codePoints.data(),
-                             static_cast<unsigned int>(codePoints.size()));
-      });
-    }
-    ASSERT_EQ(decoded[0], decoded[1]) << testing::PrintToString(text) << " room " << room;
-    ASSERT_EQ(utf16[0], utf16[1]) << testing::PrintToString(text) << " room " << room;
-    ASSERT_EQ(utf8[0], utf8[1]) << testing::PrintToString(codePoints) << " room " << room8;
+    ASSERT_NO_FATAL_FAILURE(
+        compareWalks(text, room, codePoints, random() % (4 * sizeOf(text) + 2)));
   }
   zu::internal::setUnicodeSimd(previous);
 }

@@ -399,7 +399,7 @@ ZU_AVX2 BlockProgress utf8Blocks(Unit* out, unsigned int outMax, const unsigned 
                                  unsigned int inBytes) {
   const Utf8Constants k = utf8Constants();
   BlockProgress done{0, 0};
-  while (inBytes - done.read >= kUtf8BlockReach && outMax - done.written >= kUtf8BlockBytes) {
+  while (inBytes - done.read >= kUtf8BlockReach && outMax - done.written >= kUtf8BlockRoom) {
     const unsigned char* block = in + done.read;
     Unit* target = out + done.written;
     const __m256i bytes = load32(block);

@@ -24,15 +24,16 @@ struct BlockProgress {
 
 // A UTF-8 block consumes at most kUtf8BlockBytes bytes, ending at a
 // character boundary, reads kUtf8BlockReach bytes from its start and needs
-// room for kUtf8BlockBytes units.
+// room for kUtf8BlockRoom units (it writes past the units it gives).
 inline constexpr unsigned int kUtf8BlockBytes = 32;
 inline constexpr unsigned int kUtf8BlockReach = 40;
+inline constexpr unsigned int kUtf8BlockRoom = 40;
 
 // Decodes the UTF-8 at `in`, which starts a character, block by block into
 // code points (or host-order UTF-16 units) at `out`, while each block is
 // plain: well-formed UTF-8 of code points from U+0001 to U+10FFFF, without
 // surrogate values. Stops before the first block that is not, or when fewer
-// than kUtf8BlockReach bytes or kUtf8BlockBytes units of room remain.
+// than kUtf8BlockReach bytes or kUtf8BlockRoom units of room remain.
 // Entries past the count written may be overwritten, within `outMax`.
 BlockProgress utf8BlocksAvx2(uint32_t* out, unsigned int outMax, const unsigned char* in,
                              unsigned int inBytes);
