@@ -190,12 +190,15 @@ inline unsigned int leadingMark(const char* text, unsigned int bytes, eEndianTyp
 template <bool kWrite, typename Unit, typename Emit>
 unsigned int decodeUtf8Loop(Unit* out, unsigned int outMax, const unsigned char* in,
                             unsigned int inBytes, Emit emit) {
-  const bool blocks = kWrite && zu::internal::unicodeSimdEnabled();
+  using zu::internal::kUtf8BlockReach;
+  using zu::internal::kUtf8BlockRoom;
+  const bool blocks = kWrite && inBytes >= kUtf8BlockReach && zu::internal::unicodeSimdEnabled();
   unsigned int blocksFrom = 0;
   unsigned int pos = 0;
   unsigned int count = 0;
   while (pos < inBytes && (!kWrite || count < outMax)) {
-    if (blocks && pos >= blocksFrom) {
+    if (blocks && pos >= blocksFrom && inBytes - pos >= kUtf8BlockReach &&
+        outMax - count >= kUtf8BlockRoom) {
       const zu::internal::BlockProgress done =
           zu::internal::utf8BlocksAvx2(out + count, outMax - count, in + pos, inBytes - pos);
       pos += done.read;
@@ -249,7 +252,7 @@ template <bool kWrite>
 unsigned int toUtf8(char* out, unsigned int outBytes, const unsigned int* in, unsigned int count) {
   unsigned int written = 0;
   unsigned int i = 0;
-  if (kWrite && zu::internal::unicodeSimdEnabled()) {
+  if (kWrite && count >= 8 && zu::internal::unicodeSimdEnabled()) {
     const zu::internal::BlockProgress done =
         zu::internal::utf32BlocksAvx2(out, outBytes, in, count);
     i = done.read;

@@ -142,6 +142,15 @@ constexpr std::array<std::array<uint8_t, 16>, 256> kUnitCompress = [] {
   return table;
 }();
 
+// The bits set in each 8-bit mask.
+constexpr std::array<uint8_t, 256> kUnitCount = [] {
+  std::array<uint8_t, 256> table{};
+  for (unsigned int mask = 0; mask < 256; ++mask) {
+    table[mask] = static_cast<uint8_t>(std::popcount(mask));
+  }
+  return table;
+}();
+
 // Each bit of an 8-bit mask moved to twice its place (bit i to bit 2i).
 constexpr std::array<uint16_t, 256> kSpread = [] {
   std::array<uint16_t, 256> table{};
@@ -220,6 +229,10 @@ struct Utf8Constants {
   __m256i byPreviousHigh;
   __m256i byPreviousLow;
   __m256i byHigh;
+  // Subtracted with saturation, these leave a non-zero byte where a block
+  // ends early: at a sequence that runs past its 32 bytes, and (in the first
+  // form) at a 4-byte sequence after its first byte.
+  __m256i cutBeforeFourByte;
   __m256i cutAtEnd;
   __m256i belowFourByteLead;
   __m256i belowThirdByteLead;
@@ -229,6 +242,15 @@ struct Utf8Constants {
   __m256i ascii;
 };
 
+ZU_AVX2 inline __m256i cutConstant(char lastBlocks) {
+  constexpr char kNever = -1;
+  const char most = lastBlocks == kNever ? kNever : static_cast<char>(0xEF);
+  return opaque(_mm256_setr_epi8(kNever, most, most, most, most, most, most, most, most, most, most,
+                                 most, most, most, most, most, most, most, most, most, most, most,
+                                 most, most, most, most, most, most, most, static_cast<char>(0xEF),
+                                 static_cast<char>(0xDF), static_cast<char>(0xBF)));
+}
+
 ZU_AVX2 inline Utf8Constants utf8Constants() {
   return {
       bytesOf(0x0F),
@@ -236,12 +258,8 @@ ZU_AVX2 inline Utf8Constants utf8Constants() {
       broadcast(kByPreviousHigh),
       broadcast(kByPreviousLow),
       broadcast(kByHigh),
-      // Subtracted with saturation from the last three bytes, these leave a
-      // non-zero byte where a sequence starts that the block cannot hold.
-      opaque(_mm256_setr_epi8(-1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1,
-                              -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1,
-                              static_cast<char>(0xEF), static_cast<char>(0xDF),
-                              static_cast<char>(0xBF))),
+      cutConstant(0),
+      cutConstant(-1),
       bytesOf(0xEF),
       bytesOf(0xE0 - 0x80),
       bytesOf(0xF0 - 0x80),
@@ -249,6 +267,46 @@ ZU_AVX2 inline Utf8Constants utf8Constants() {
       bytesOf(0xC0),
       bytesOf(0x7F),
   };
+}
+
+// The bytes of a block that starts a character where it is faulty: a NUL,
+// a byte that ends a faulty pair, a continuation too many or too few.
+// Also gives the bytes one and two places back (taken as ASCII before the
+// block).
+ZU_AVX2 inline uint32_t faultsOf(const Utf8Constants& k, __m256i bytes, __m256i& previous1,
+                                 __m256i& previous2) {
+  const __m256i earlier = _mm256_permute2x128_si256(bytes, bytes, 0x08);
+  previous1 = _mm256_alignr_epi8(bytes, earlier, 15);
+  previous2 = _mm256_alignr_epi8(bytes, earlier, 14);
+  const __m256i previous3 = _mm256_alignr_epi8(bytes, earlier, 13);
+  const __m256i pairs = _mm256_and_si256(
+      _mm256_and_si256(
+          _mm256_shuffle_epi8(k.byPreviousHigh,
+                              _mm256_and_si256(_mm256_srli_epi16(previous1, 4), k.lowNibble)),
+          _mm256_shuffle_epi8(k.byPreviousLow, _mm256_and_si256(previous1, k.lowNibble))),
+      _mm256_shuffle_epi8(k.byHigh, _mm256_and_si256(_mm256_srli_epi16(bytes, 4), k.lowNibble)));
+  // The high bit where a 3-byte lead stands two bytes back or a 4-byte
+  // lead three back: exactly there two continuations in a row belong.
+  const __m256i thirdOrFourth =
+      _mm256_and_si256(_mm256_or_si256(_mm256_subs_epu8(previous2, k.belowThirdByteLead),
+                                       _mm256_subs_epu8(previous3, k.belowFourthByteLead)),
+                       k.highBit);
+  return nonZeroBytes(_mm256_or_si256(_mm256_xor_si256(pairs, thirdOrFourth),
+                                      _mm256_cmpeq_epi8(bytes, _mm256_setzero_si256())));
+}
+
+// Where a block cut by `cut` (see Utf8Constants) ends, and the mask of the
+// bytes through that end: a fault at the end itself means the last
+// sequence taken lacks a byte.
+struct BlockEnd {
+  unsigned int end;
+  uint64_t throughEnd;
+};
+
+ZU_AVX2 inline BlockEnd blockEnd(__m256i bytes, __m256i cut) {
+  const auto end = static_cast<unsigned int>(
+      std::countr_zero(nonZeroBytes(_mm256_subs_epu8(bytes, cut)) | (1ull << 32)));
+  return {end, (2ull << end) - 1};
 }
 
 // Decodes the sequences that start at the 8 bytes from `at`, one a lane of
@@ -312,32 +370,38 @@ ZU_AVX2 inline unsigned int storeLanes(char16_t* out, __m256i values, unsigned i
   return static_cast<unsigned int>(std::popcount(unitKeep));
 }
 
-// Stores the code points of a block that may hold 4-byte sequences, 8
-// bytes at a time; `leads` marks the first byte of each character and
-// `fourByteLeads` those of 4 bytes. Returns the units written. Kept out of
-// line: its constants would crowd the registers of the common walk.
+// Takes the block at `block`, which starts with a 4-byte sequence (or a
+// byte F5 to FF), 8 bytes at a time into `target`; returns what it read and
+// wrote, nothing when the block is faulty. Kept out of line: its constants
+// would crowd the registers of the common walk.
 template <typename Unit>
-ZU_AVX2 __attribute__((noinline)) unsigned int storeAnySequences(Unit* out,
+ZU_AVX2 __attribute__((noinline)) BlockProgress takeAnySequences(const Utf8Constants& k,
                                                                  const unsigned char* block,
-                                                                 uint32_t leads,
-                                                                 uint32_t fourByteLeads) {
+                                                                 Unit* target) {
+  const __m256i bytes = load32(block);
+  const BlockEnd cut = blockEnd(bytes, k.cutAtEnd);
+  __m256i previous1;
+  __m256i previous2;
+  if ((faultsOf(k, bytes, previous1, previous2) & cut.throughEnd) != 0) return {0, 0};
+  const uint32_t leads =
+      ~static_cast<uint32_t>(_mm256_movemask_epi8(_mm256_cmpgt_epi8(k.belowLead, bytes))) &
+      static_cast<uint32_t>(cut.throughEnd >> 1);
+  const uint32_t fourByteLeads = nonZeroBytes(_mm256_subs_epu8(bytes, k.belowFourByteLead)) & leads;
   unsigned int written = 0;
   for (unsigned int group = 0; group < 32; group += 8) {
-    written += storeLanes(out + written, decodeEight(block + group), (leads >> group) & 0xFF,
+    written += storeLanes(target + written, decodeEight(block + group), (leads >> group) & 0xFF,
                           (fourByteLeads >> group) & 0xFF);
   }
-  return written;
+  return {cut.end, written};
 }
 
-// Stores the 8 units of a half register; returns where the next go.
-ZU_AVX2 inline char16_t* storeUnits(char16_t* out, __m128i units, unsigned int count) {
+// Stores the 8 units of a half register.
+ZU_AVX2 inline void storeUnits(char16_t* out, __m128i units) {
   _mm_storeu_si128(reinterpret_cast<__m128i*>(out), units);
-  return out + count;
 }
 
-ZU_AVX2 inline uint32_t* storeUnits(uint32_t* out, __m128i units, unsigned int count) {
+ZU_AVX2 inline void storeUnits(uint32_t* out, __m128i units) {
   _mm256_storeu_si256(reinterpret_cast<__m256i*>(out), _mm256_cvtepu16_epi32(units));
-  return out + count;
 }
 
 // Stores the code points of a block whose characters take 1 to 3 bytes,
@@ -366,18 +430,21 @@ ZU_AVX2 inline unsigned int storeShortSequences(Unit* out, const Utf8Constants& 
                                        _mm256_and_si256(continuation1, k.highNibble))));
   // Units of bytes 0-7 and 16-23, then of bytes 8-15 and 24-31, each eight
   // packed to the front of their half.
-  const __m256i units0 = _mm256_shuffle_epi8(_mm256_unpacklo_epi8(low, high),
-                                             unitShuffles(ends & 0xFF, (ends >> 16) & 0xFF));
-  const __m256i units1 = _mm256_shuffle_epi8(_mm256_unpackhi_epi8(low, high),
-                                             unitShuffles((ends >> 8) & 0xFF, ends >> 24));
+  const unsigned int ends0 = ends & 0xFF;
+  const unsigned int ends1 = (ends >> 8) & 0xFF;
+  const unsigned int ends2 = (ends >> 16) & 0xFF;
+  const __m256i units0 =
+      _mm256_shuffle_epi8(_mm256_unpacklo_epi8(low, high), unitShuffles(ends0, ends2));
+  const __m256i units1 =
+      _mm256_shuffle_epi8(_mm256_unpackhi_epi8(low, high), unitShuffles(ends1, ends >> 24));
   Unit* next = out;
-  next = storeUnits(next, _mm256_castsi256_si128(units0),
-                    static_cast<unsigned int>(std::popcount(ends & 0xFF)));
-  next = storeUnits(next, _mm256_castsi256_si128(units1),
-                    static_cast<unsigned int>(std::popcount(ends & 0xFF00)));
-  next = storeUnits(next, _mm256_extracti128_si256(units0, 1),
-                    static_cast<unsigned int>(std::popcount(ends & 0xFF0000)));
-  storeUnits(next, _mm256_extracti128_si256(units1, 1), 0);
+  storeUnits(next, _mm256_castsi256_si128(units0));
+  next += kUnitCount[ends0];
+  storeUnits(next, _mm256_castsi256_si128(units1));
+  next += kUnitCount[ends1];
+  storeUnits(next, _mm256_extracti128_si256(units0, 1));
+  next += kUnitCount[ends2];
+  storeUnits(next, _mm256_extracti128_si256(units1, 1));
   return static_cast<unsigned int>(std::popcount(ends));
 }
 
@@ -397,65 +464,42 @@ ZU_AVX2 inline void widenAscii(char16_t* out, const unsigned char* in) {
 template <typename Unit>
 ZU_AVX2 BlockProgress utf8Blocks(Unit* out, unsigned int outMax, const unsigned char* in,
                                  unsigned int inBytes) {
+  if (inBytes < kUtf8BlockReach || outMax < kUtf8BlockRoom) return {0, 0};
   const Utf8Constants k = utf8Constants();
-  BlockProgress done{0, 0};
-  while (inBytes - done.read >= kUtf8BlockReach && outMax - done.written >= kUtf8BlockRoom) {
-    const unsigned char* block = in + done.read;
-    Unit* target = out + done.written;
+  const unsigned char* block = in;
+  Unit* target = out;
+  const unsigned char* const lastBlock = in + (inBytes - kUtf8BlockReach);
+  const Unit* const lastTarget = out + (outMax - kUtf8BlockRoom);
+  while (block <= lastBlock && target <= lastTarget) {
     const __m256i bytes = load32(block);
-    const uint32_t nonZero = nonZeroBytes(bytes);
     if (_mm256_movemask_epi8(bytes) == 0) {
-      if (nonZero != ~0u) break;
+      if (nonZeroBytes(bytes) != ~0u) break;
       widenAscii(target, block);
-      done.read += 32;
-      done.written += 32;
+      block += 32;
+      target += 32;
       continue;
     }
-    // The block ends before a sequence that runs past its 32 bytes. One
-    // that starts with a 4-byte sequence goes 8 bytes at a time; any other
-    // ends before its first 4-byte sequence (or byte F5 to FF, which the
-    // next block finds faulty).
-    const uint32_t fourByte = nonZeroBytes(_mm256_subs_epu8(bytes, k.belowFourByteLead));
-    const bool startsFourByte = (fourByte & 1) != 0;
-    const uint64_t cut = nonZeroBytes(_mm256_subs_epu8(bytes, k.cutAtEnd)) |
-                         (startsFourByte ? 0 : fourByte) | (1ull << 32);
-    const auto end = static_cast<unsigned int>(std::countr_zero(cut));
-    const uint64_t beforeEnd = (1ull << end) - 1;
-
-    // The bytes before the block are taken as ASCII: it starts a character.
-    const __m256i earlier = _mm256_permute2x128_si256(bytes, bytes, 0x08);
-    const __m256i previous1 = _mm256_alignr_epi8(bytes, earlier, 15);
-    const __m256i previous2 = _mm256_alignr_epi8(bytes, earlier, 14);
-    const __m256i previous3 = _mm256_alignr_epi8(bytes, earlier, 13);
-    const __m256i faults = _mm256_and_si256(
-        _mm256_and_si256(
-            _mm256_shuffle_epi8(k.byPreviousHigh,
-                                _mm256_and_si256(_mm256_srli_epi16(previous1, 4), k.lowNibble)),
-            _mm256_shuffle_epi8(k.byPreviousLow, _mm256_and_si256(previous1, k.lowNibble))),
-        _mm256_shuffle_epi8(k.byHigh, _mm256_and_si256(_mm256_srli_epi16(bytes, 4), k.lowNibble)));
-    // The high bit where a 3-byte lead stands two bytes back or a 4-byte
-    // lead three back: exactly there two continuations in a row belong.
-    const __m256i thirdOrFourth =
-        _mm256_and_si256(_mm256_or_si256(_mm256_subs_epu8(previous2, k.belowThirdByteLead),
-                                         _mm256_subs_epu8(previous3, k.belowFourthByteLead)),
-                         k.highBit);
-    const uint64_t faulty = nonZeroBytes(_mm256_xor_si256(faults, thirdOrFourth));
-    // A fault at `end` itself means the last sequence taken lacks a byte.
-    if ((faulty & ((2ull << end) - 1)) != 0 || (~nonZero & beforeEnd) != 0) break;
-
-    const __m256i continuation = _mm256_cmpgt_epi8(k.belowLead, bytes);
-    const auto continuations = static_cast<uint32_t>(_mm256_movemask_epi8(continuation));
-    if (startsFourByte) {
-      const uint32_t leads = ~continuations & static_cast<uint32_t>(beforeEnd);
-      done.written += storeAnySequences(target, block, leads, fourByte & leads);
-    } else {
-      const uint32_t ends = ~(continuations >> 1) & static_cast<uint32_t>(beforeEnd);
-      done.written +=
-          storeShortSequences(target, k, bytes, previous1, previous2, continuation, ends);
+    if (*block >= 0xF0) {
+      const BlockProgress taken = takeAnySequences(k, block, target);
+      if (taken.read == 0) break;
+      block += taken.read;
+      target += taken.written;
+      continue;
     }
-    done.read += end;
+    // The block ends before a sequence that runs past its 32 bytes and
+    // before its first 4-byte sequence (or byte F5 to FF, which the next
+    // block finds faulty).
+    const BlockEnd cut = blockEnd(bytes, k.cutBeforeFourByte);
+    __m256i previous1;
+    __m256i previous2;
+    if ((faultsOf(k, bytes, previous1, previous2) & cut.throughEnd) != 0) break;
+    const __m256i continuation = _mm256_cmpgt_epi8(k.belowLead, bytes);
+    const uint32_t ends = ~(static_cast<uint32_t>(_mm256_movemask_epi8(continuation)) >> 1) &
+                          static_cast<uint32_t>(cut.throughEnd >> 1);
+    target += storeShortSequences(target, k, bytes, previous1, previous2, continuation, ends);
+    block += cut.end;
   }
-  return done;
+  return {static_cast<unsigned int>(block - in), static_cast<unsigned int>(target - out)};
 }
 
 }  // namespace
