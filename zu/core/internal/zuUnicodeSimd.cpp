@@ -238,16 +238,18 @@ struct Utf8Constants {
   __m256i belowThirdByteLead;
   __m256i belowFourthByteLead;
   __m256i highBit;
-  __m256i belowLead;  // as signed bytes, above every continuation
+  __m256i belowLead;  // 0xC0: as signed bytes above every continuation; the top two bits
   __m256i ascii;
 };
 
-ZU_AVX2 inline __m256i cutConstant(char lastBlocks) {
+ZU_AVX2 inline __m256i cutConstant(bool beforeFourByte) {
   constexpr char kNever = -1;
-  const char most = lastBlocks == kNever ? kNever : static_cast<char>(0xEF);
-  return opaque(_mm256_setr_epi8(kNever, most, most, most, most, most, most, most, most, most, most,
-                                 most, most, most, most, most, most, most, most, most, most, most,
-                                 most, most, most, most, most, most, most, static_cast<char>(0xEF),
+  constexpr auto kFourByte = static_cast<char>(0xEF);
+  const char inside = beforeFourByte ? kFourByte : kNever;
+  return opaque(_mm256_setr_epi8(kNever, inside, inside, inside, inside, inside, inside, inside,
+                                 inside, inside, inside, inside, inside, inside, inside, inside,
+                                 inside, inside, inside, inside, inside, inside, inside, inside,
+                                 inside, inside, inside, inside, inside, kFourByte,
                                  static_cast<char>(0xDF), static_cast<char>(0xBF)));
 }
 
@@ -258,8 +260,8 @@ ZU_AVX2 inline Utf8Constants utf8Constants() {
       broadcast(kByPreviousHigh),
       broadcast(kByPreviousLow),
       broadcast(kByHigh),
-      cutConstant(0),
-      cutConstant(-1),
+      cutConstant(true),
+      cutConstant(false),
       bytesOf(0xEF),
       bytesOf(0xE0 - 0x80),
       bytesOf(0xF0 - 0x80),
@@ -372,12 +374,10 @@ ZU_AVX2 inline unsigned int storeLanes(char16_t* out, __m256i values, unsigned i
 
 // Takes the block at `block`, which starts with a 4-byte sequence (or a
 // byte F5 to FF), 8 bytes at a time into `target`; returns what it read and
-// wrote, nothing when the block is faulty. Kept out of line: its constants
-// would crowd the registers of the common walk.
+// wrote, nothing when the block is faulty.
 template <typename Unit>
-ZU_AVX2 __attribute__((noinline)) BlockProgress takeAnySequences(const Utf8Constants& k,
-                                                                 const unsigned char* block,
-                                                                 Unit* target) {
+ZU_AVX2 inline BlockProgress takeAnySequences(const Utf8Constants& k, const unsigned char* block,
+                                              Unit* target) {
   const __m256i bytes = load32(block);
   const BlockEnd cut = blockEnd(bytes, k.cutAtEnd);
   __m256i previous1;
