@@ -542,6 +542,16 @@ ZU_AVX2 BlockProgress utf32BlocksAvx2(char* out, unsigned int outBytes, const ui
     const __m256i zeros = _mm256_cmpeq_epi32(codePoints, zero);
     if (!_mm256_testz_si256(zeros, zeros)) break;
     const __m256i over1 = _mm256_cmpgt_epi32(codePoints, above1);
+    const auto longer1 = static_cast<unsigned int>(_mm256_movemask_ps(_mm256_castsi256_ps(over1)));
+    if (longer1 == 0) {  // 8 ASCII code points: their low bytes
+      const __m128i units = _mm_packus_epi32(_mm256_castsi256_si128(codePoints),
+                                             _mm256_extracti128_si256(codePoints, 1));
+      _mm_storel_epi64(reinterpret_cast<__m128i*>(out + done.written),
+                       _mm_packus_epi16(units, units));
+      done.read += 8;
+      done.written += 8;
+      continue;
+    }
     const __m256i over2 = _mm256_cmpgt_epi32(codePoints, above2);
     const __m256i over3 = _mm256_cmpgt_epi32(codePoints, above3);
     // Each 6-bit group into its own byte, last group lowest, then the lead
@@ -558,7 +568,6 @@ ZU_AVX2 BlockProgress utf32BlocksAvx2(char* out, unsigned int outBytes, const ui
     const __m256i words = _mm256_blendv_epi8(codePoints, _mm256_or_si256(groups, marks), over1);
     // Lengths less one, 2 bits a lane: the low bit is set for 2 or 4
     // bytes, the high bit for 3 or 4.
-    const auto longer1 = static_cast<unsigned int>(_mm256_movemask_ps(_mm256_castsi256_ps(over1)));
     const auto longer2 = static_cast<unsigned int>(_mm256_movemask_ps(_mm256_castsi256_ps(over2)));
     const auto longer3 = static_cast<unsigned int>(_mm256_movemask_ps(_mm256_castsi256_ps(over3)));
     const unsigned int index = kSpread[longer1 ^ longer2 ^ longer3] | (kSpread[longer2] << 1);
