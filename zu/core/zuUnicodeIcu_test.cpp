@@ -181,13 +181,9 @@ TEST_P(zuUnicodeWalkTest, InvalidSequenceAtEveryOffsetStopsWhereIcuStops) {
   // A NUL ends the text here; ICU converts it.
   for (const char* pattern : {"a\xC3\xA9\xE2\x82\xAC", "ascii"}) {
     const std::string half = filler(50, pattern);
-    const std::vector<char16_t> halfUnits = icu16(half);
-    std::vector<char16_t> bothHalves = halfUnits;
-    bothHalves.push_back(0);
-    bothHalves.insert(bothHalves.end(), halfUnits.begin(), halfUnits.end());
     const std::string withNul = half + std::string(1, '\0') + half;
-    EXPECT_EQ(ours16(withNul, 101), halfUnits);
-    EXPECT_EQ(icu16(withNul), bothHalves);
+    EXPECT_EQ(ours16(withNul, 101), icu16(half));
+    EXPECT_EQ(icu16(withNul).size(), 2 * icu16(half).size() + 1);
   }
 }
 
