@@ -1,5 +1,6 @@
 // Feeds arbitrary bytes to the UTF-8 decoders and checks that they agree with
-// each other, respect every capacity and never read past the bytes given.
+// each other, respect every capacity and never read past the bytes given,
+// and that the scalar walk and the AVX2 blocks give the same results.
 //
 // The input is copied into a heap block of exactly its size, so that the
 // address sanitizer reports a read one byte too far.
@@ -9,6 +10,7 @@
 #include <cstring>
 #include <memory>
 
+#include "zu/core/internal/zuUnicodeSimd.h"
 #include "zu/core/zuUnicode.h"
 
 namespace {
@@ -90,6 +92,48 @@ void walkCounting(const char* bytes, unsigned int size) {
   check(steps >= zuUTF8strlen(bytes, size));
 }
 
+// Runs `convert(out, room)` on each walk and checks the results are equal.
+template <typename Unit, typename Convert>
+void sameOnBothWalks(unsigned int room, Convert convert) {
+  auto scalar = exactBlock<Unit>(room);
+  auto simd = exactBlock<Unit>(room);
+  const bool previous = zu::internal::setUnicodeSimd(false);
+  const unsigned int scalarCount = convert(scalar.get(), room);
+  zu::internal::setUnicodeSimd(true);
+  const unsigned int simdCount = convert(simd.get(), room);
+  zu::internal::setUnicodeSimd(previous);
+  check(scalarCount == simdCount);
+  check(std::equal(scalar.get(), scalar.get() + scalarCount, simd.get()));
+}
+
+// Both walks with room for everything and with room cut short, on the bytes
+// as UTF-8 and, for the encoder, on the code points they decode to and on
+// the bytes taken 4 at a time as code points.
+void compareWalks(const char* bytes, unsigned int size) {
+  for (const unsigned int room : {size, size / 3}) {
+    sameOnBothWalks<unsigned int>(room, [&](unsigned int* out, unsigned int max) {
+      return ConvertFromUTF8(out, max, bytes, size);
+    });
+    sameOnBothWalks<char16_t>(room, [&](char16_t* out, unsigned int max) {
+      return zuUTF8toUTF16(out, max, bytes, size);
+    });
+  }
+  auto decoded = exactBlock<unsigned int>(size);
+  const unsigned int decodedCount = ConvertFromUTF8(decoded.get(), size, bytes, size);
+  const unsigned int rawCount = size / 4;
+  auto raw = exactBlock<unsigned int>(rawCount);
+  std::memcpy(raw.get(), bytes, 4 * rawCount);
+  for (const auto& [codePoints, count] :
+       {std::pair{decoded.get(), decodedCount}, std::pair{raw.get(), rawCount}}) {
+    for (const unsigned int room : {4 * count, count}) {
+      sameOnBothWalks<char>(
+          room, [&, codePoints = codePoints, count = count](char* out, unsigned int max) {
+            return ConvertToUTF8(out, max, codePoints, count);
+          });
+    }
+  }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -102,5 +146,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   convertToCodePoints(bytes.get(), length);
   convertToUtf16(bytes.get(), length);
   walkCounting(bytes.get(), length);
+  compareWalks(bytes.get(), length);
   return 0;
 }

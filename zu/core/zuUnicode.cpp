@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "zu/core/internal/zuUnicodeSimd.h"
+
 namespace {
 
 // One form of UTF-8 sequence, in the order of its byte count (row i is the
@@ -181,12 +183,29 @@ inline unsigned int leadingMark(const char* text, unsigned int bytes, eEndianTyp
 // the input, a NUL, a rejected sequence, or when `emit` declines a code
 // point. `emit(codePoint, slot, room)` stores the code point at `slot` (when
 // writing) and returns the units it took, or 0 to stop.
+//
+// When writing with AVX2, plain blocks go through the vector path; a block
+// it leaves (a fault, a NUL, a surrogate or larger value, the last bytes, a
+// full output) is walked here, and the vector path is tried again after it.
 template <bool kWrite, typename Unit, typename Emit>
 unsigned int decodeUtf8Loop(Unit* out, unsigned int outMax, const unsigned char* in,
                             unsigned int inBytes, Emit emit) {
+  using zu::internal::kUtf8BlockReach;
+  using zu::internal::kUtf8BlockRoom;
+  const bool blocks = kWrite && inBytes >= kUtf8BlockReach && zu::internal::unicodeSimdEnabled();
+  unsigned int blocksFrom = 0;
   unsigned int pos = 0;
   unsigned int count = 0;
   while (pos < inBytes && (!kWrite || count < outMax)) {
+    if (blocks && pos >= blocksFrom && inBytes - pos >= kUtf8BlockReach &&
+        outMax - count >= kUtf8BlockRoom) {
+      const zu::internal::BlockProgress done =
+          zu::internal::utf8BlocksAvx2(out + count, outMax - count, in + pos, inBytes - pos);
+      pos += done.read;
+      count += done.written;
+      blocksFrom = pos + zu::internal::kUtf8BlockBytes;
+      continue;
+    }
     const unsigned char lead = in[pos];
     if (lead < 0x80) {
       if (inBytes - pos >= 8 && (!kWrite || outMax - count >= 8)) {
@@ -232,7 +251,14 @@ unsigned int fromUtf8(unsigned int* out, unsigned int outMax, const unsigned cha
 template <bool kWrite>
 unsigned int toUtf8(char* out, unsigned int outBytes, const unsigned int* in, unsigned int count) {
   unsigned int written = 0;
-  for (unsigned int i = 0; i < count; ++i) {
+  unsigned int i = 0;
+  if (kWrite && count >= 8 && zu::internal::unicodeSimdEnabled()) {
+    const zu::internal::BlockProgress done =
+        zu::internal::utf32BlocksAvx2(out, outBytes, in, count);
+    i = done.read;
+    written = done.written;
+  }
+  for (; i < count; ++i) {
     const uint32_t codePoint = in[i] & 0x1FFFFF;
     if (codePoint == 0) break;
     const unsigned int length = utf8Length(codePoint);
