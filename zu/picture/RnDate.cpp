@@ -32,6 +32,8 @@ constexpr int64_t kLastDay = daysFromCivil(kMaxYear, 12, 31);
 constexpr int64_t kCommonEraStart = daysFromCivil(1949, 10, 1);
 constexpr uint32_t kEraYearOne = 0x5143;  // 元
 constexpr int kMaxAltEras = 8;
+// Bytes format reserves beyond the picture's length, for names.
+constexpr unsigned int kNameRoom = 16;
 
 // 1 Monday .. 7 Sunday.
 int isoWeekDay(int64_t days) {
@@ -260,6 +262,9 @@ zuString RnDate::format(const zuString& picture) const {
 zuString RnDate::format(const zuString& picture, int day, int month, int year) const {
   zuString out;
   if (!isValid()) return out;
+  // Room for the usual result from the start, so that it takes one block
+  // instead of growing through several.
+  out.ReAlloc(picture.Length() + kNameRoom, 0);
   CalendarFields fields{day, month, year, -1};
   if (altEras_ != nullptr) {
     // "Y" counts in the era only when the picture names the era.
@@ -279,6 +284,8 @@ zuString RnDate::format(const zuString& picture, int day, int month, int year) c
       appendCodePoint(out, item.character);
     }
   }
+  // A picture that writes nothing gives a null string, as before any block.
+  if (out.IsEmpty()) return zuString();
   return out;
 }
 

@@ -11,11 +11,13 @@ namespace {
 
 constexpr uint32_t kFullWidthZero = 0xFF10;
 constexpr uint32_t kFullWidthMinus = 0xFF0D;
-constexpr uint32_t kNativeTen = 0x5341;       // 十
-constexpr uint32_t kNativeZeroAlt = 0x96F6;   // 零, read but not written
+constexpr uint32_t kNativeTen = 0x5341;      // 十
+constexpr uint32_t kNativeZeroAlt = 0x96F6;  // 零, read but not written
 constexpr uint32_t kNativeDigits[10] = {0x3007, 0x4E00, 0x4E8C, 0x4E09, 0x56DB,
                                         0x4E94, 0x516D, 0x4E03, 0x516B, 0x4E5D};
 constexpr int kMaxDigits = 9;
+// The most digits a number is padded to.
+constexpr int kMaxPadding = 64;
 
 // The value of a native digit (0..9), 10 for the ten sign, -1 otherwise.
 int nativeValue(uint32_t codePoint) {
@@ -112,6 +114,21 @@ void appendNumber(zuString& out, int64_t value, int minWidth, NumeralStyle style
     appendNative(out, magnitude);
     return;
   }
+  const int width = minWidth < kMaxPadding ? minWidth : kMaxPadding;
+  if (style.form == NumeralForm::kLocale && style.zero == '0') {
+    // ASCII digits, the common case: written backwards into a buffer with
+    // their padding, then appended in one piece.
+    char text[kMaxPadding + 1];
+    char* start = text + kMaxPadding;
+    *start = '\0';
+    do {
+      *--start = static_cast<char>('0' + magnitude % 10);
+      magnitude /= 10;
+    } while (magnitude != 0);
+    while (text + kMaxPadding - start < width) *--start = '0';
+    out += static_cast<const char*>(start);
+    return;
+  }
   char digits[20];
   int count = 0;
   do {
@@ -119,21 +136,15 @@ void appendNumber(zuString& out, int64_t value, int minWidth, NumeralStyle style
     magnitude /= 10;
   } while (magnitude != 0);
   const uint32_t zero = style.form == NumeralForm::kFullWidth ? kFullWidthZero : style.zero;
-  for (int pad = count; pad < minWidth && pad < 64; ++pad) {
-    if (zero == '0') out += '0'; else out += zero;
-  }
-  while (count > 0) {
-    const uint32_t digit = zero + static_cast<uint32_t>(digits[--count]);
-    if (digit < 0x80) out += static_cast<char>(digit); else out += digit;
-  }
+  for (int pad = count; pad < width; ++pad) out += zero;
+  while (count > 0) out += zero + static_cast<uint32_t>(digits[--count]);
 }
 
 bool isNativeNumeralAt(const zuString& text, unsigned int pos) {
   return nativeValue(text.UniChar(pos)) >= 0;
 }
 
-int readNumber(const zuString& text, unsigned int pos, int minDigits, int maxDigits,
-               int& value) {
+int readNumber(const zuString& text, unsigned int pos, int minDigits, int maxDigits, int& value) {
   if (maxDigits > kMaxDigits) maxDigits = kMaxDigits;
   if (maxDigits < 1 || minDigits > maxDigits) return -1;
   if (pos >= text.Length()) return -1;
@@ -192,22 +203,39 @@ int matchName(const zuString& text, unsigned int pos, const zuString* names, int
   return bestEnd;
 }
 
+PictureReader::PictureReader(const zuString& picture, const char* symbols)
+    : picture_(picture), text_(picture), length_(picture.Length()) {
+  for (const char* symbol = symbols; *symbol != '\0'; ++symbol) {
+    const auto letter = static_cast<unsigned char>(*symbol);
+    if (letter > 0 && letter < 0x80) symbolMask_[letter / 64] |= uint64_t{1} << (letter % 64);
+  }
+}
+
 bool PictureReader::isSymbol(uint32_t letter) const {
   if (letter == 0 || letter >= 0x80) return false;
-  for (const char* symbol = symbols_; *symbol != '\0'; ++symbol) {
-    if (static_cast<uint32_t>(*symbol) == letter) return true;
+  return (symbolMask_[letter / 64] >> (letter % 64) & 1) != 0;
+}
+
+uint32_t PictureReader::codePointAt(unsigned int& pos) const {
+  // ASCII without decoding; anything else (a NUL byte included) as
+  // zuString decodes it.
+  if (pos < length_) {
+    const auto byte = static_cast<unsigned char>(text_[pos]);
+    if (byte != 0 && byte < 0x80) {
+      ++pos;
+      return byte;
+    }
   }
-  return false;
+  return picture_.UniChar(pos);
 }
 
 bool PictureReader::next(PictureItem& item) {
-  const unsigned int length = picture_.Length();
-  while (pos_ < length) {
+  while (pos_ < length_) {
     unsigned int after = pos_;
-    const uint32_t codePoint = picture_.UniChar(after);
+    const uint32_t codePoint = codePointAt(after);
     if (codePoint == '\'') {
       unsigned int peek = after;
-      const bool doubled = picture_.UniChar(peek) == '\'';
+      const bool doubled = codePointAt(peek) == '\'';
       if (doubled) {
         pos_ = peek;
         item = {inQuote_ ? PictureItem::kQuoted : PictureItem::kLiteral, '\'', 1, false};
@@ -231,7 +259,7 @@ bool PictureReader::next(PictureItem& item) {
     int count = 1;
     for (;;) {
       unsigned int peek = after;
-      if (after >= length || picture_.UniChar(peek) != codePoint) break;
+      if (after >= length_ || codePointAt(peek) != codePoint) break;
       after = peek;
       if (count < INT32_MAX) ++count;
     }

@@ -58,8 +58,7 @@ void appendNumber(zuString& out, int64_t value, int minWidth, NumeralStyle style
 // its value must stay below 10 to the power `maxDigits`. Returns the
 // position after the number and stores it in `value`, or returns -1 and
 // leaves `value` alone.
-int readNumber(const zuString& text, unsigned int pos, int minDigits, int maxDigits,
-               int& value);
+int readNumber(const zuString& text, unsigned int pos, int minDigits, int maxDigits, int& value);
 
 // Whether the character at `pos` starts a native numeral.
 bool isNativeNumeralAt(const zuString& text, unsigned int pos);
@@ -76,8 +75,7 @@ uint32_t asciiToFullWidth(uint32_t codePoint);
 // matches "été". Empty names never match. The longest matching name wins
 // (the first of equal length). Returns the position after the match and
 // stores the name's index in `index`, or returns -1.
-int matchName(const zuString& text, unsigned int pos, const zuString* names, int count,
-              int& index);
+int matchName(const zuString& text, unsigned int pos, const zuString* names, int count, int& index);
 
 // One item of a date or time picture.
 struct PictureItem {
@@ -102,18 +100,21 @@ struct PictureItem {
 //   for (PictureItem item; reader.next(item);) { ... }
 class PictureReader {
  public:
-  // `symbols`: the ASCII symbol letters; both it and `picture` must outlive
-  // the reader.
-  PictureReader(const zuString& picture, const char* symbols)
-      : picture_(picture), symbols_(symbols) {}
+  // `symbols`: the ASCII symbol letters. `picture` must outlive the reader
+  // and stay unchanged while it reads.
+  PictureReader(const zuString& picture, const char* symbols);
   // Reads the next item; false at the end of the picture.
   bool next(PictureItem& item);
 
  private:
   bool isSymbol(uint32_t letter) const;
+  // The code point at byte `pos`, moving `pos` past it (see zuString::UniChar).
+  uint32_t codePointAt(unsigned int& pos) const;
 
   const zuString& picture_;
-  const char* symbols_;
+  const char* text_;
+  unsigned int length_;
+  uint64_t symbolMask_[2] = {0, 0};  // bit c for ASCII letter c
   unsigned int pos_ = 0;
   bool inQuote_ = false;
 };
