@@ -5,10 +5,12 @@
 #include <type_traits>
 
 #include "zu/core/internal/zuMessageLookup.h"
+#include "zu/core/internal/zuThreadMemo.h"
 #include "zu/core/zuException.h"
 #include "zu/core/zuMessageIds.h"
 #include "zu/datetime/internal/zuClock.h"
 #include "zu/datetime/internal/zuDateFormats.h"
+#include "zu/datetime/internal/zuResultPools.h"
 
 using zu::internal::kTimeForms;
 
@@ -18,7 +20,6 @@ namespace {
 
 // Units from the smallest up: milliseconds, seconds, minutes, hours.
 constexpr int64_t kBases[4] = {1000, 60, 60, 24};
-constexpr int kMaxTimeText = 16;
 constexpr int64_t kMaxNumber = 2147483647;
 
 // Bytes of the text as Parse sees them.
@@ -48,6 +49,35 @@ char* writeDigits(char* out, int value, int width) {
   return out;
 }
 
+// The texts of the day-half markers, kept per thread while the message
+// loader's state stays as it was when they were looked up.
+struct MarkerMemo {
+  uint64_t generation = 0;  // 0: nothing kept
+  zuString texts[2];        // morning, afternoon
+  int found[2] = {0, 0};
+};
+
+// Sets `text` to the morning or afternoon marker as the message loader
+// gives it now and returns non-zero, or sets it empty and returns 0 when no
+// catalogue has it.
+int dayHalfMarker(bool afternoon, zuString& text) {
+  const uint64_t generation = zu::internal::messageGeneration();
+  if (generation == 0) {
+    // An override loader may answer differently at every call.
+    return zu::internal::loadMessage(
+        afternoon ? zuMessageIds::kAfternoonMarker : zuMessageIds::kMorningMarker, text);
+  }
+  MarkerMemo& memo = zu::internal::zuThreadMemo<MarkerMemo>::get();
+  if (memo.generation != generation) {
+    memo.generation = 0;
+    memo.found[0] = zu::internal::loadMessage(zuMessageIds::kMorningMarker, memo.texts[0]);
+    memo.found[1] = zu::internal::loadMessage(zuMessageIds::kAfternoonMarker, memo.texts[1]);
+    memo.generation = generation;
+  }
+  text = memo.texts[afternoon ? 1 : 0];
+  return memo.found[afternoon ? 1 : 0];
+}
+
 // Whether the bytes [start, end) of `text` hold the afternoon marker,
 // ignoring ASCII case. Out of line: the marker is a string object, which
 // the digit loop of Parse is better without.
@@ -55,8 +85,8 @@ char* writeDigits(char* out, int value, int width) {
                                             unsigned int end) {
   zuString marker;
   unsigned int foundAt = 0;
-  return zu::internal::loadMessage(zuMessageIds::kAfternoonMarker, marker) &&
-         text.FindNoCase(marker, foundAt, start) && foundAt + marker.Length() <= end;
+  return dayHalfMarker(true, marker) && text.FindNoCase(marker, foundAt, start) &&
+         foundAt + marker.Length() <= end;
 }
 
 }  // namespace
@@ -159,27 +189,45 @@ int zuTime::Difference(const zuTime& other, long& hours, long& minutes, long& se
 
 // --- Text -----------------------------------------------------------------------
 
+// The form's fields: the hour (on the 12-hour dial where the form has a
+// marker), then minutes, seconds and milliseconds as the form shows them.
+namespace {
+
+char* writeForm(char* text, const zu::internal::TimeFormRow& form, int32_t time) {
+  const int hour = time / 10000000;
+  const int fields[4] = {form.twelveHour && hour >= 13 ? hour - 12 : hour, time / 100000 % 100,
+                         time / 1000 % 100, time % 1000};
+  char* end = writeDigits(text, fields[0], form.padHour ? 2 : 0);
+  for (int field = 1; field < form.fields; ++field) {
+    if (form.separator != '\0') *end++ = form.separator;
+    end = writeDigits(end, fields[field], field == 3 ? 3 : 2);
+  }
+  return end;
+}
+
+}  // namespace
+
+unsigned int zuTime::FormatDigits(zuTimeFmt fmt, char* out) const {
+  if (fmt < 0 || fmt >= zu::internal::kTimeFormCount || kTimeForms[fmt].twelveHour) {
+    return kNotDigits;
+  }
+  return static_cast<unsigned int>(writeForm(out, kTimeForms[fmt], time_) - out);
+}
+
 zuString zuTime::Format(zuTimeFmt fmt) const {
   if (fmt < 0 || fmt >= zu::internal::kTimeFormCount) {
     zuString digits;
     digits.Number(static_cast<long>(time_));
     return digits;
   }
+  zu::internal::keepResultPools();
   const zu::internal::TimeFormRow& form = kTimeForms[fmt];
-  const int hour = time_ / 10000000;
-  const int fields[4] = {form.twelveHour && hour >= 13 ? hour - 12 : hour, time_ / 100000 % 100,
-                         time_ / 1000 % 100, time_ % 1000};
-  char text[kMaxTimeText];
-  char* end = writeDigits(text, fields[0], form.padHour ? 2 : 0);
-  for (int field = 1; field < form.fields; ++field) {
-    if (form.separator != '\0') *end++ = form.separator;
-    end = writeDigits(end, fields[field], field == 3 ? 3 : 2);
-  }
+  char text[kDigitsBytes];
+  char* end = writeForm(text, form, time_);
   if (!form.twelveHour) return zuString::FromBytes(text, static_cast<unsigned int>(end - text));
   *end++ = ' ';
   zuString dayHalf;
-  zu::internal::loadMessage(
-      hour <= 12 ? zuMessageIds::kMorningMarker : zuMessageIds::kAfternoonMarker, dayHalf);
+  dayHalfMarker(time_ / 10000000 > 12, dayHalf);
   const unsigned int length = static_cast<unsigned int>(end - text);
   zuString out;
   char* chars = out.ReAlloc(length + dayHalf.Length(), 0);
@@ -195,7 +243,21 @@ int zuTime::Parse(const zuString& text) {
   bool afternoon = false;
   const char* const begin = text;
   const char* const end = begin + text.Length();
-  for (const char* at = begin; at < end;) {
+  const char* at = begin;
+  // The common shapes first ("14:05:09", "2:30 PM"): tokens of one to three
+  // digits, each followed by one delimiter or the end. Where the text takes
+  // another shape, the general loop below goes on from the token at hand.
+  while (at < end && filled < 4) {
+    const char* digit = at;
+    int number = 0;
+    while (digit < end && digit - at < 3 && classOf(digit) == kDigit) {
+      number = number * 10 + (*digit++ - '0');
+    }
+    if (digit == at || (digit < end && classOf(digit) != kDelimiter)) break;
+    fields[filled++] = number;
+    at = digit < end ? digit + 1 : digit;
+  }
+  while (at < end) {
     if (classOf(at) == kDelimiter) {
       ++at;
       continue;

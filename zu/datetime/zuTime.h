@@ -124,6 +124,15 @@ class ZU_EXPORT zuTime {
   static long GetMinimumInterval() { return 1000; }
 
  private:
+  friend class zuDateTime;
+
+  // The bytes FormatDigits may write, and its answer for a form it does
+  // not write.
+  static constexpr unsigned int kDigitsBytes = 16;
+  static constexpr unsigned int kNotDigits = ~0u;
+  // Writes Format(fmt) into `out` (kDigitsBytes) and returns its length
+  // for the forms without a day-half marker (0..3); else kNotDigits.
+  unsigned int FormatDigits(zuTimeFmt fmt, char* out) const;
   // Throws 17234-17237 for the first amount out of 0..maximum.
   static void CheckAmounts(long hours, long minutes, long seconds, long millis);
   void Store(long hour, long minute, long second, long millisecond);
