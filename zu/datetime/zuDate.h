@@ -286,6 +286,15 @@ class ZU_EXPORT zuDate {
   // date-time's day carry).
   void AddCarry(long years, long months, long days, long carry);
   void SubtractBorrow(long years, long months, long days, long borrow);
+  // The bytes FormatDigits may write, and its answer for a format it does
+  // not write.
+  static constexpr unsigned int kDigitsBytes = 128;
+  static constexpr unsigned int kNotDigits = ~0u;
+  // Writes Format(fmt) into `out` (kDigitsBytes) and returns its length
+  // when fmt is a format of numbers and literals only (in this locale, and
+  // while the locale calendar is the Gregorian one), or the date is empty
+  // or not one the picture engine holds (length 0); else kNotDigits.
+  unsigned int FormatDigits(zuDateFmt fmt, char* out) const;
   // The locale format 24 and the name functions use for `fmt`.
   const char* MapAsianLocale(zuDateFmt fmt) const;
   // The era form read by Parse; 1 on success.
