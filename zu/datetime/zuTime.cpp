@@ -1,6 +1,7 @@
 #include "zu/datetime/zuTime.h"
 
 #include <array>
+#include <cstddef>
 #include <cstring>
 #include <type_traits>
 
@@ -21,6 +22,8 @@ namespace {
 // Units from the smallest up: milliseconds, seconds, minutes, hours.
 constexpr int64_t kBases[4] = {1000, 60, 60, 24};
 constexpr int64_t kMaxNumber = 2147483647;
+// Day-half markers up to this many bytes are written with the numbers.
+constexpr unsigned int kShortMarker = 48;
 
 // Bytes of the text as Parse sees them.
 enum CharClass : uint8_t { kOther, kDelimiter, kDigit };
@@ -78,15 +81,28 @@ int dayHalfMarker(bool afternoon, zuString& text) {
   return memo.found[afternoon ? 1 : 0];
 }
 
-// Whether the bytes [start, end) of `text` hold the afternoon marker,
-// ignoring ASCII case. Out of line: the marker is a string object, which
-// the digit loop of Parse is better without.
-[[gnu::noinline]] bool holdsAfternoonMarker(const zuString& text, unsigned int start,
-                                            unsigned int end) {
+bool sameIgnoringCase(const char* left, const char* right, std::size_t length) {
+  const auto fold = [](char byte) {
+    return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
+  };
+  for (std::size_t i = 0; i < length; ++i) {
+    if (fold(left[i]) != fold(right[i])) return false;
+  }
+  return true;
+}
+
+// Whether the bytes [start, end) hold the afternoon marker, ignoring ASCII
+// case. Out of line: the marker is a string object, which the digit loop
+// of Parse is better without.
+[[gnu::noinline]] bool holdsAfternoonMarker(const char* start, const char* end) {
   zuString marker;
-  unsigned int foundAt = 0;
-  return dayHalfMarker(true, marker) && text.FindNoCase(marker, foundAt, start) &&
-         foundAt + marker.Length() <= end;
+  if (!dayHalfMarker(true, marker)) return false;
+  const char* const text = marker;
+  const std::size_t length = marker.Length();
+  for (const char* at = start; length <= static_cast<std::size_t>(end - at); ++at) {
+    if (sameIgnoringCase(at, text, length)) return true;
+  }
+  return false;
 }
 
 }  // namespace
@@ -222,13 +238,18 @@ zuString zuTime::Format(zuTimeFmt fmt) const {
   }
   zu::internal::keepResultPools();
   const zu::internal::TimeFormRow& form = kTimeForms[fmt];
-  char text[kDigitsBytes];
+  // The numbers and, when it is short, the marker.
+  char text[kDigitsBytes + kShortMarker];
   char* end = writeForm(text, form, time_);
   if (!form.twelveHour) return zuString::FromBytes(text, static_cast<unsigned int>(end - text));
   *end++ = ' ';
   zuString dayHalf;
   dayHalfMarker(time_ / 10000000 > 12, dayHalf);
   const unsigned int length = static_cast<unsigned int>(end - text);
+  if (dayHalf.Length() <= sizeof text - length) {
+    std::memcpy(end, static_cast<const char*>(dayHalf), dayHalf.Length());
+    return zuString::FromBytes(text, length + dayHalf.Length());
+  }
   zuString out;
   char* chars = out.ReAlloc(length + dayHalf.Length(), 0);
   std::memcpy(chars, text, length);
@@ -276,8 +297,7 @@ int zuTime::Parse(const zuString& text) {
     // The first token that is not all digits is the last one read.
     const char* tokenEnd = at;
     while (tokenEnd < end && classOf(tokenEnd) != kDelimiter) ++tokenEnd;
-    afternoon = holdsAfternoonMarker(text, static_cast<unsigned int>(at - begin),
-                                     static_cast<unsigned int>(tokenEnd - begin));
+    afternoon = holdsAfternoonMarker(at, tokenEnd);
     break;
   }
   if (afternoon && fields[0] < 12) fields[0] += 12;

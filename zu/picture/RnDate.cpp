@@ -1,9 +1,16 @@
 #include "zu/picture/RnDate.h"
 
 #include <algorithm>
+#include <array>
+#include <cstring>
 #include <ctime>
 #include <iterator>
+#include <new>
+#include <string>
+#include <vector>
 
+#include "zu/core/internal/zuThreadMemo.h"
+#include "zu/core/zuException.h"
 #include "zu/locale/RnData.h"
 #include "zu/picture/RnEraTables.h"
 #include "zu/picture/internal/RnCivilDays.h"
@@ -70,6 +77,48 @@ void appendCodePoint(zuString& out, uint32_t codePoint) {
 
 bool yearInRange(int64_t year) {
   return year >= kMinYear && year <= kMaxYear;
+}
+
+// A picture as its items, split once per thread: formatting with the same
+// picture again skips the reader.
+struct SplitPicture {
+  std::string text;  // the picture's bytes
+  std::vector<PictureItem> items;
+  bool namesAltEra = false;  // holds a "g" symbol
+};
+
+struct SplitPictures {
+  std::array<SplitPicture, 8> entries;
+  std::size_t nextToReplace = 0;
+};
+
+const SplitPicture& splitPicture(const zuString& picture) {
+  SplitPictures& memo = zu::internal::zuThreadMemo<SplitPictures>::get();
+  const char* const bytes = picture;
+  const std::size_t length = picture.Length();
+  for (const SplitPicture& entry : memo.entries) {
+    if (entry.text.size() == length && std::memcmp(entry.text.data(), bytes, length) == 0) {
+      return entry;
+    }
+  }
+  SplitPicture& entry = memo.entries[memo.nextToReplace];
+  memo.nextToReplace = (memo.nextToReplace + 1) % memo.entries.size();
+  try {
+    entry.text.clear();
+    entry.items.clear();
+    entry.namesAltEra = false;
+    PictureReader reader(picture, kSymbolLetters);
+    for (PictureItem item; reader.next(item);) {
+      entry.items.push_back(item);
+      if (item.kind == PictureItem::kSymbol && item.character == 'g') entry.namesAltEra = true;
+    }
+    entry.text.assign(bytes, length);
+  } catch (const std::bad_alloc&) {
+    entry.text.clear();
+    entry.items.clear();
+    throw zuExMemory();
+  }
+  return entry;
 }
 
 int64_t currentYear() {
@@ -266,18 +315,12 @@ zuString RnDate::format(const zuString& picture, int day, int month, int year) c
   // instead of growing through several.
   out.ReAlloc(picture.Length() + kNameRoom, 0);
   CalendarFields fields{day, month, year, -1};
-  if (altEras_ != nullptr) {
-    // "Y" counts in the era only when the picture names the era.
-    PictureReader scan(picture, kSymbolLetters);
-    for (PictureItem item; scan.next(item);) {
-      if (item.kind == PictureItem::kSymbol && item.character == 'g') {
-        fields.altEra = getEpochEra(altEras_, altEraCount_, days_);
-        break;
-      }
-    }
+  const SplitPicture& split = splitPicture(picture);
+  // "Y" counts in the era only when the picture names the era.
+  if (altEras_ != nullptr && split.namesAltEra) {
+    fields.altEra = getEpochEra(altEras_, altEraCount_, days_);
   }
-  PictureReader reader(picture, kSymbolLetters);
-  for (PictureItem item; reader.next(item);) {
+  for (const PictureItem& item : split.items) {
     if (item.kind == PictureItem::kSymbol) {
       subFormat(out, item.character, item.count, item.fullWidth, fields);
     } else {
