@@ -48,6 +48,8 @@ constexpr int64_t kDaysPer400Years = 146097;
 constexpr int64_t kDay1900 = daysFromCivil(1900, 1, 1);
 // DaysSince1900() of the last date held.
 constexpr long kMaxDaysSince1900 = daysFromCivil(zuDate::kMaxYear, 12, 31) - kDay1900 + 1;
+static_assert(zuDate::kMaxYear < zu::internal::civil_detail::kFastYears,
+              "every date held converts in RnCivilDays' 32-bit forms");
 // Days before each month in a common year.
 constexpr int kDaysBeforeMonth[13] = {0, 0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334};
 // RnDate holds these years only.
@@ -170,21 +172,30 @@ struct MappedFormat {
   const char* locale;
 };
 
+// The table's pictures as literal strings, made once.
+const zuString& tablePicture(int fmt) {
+  static const std::array<zuString, zu::internal::kDateFormatCount> pictures = [] {
+    std::array<zuString, zu::internal::kDateFormatCount> made;
+    for (int row = 0; row < zu::internal::kDateFormatCount; ++row) {
+      made[row] = zuString(1, kDateFormats[row].picture);
+    }
+    return made;
+  }();
+  return pictures[fmt];
+}
+
 MappedFormat mapDateFormat(int fmt, const char* locale) {
-  const zu::internal::DateFormatRow& row = kDateFormats[fmt];
-  switch (row.rule) {
+  switch (kDateFormats[fmt].rule) {
     case DateFormatRule::kFrench:
-      return {zuString(1, row.picture), "fr"};
+      return {tablePicture(fmt), "fr"};
     case DateFormatRule::kKoreanOrCjk:
-      return {zuString(1, isKorean(locale) ? row.picture
-                                           : kDateFormats[zu::internal::kCjkFormat].picture),
-              locale};
+      return {tablePicture(isKorean(locale) ? fmt : zu::internal::kCjkFormat), locale};
     case DateFormatRule::kLocaleMedium:
       return {RnDate::getDateFormat(0, zuString(1, locale)), locale};
     case DateFormatRule::kLocaleShort:
       return {RnDate::getDateFormat(1, zuString(1, locale)), locale};
     default:
-      return {zuString(1, row.picture), locale};
+      return {tablePicture(fmt), locale};
   }
 }
 
@@ -615,14 +626,14 @@ long zuDate::DaysSince1900() const {
     const long leapDay = month > 2 && LeapYear(year) ? 1 : 0;
     return kDaysBeforeMonth[month] + leapDay + day;
   }
-  return static_cast<long>(daysFromCivil(year, static_cast<int>(month), static_cast<int>(day)) -
-                           kDay1900 + 1);
+  // A stored date has its fields in range, and its year below 2^20.
+  return static_cast<long>(zu::internal::daysFromCivilInRange(year, month, day) - kDay1900 + 1);
 }
 
 void zuDate::DaysSince1900(long n) {
   if (n <= 0) ZuExThrow(zuMessageIds::kInvalidDay);
   if (n > kMaxDaysSince1900) ZuExThrow(zuMessageIds::kInvalidYear);
-  const CivilDate date = civilFromDays(kDay1900 + n - 1);
+  const CivilDate date = zu::internal::civilFromDaysInRange(kDay1900 + n - 1);
   Store(static_cast<long>(date.year), date.month, date.day);
 }
 
@@ -649,6 +660,7 @@ zuString zuDate::Format(zuDateFmt fmt) const {
   char text[kDigitsBytes];
   const unsigned int length = FormatDigits(fmt, text);
   if (length != kNotDigits) return zuString::FromBytes(text, length);
+  if (date_ == 0) return zuString::EmptyString();
   const PictureDate date = pictureDate(Year(), Month(), Day());
   if (date.days == 0) return zuString::EmptyString();
   const MappedFormat mapped = mapDateFormat(fmt, locale_);
@@ -657,6 +669,9 @@ zuString zuDate::Format(zuDateFmt fmt) const {
 
 unsigned int zuDate::FormatDigits(zuDateFmt fmt, char* out) const {
   if (fmt < 1 || fmt >= zu::internal::kDateFormatCount || fmt == ERA) return kNotDigits;
+  const NumericLayout* layout = numericLayout(fmt, locale_);
+  // A calendar other than the Gregorian one is left to the picture engine.
+  if (layout == nullptr || isAltCalendarEnabled()) return kNotDigits;
   if (date_ == 0) return 0;
   long year = Year();
   const long month = Month();
@@ -665,9 +680,6 @@ unsigned int zuDate::FormatDigits(zuDateFmt fmt, char* out) const {
   if (year > kLastPictureYear) return 0;
   if (year < 100) year += kShortYearBase;
   if (day > DaysInMonth(year, month)) return 0;
-  const NumericLayout* layout = numericLayout(fmt, locale_);
-  // A calendar other than the Gregorian one is left to the picture engine.
-  if (layout == nullptr || isAltCalendarEnabled()) return kNotDigits;
   const uint32_t zero = localeZeroDigit(locale_);
   return static_cast<unsigned int>(writeNumeric(out, *layout, static_cast<int>(year),
                                                 static_cast<int>(month), static_cast<int>(day),

@@ -291,9 +291,9 @@ class ZU_EXPORT zuDate {
   static constexpr unsigned int kDigitsBytes = 128;
   static constexpr unsigned int kNotDigits = ~0u;
   // Writes Format(fmt) into `out` (kDigitsBytes) and returns its length
-  // when fmt is a format of numbers and literals only (in this locale, and
-  // while the locale calendar is the Gregorian one), or the date is empty
-  // or not one the picture engine holds (length 0); else kNotDigits.
+  // when fmt is a format of numbers and literals only in this locale, while
+  // the locale calendar is the Gregorian one (length 0 for the empty date
+  // and for one the picture engine does not hold); else kNotDigits.
   unsigned int FormatDigits(zuDateFmt fmt, char* out) const;
   // The locale format 24 and the name functions use for `fmt`.
   const char* MapAsianLocale(zuDateFmt fmt) const;

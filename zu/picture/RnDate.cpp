@@ -358,7 +358,6 @@ void RnDate::subFormat(zuString& out, unsigned int symbol, int count, bool fullW
     zu::internal::appendNumber(out, value, width, numerals);
   };
   const bool monthKnown = fields.month >= 1 && fields.month <= 12;
-  const int weekDay = weekDayIndex(days_);
   switch (symbol) {
     case 'D':
       if (count <= 2) number(fields.day, count);
@@ -375,7 +374,8 @@ void RnDate::subFormat(zuString& out, unsigned int symbol, int count, bool fullW
         out += monthNames_[fields.month - 1];
       }
       break;
-    case 'E':
+    case 'E': {
+      const int weekDay = weekDayIndex(days_);
       if (count == 1) {
         number(weekDay + 1, 1);
       } else if (count == 3) {
@@ -384,8 +384,9 @@ void RnDate::subFormat(zuString& out, unsigned int symbol, int count, bool fullW
         out += weekDayNames_[weekDay];
       }
       break;
+    }
     case 'e':
-      if (count == 1) number((weekDay + 6) % 7 + 1, 1);
+      if (count == 1) number((weekDayIndex(days_) + 6) % 7 + 1, 1);
       break;
     case 'Y': {
       if (count != 2 && count != 4) break;

@@ -115,6 +115,15 @@ constexpr CivilDate civilFromDays(int64_t days) {
   return civil_detail::civilFromDaysWide(days);
 }
 
+// The same for callers that know their fields: a date in years
+// 0..2^20 - 1 with month 1..12 and day 1..31, or the day number of one.
+constexpr int64_t daysFromCivilInRange(uint32_t year, uint32_t month, uint32_t day) {
+  return civil_detail::daysFromCivilFast(year, month, day);
+}
+constexpr CivilDate civilFromDaysInRange(int64_t days) {
+  return civil_detail::civilFromDaysFast(days);
+}
+
 // 0 Sunday .. 6 Saturday (day 1 is a Monday).
 constexpr int weekDayIndex(int64_t days) {
   const int64_t index = days % 7;

@@ -115,9 +115,22 @@ void appendNumber(zuString& out, int64_t value, int minWidth, NumeralStyle style
     return;
   }
   const int width = minWidth < kMaxPadding ? minWidth : kMaxPadding;
+  if (style.form == NumeralForm::kLocale && style.zero == '0' && magnitude < 10000 &&
+      width <= 4) {
+    // The most common case of all, a day, month or year: at most four ASCII
+    // digits, appended byte by byte into the room the string has.
+    const auto digits = static_cast<unsigned int>(magnitude);
+    const int count = digits < 10 ? 1 : digits < 100 ? 2 : digits < 1000 ? 3 : 4;
+    for (int pad = count; pad < width; ++pad) out += '0';
+    if (count >= 4) out += static_cast<char>('0' + digits / 1000);
+    if (count >= 3) out += static_cast<char>('0' + digits / 100 % 10);
+    if (count >= 2) out += static_cast<char>('0' + digits / 10 % 10);
+    out += static_cast<char>('0' + digits % 10);
+    return;
+  }
   if (style.form == NumeralForm::kLocale && style.zero == '0') {
-    // ASCII digits, the common case: written backwards into a buffer with
-    // their padding, then appended in one piece.
+    // ASCII digits: written backwards into a buffer with their padding,
+    // then appended in one piece.
     char text[kMaxPadding + 1];
     char* start = text + kMaxPadding;
     *start = '\0';
