@@ -286,15 +286,32 @@ zuString formatThrough(const PictureDate& date, const zuString& picture, const c
 // written here with the picture engine's own rules (numbers in the locale's
 // digits, padded with its zero; "YY" the year mod 100), into a buffer,
 // without an RnDate. The pictures are split by the engine's reader once.
+constexpr std::size_t kTemplateBytes = 32;
+
 struct NumericItem {
   char symbol;       // 'D', 'M', 'Y', or 0 for a literal
   uint8_t width;     // the symbol's count
   uint32_t literal;  // the literal's code point
 };
 
+// Where a fixed-width field goes in a layout's template.
+struct NumericSlot {
+  uint8_t offset;
+  char symbol;
+  uint8_t width;
+};
+
 struct NumericLayout {
   int count = 0;  // 0: the format is not numeric
   NumericItem items[zu::internal::kMaxNumericItems];
+  // When every field has a fixed width (2 or 4): the text with ASCII zeros
+  // in the fields, and where the fields go. Numbers in ASCII digits are
+  // then the template with the fields stored over it.
+  bool fixedWidth = false;
+  uint8_t length = 0;
+  char text[kTemplateBytes] = {};
+  int slotCount = 0;
+  NumericSlot slots[3] = {};
 };
 
 using NumericLayouts = std::array<NumericLayout, zu::internal::kDateFormatCount>;
@@ -324,16 +341,6 @@ NumericLayouts makeNumericLayouts() {
     if (numeric) layouts[row] = layout;
   }
   return layouts;
-}
-
-// The layout of `fmt` (1..31) in `locale`; null when the format is not
-// numeric there.
-const NumericLayout* numericLayout(int fmt, const char* locale) {
-  static const NumericLayouts layouts = makeNumericLayouts();
-  if (kDateFormats[fmt].rule == DateFormatRule::kKoreanOrCjk && !isKorean(locale)) {
-    fmt = zu::internal::kCjkFormat;
-  }
-  return layouts[fmt].count != 0 ? &layouts[fmt] : nullptr;
 }
 
 char* appendCodePoint(char* out, uint32_t codePoint) {
@@ -402,6 +409,66 @@ char* writeNumeric(char* out, const NumericLayout& layout, int year, int month, 
     }
   }
   return out;
+}
+
+// Adds the template to each layout whose fields all have a fixed width.
+NumericLayouts withTemplates(NumericLayouts layouts) {
+  for (NumericLayout& layout : layouts) {
+    if (layout.count == 0) continue;
+    char text[kTemplateBytes + 16];
+    char* end = text;
+    int slots = 0;
+    bool fixed = true;
+    for (int index = 0; index < layout.count && fixed; ++index) {
+      const NumericItem& item = layout.items[index];
+      if (item.symbol != 0) {
+        fixed = item.width != 1 && slots < 3;
+        if (fixed) {
+          layout.slots[slots++] = {static_cast<uint8_t>(end - text), item.symbol, item.width};
+        }
+      }
+      NumericLayout single;
+      single.count = 1;
+      single.items[0] = item;
+      end = writeNumeric(end, single, 0, 0, 0, '0');
+      fixed = fixed && end - text <= static_cast<std::ptrdiff_t>(kTemplateBytes);
+    }
+    if (!fixed) continue;
+    layout.fixedWidth = true;
+    layout.slotCount = slots;
+    layout.length = static_cast<uint8_t>(end - text);
+    std::memcpy(layout.text, text, layout.length);
+  }
+  return layouts;
+}
+
+// The numbers of a fixed-width layout in ASCII digits.
+char* writeTemplate(char* out, const NumericLayout& layout, int year, int month, int day) {
+  std::memcpy(out, layout.text, kTemplateBytes);
+  for (int index = 0; index < layout.slotCount; ++index) {
+    const NumericSlot& slot = layout.slots[index];
+    char* const at = out + slot.offset;
+    if (slot.symbol == 'D') {
+      appendAsciiPair(at, day, 2);
+    } else if (slot.symbol == 'M') {
+      appendAsciiPair(at, month, 2);
+    } else if (slot.width == 4) {
+      appendAsciiPair(appendAsciiPair(at, year / 100, 2), year % 100, 2);
+    } else {
+      appendAsciiPair(at, year % 100, 2);
+    }
+  }
+  return out + layout.length;
+}
+
+// The layout of `fmt` (1..31) in `locale`; null when the format is not
+// numeric there.
+const NumericLayout* numericLayout(int fmt, const char* locale) {
+  static const NumericLayouts layouts = withTemplates(makeNumericLayouts());
+  if (kDateFormats[fmt].rule == DateFormatRule::kKoreanOrCjk && !isKorean(locale)) {
+    fmt = zu::internal::kCjkFormat;
+  }
+  return layouts[fmt].count != 0 ? &layouts[fmt] : nullptr;
 }
 
 // ASCII digits only, at most nine of them (so that the value fits 32 bits);
@@ -681,6 +748,11 @@ unsigned int zuDate::FormatDigits(zuDateFmt fmt, char* out) const {
   if (year < 100) year += kShortYearBase;
   if (day > DaysInMonth(year, month)) return 0;
   const uint32_t zero = localeZeroDigit(locale_);
+  if (zero == '0' && layout->fixedWidth) {
+    return static_cast<unsigned int>(writeTemplate(out, *layout, static_cast<int>(year),
+                                                   static_cast<int>(month), static_cast<int>(day)) -
+                                     out);
+  }
   return static_cast<unsigned int>(writeNumeric(out, *layout, static_cast<int>(year),
                                                 static_cast<int>(month), static_cast<int>(day),
                                                 zero) -
