@@ -173,15 +173,21 @@ struct MappedFormat {
 };
 
 // The table's pictures as literal strings, made once.
-const zuString& tablePicture(int fmt) {
-  static const std::array<zuString, zu::internal::kDateFormatCount> pictures = [] {
-    std::array<zuString, zu::internal::kDateFormatCount> made;
+using TablePictures = std::array<zuString, zu::internal::kDateFormatCount>;
+
+[[gnu::noinline]] const TablePictures& tablePictures() {
+  static const TablePictures pictures = [] {
+    TablePictures made;
     for (int row = 0; row < zu::internal::kDateFormatCount; ++row) {
       made[row] = zuString(1, kDateFormats[row].picture);
     }
     return made;
   }();
-  return pictures[fmt];
+  return pictures;
+}
+
+inline const zuString& tablePicture(int fmt) {
+  return tablePictures()[fmt];
 }
 
 MappedFormat mapDateFormat(int fmt, const char* locale) {
@@ -463,8 +469,13 @@ char* writeTemplate(char* out, const NumericLayout& layout, int year, int month,
 
 // The layout of `fmt` (1..31) in `locale`; null when the format is not
 // numeric there.
-const NumericLayout* numericLayout(int fmt, const char* locale) {
+[[gnu::noinline]] const NumericLayouts& numericLayouts() {
   static const NumericLayouts layouts = withTemplates(makeNumericLayouts());
+  return layouts;
+}
+
+inline const NumericLayout* numericLayout(int fmt, const char* locale) {
+  const NumericLayouts& layouts = numericLayouts();
   if (kDateFormats[fmt].rule == DateFormatRule::kKoreanOrCjk && !isKorean(locale)) {
     fmt = zu::internal::kCjkFormat;
   }
@@ -740,23 +751,21 @@ unsigned int zuDate::FormatDigits(zuDateFmt fmt, char* out) const {
   // A calendar other than the Gregorian one is left to the picture engine.
   if (layout == nullptr || isAltCalendarEnabled()) return kNotDigits;
   if (date_ == 0) return 0;
-  long year = Year();
-  const long month = Month();
-  const long day = Day();
-  // The bridge's view of the fields (see pictureDate), without its day number.
+  // The bridge's view of the fields (see pictureDate), without its day
+  // number; unsigned, as a stored date is never negative.
+  const uint32_t packed = static_cast<uint32_t>(date_);
+  int year = static_cast<int>(packed / 10000);
+  const uint32_t monthDay = packed % 10000;
+  const int month = static_cast<int>(monthDay / 100);
+  const int day = static_cast<int>(monthDay % 100);
   if (year > kLastPictureYear) return 0;
   if (year < 100) year += kShortYearBase;
-  if (day > DaysInMonth(year, month)) return 0;
+  if (day > zu::internal::daysInMonth(year, month)) return 0;
   const uint32_t zero = localeZeroDigit(locale_);
-  if (zero == '0' && layout->fixedWidth) {
-    return static_cast<unsigned int>(writeTemplate(out, *layout, static_cast<int>(year),
-                                                   static_cast<int>(month), static_cast<int>(day)) -
-                                     out);
-  }
-  return static_cast<unsigned int>(writeNumeric(out, *layout, static_cast<int>(year),
-                                                static_cast<int>(month), static_cast<int>(day),
-                                                zero) -
-                                   out);
+  char* const end = zero == '0' && layout->fixedWidth
+                        ? writeTemplate(out, *layout, year, month, day)
+                        : writeNumeric(out, *layout, year, month, day, zero);
+  return static_cast<unsigned int>(end - out);
 }
 
 int zuDate::Parse(const zuString& text, zuDateFmt fmt) const {

@@ -39,8 +39,6 @@ constexpr int64_t kLastDay = daysFromCivil(kMaxYear, 12, 31);
 constexpr int64_t kCommonEraStart = daysFromCivil(1949, 10, 1);
 constexpr uint32_t kEraYearOne = 0x5143;  // 元
 constexpr int kMaxAltEras = 8;
-// Bytes format reserves beyond the picture's length, for names.
-constexpr unsigned int kNameRoom = 16;
 
 // 1 Monday .. 7 Sunday.
 int isoWeekDay(int64_t days) {
@@ -65,14 +63,6 @@ int64_t monthWeekOneStart(int64_t year, int month) {
 // Days from Monday of a weekday numbered Sunday 1 .. Saturday 7.
 int offsetFromMonday(int weekDay) {
   return (weekDay + 5) % 7;
-}
-
-void appendCodePoint(zuString& out, uint32_t codePoint) {
-  if (codePoint < 0x80) {
-    out += static_cast<char>(codePoint);
-  } else {
-    out += codePoint;
-  }
 }
 
 bool yearInRange(int64_t year) {
@@ -309,27 +299,23 @@ zuString RnDate::format(const zuString& picture) const {
 }
 
 zuString RnDate::format(const zuString& picture, int day, int month, int year) const {
-  zuString out;
-  if (!isValid()) return out;
-  // Room for the usual result from the start, so that it takes one block
-  // instead of growing through several.
-  out.ReAlloc(picture.Length() + kNameRoom, 0);
+  if (!isValid()) return zuString();
   CalendarFields fields{day, month, year, -1};
   const SplitPicture& split = splitPicture(picture);
   // "Y" counts in the era only when the picture names the era.
   if (altEras_ != nullptr && split.namesAltEra) {
     fields.altEra = getEpochEra(altEras_, altEraCount_, days_);
   }
+  zu::internal::TextOut out;
   for (const PictureItem& item : split.items) {
     if (item.kind == PictureItem::kSymbol) {
       subFormat(out, item.character, item.count, item.fullWidth, fields);
     } else {
-      appendCodePoint(out, item.character);
+      out += item.character;
     }
   }
-  // A picture that writes nothing gives a null string, as before any block.
-  if (out.IsEmpty()) return zuString();
-  return out;
+  // A picture that writes nothing gives a null string.
+  return out.text();
 }
 
 bool RnDate::usesNativeNumerals(unsigned int symbol, int count) const {
@@ -345,7 +331,7 @@ int64_t RnDate::eraYear(int era, int64_t year, int month) const {
   return inEra;
 }
 
-void RnDate::subFormat(zuString& out, unsigned int symbol, int count, bool fullWidth,
+void RnDate::subFormat(zu::internal::TextOut& out, unsigned int symbol, int count, bool fullWidth,
                        const CalendarFields& fields) const {
   NumeralStyle numerals{NumeralForm::kLocale, zeroDigit_};
   if (fullWidth) {

@@ -3,6 +3,9 @@
 #include <unicode/uchar.h>
 
 #include <cstdint>
+#include <cstring>
+
+#include "zu/core/zuUnicode.h"
 
 #include "zu/locale/RnData.h"
 
@@ -37,7 +40,16 @@ int decimalValue(uint32_t codePoint) {
   return u_charDigitValue(static_cast<UChar32>(codePoint));
 }
 
-void appendNative(zuString& out, uint64_t magnitude) {
+// `text` holds `length` bytes and a NUL after them.
+void appendTerminated(zuString& out, const char* text, unsigned int) {
+  out += text;
+}
+void appendTerminated(TextOut& out, const char* text, unsigned int length) {
+  out.append(text, length);
+}
+
+template <class Out>
+void appendNative(Out& out, uint64_t magnitude) {
   if (magnitude < 100) {
     const unsigned tens = static_cast<unsigned>(magnitude / 10);
     const unsigned units = static_cast<unsigned>(magnitude % 10);
@@ -102,7 +114,8 @@ uint32_t localeZeroDigit(const RnData& data) {
   return decimalValue(codePoint) == 0 ? codePoint : '0';
 }
 
-void appendNumber(zuString& out, int64_t value, int minWidth, NumeralStyle style) {
+template <class Out>
+void appendNumberTo(Out& out, int64_t value, int minWidth, NumeralStyle style) {
   // The magnitude in unsigned arithmetic, so that the most negative value
   // has one too.
   uint64_t magnitude = static_cast<uint64_t>(value);
@@ -115,8 +128,7 @@ void appendNumber(zuString& out, int64_t value, int minWidth, NumeralStyle style
     return;
   }
   const int width = minWidth < kMaxPadding ? minWidth : kMaxPadding;
-  if (style.form == NumeralForm::kLocale && style.zero == '0' && magnitude < 10000 &&
-      width <= 4) {
+  if (style.form == NumeralForm::kLocale && style.zero == '0' && magnitude < 10000 && width <= 4) {
     // The most common case of all, a day, month or year: at most four ASCII
     // digits, appended byte by byte into the room the string has.
     const auto digits = static_cast<unsigned int>(magnitude);
@@ -139,7 +151,7 @@ void appendNumber(zuString& out, int64_t value, int minWidth, NumeralStyle style
       magnitude /= 10;
     } while (magnitude != 0);
     while (text + kMaxPadding - start < width) *--start = '0';
-    out += static_cast<const char*>(start);
+    appendTerminated(out, start, static_cast<unsigned int>(text + kMaxPadding - start));
     return;
   }
   char digits[20];
@@ -151,6 +163,36 @@ void appendNumber(zuString& out, int64_t value, int minWidth, NumeralStyle style
   const uint32_t zero = style.form == NumeralForm::kFullWidth ? kFullWidthZero : style.zero;
   for (int pad = count; pad < width; ++pad) out += zero;
   while (count > 0) out += zero + static_cast<uint32_t>(digits[--count]);
+}
+
+void appendNumber(zuString& out, int64_t value, int minWidth, NumeralStyle style) {
+  appendNumberTo(out, value, minWidth, style);
+}
+
+void appendOtherNumber(TextOut& out, int64_t value, int minWidth, NumeralStyle style) {
+  appendNumberTo(out, value, minWidth, style);
+}
+
+void TextOut::appendCodePoint(uint32_t codePoint) {
+  char bytes[8];
+  append(bytes, static_cast<unsigned int>(zuUCStoUTF8(bytes, codePoint)));
+}
+
+void TextOut::spill(const char* bytes, unsigned int length) {
+  if (length_ <= kCapacity) {
+    spilled_ = zuString::FromBytes(buffer_, length_);
+    length_ = kCapacity + 1;
+  }
+  const unsigned int held = spilled_.Length();
+  char* chars = spilled_.ReAlloc(held + length, 1);
+  std::memcpy(chars + held, bytes, length);
+  spilled_.SetLength(held + length);
+}
+
+zuString TextOut::text() const {
+  if (length_ > kCapacity) return spilled_;
+  if (length_ == 0) return zuString();
+  return zuString::FromBytes(buffer_, length_);
 }
 
 bool isNativeNumeralAt(const zuString& text, unsigned int pos) {
