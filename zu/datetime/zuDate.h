@@ -31,8 +31,9 @@
 // Formats 1..31 (other than 25) are shown and read by RnDate: the date is
 // handed to it as the eight digits of the picture "YYYYMMDD", so years 0-99
 // show as 1900-1999 (0000-02-29 becomes 1900-02-29, which does not exist,
-// and shows as ""), and years above 9999 show as "". Format 25, the era
-// form, is built and read here.
+// and shows as ""), and years above 9999 show as "". The formats of numbers
+// and literals only are written here, with the text RnDate gives them. Format
+// 25, the era form, is built and read here.
 //
 // Members that change the value are not for concurrent use on one object;
 // Parse is const but sets the value, so it is not either. Const members may

@@ -233,10 +233,11 @@ int zuTime::Difference(const zuTime& other, long& hours, long& minutes, long& se
 
 // --- Text -----------------------------------------------------------------------
 
-// The form's fields: the hour (on the 12-hour dial where the form has a
-// marker), then minutes, seconds and milliseconds as the form shows them.
 namespace {
 
+// Writes the numbers of `form` for the packed `time`: the hour (on the
+// 12-hour dial where the form has a marker), then minutes, seconds and
+// milliseconds as the form shows them. Returns the end.
 char* writeForm(char* text, const zu::internal::TimeFormRow& form, int32_t time) {
   const int hour = time / 10000000;
   const int fields[4] = {form.twelveHour && hour >= 13 ? hour - 12 : hour, time / 100000 % 100,

@@ -16,10 +16,12 @@
 // checked in 64 bits.
 //
 // The day-half markers of forms 4-6 and of Parse are the texts of messages
-// kMorningMarker (17244) and kAfternoonMarker (17245), loaded through
-// zuPosixResourceLoader on every call, so an override loader or a secondary
-// catalogue changes them; a text no catalogue has is empty (and never
-// matches in Parse).
+// kMorningMarker (17244) and kAfternoonMarker (17245) as
+// zuPosixResourceLoader gives them at the call: each thread keeps the texts
+// it looked up only while the loader's state stays the same, so an override
+// loader (asked on every call), a client or secondary catalogue set or
+// removed, changes them from the next call on; a text no catalogue has is
+// empty (and never matches in Parse).
 //
 // A zuTime is a plain value: trivially copyable, no per-thread state.
 // Members that change it are not for concurrent use on one object; const
