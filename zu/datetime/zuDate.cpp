@@ -300,13 +300,6 @@ struct NumericItem {
   uint32_t literal;  // the literal's code point
 };
 
-// Where a fixed-width field goes in a layout's template.
-struct NumericSlot {
-  uint8_t offset;
-  char symbol;
-  uint8_t width;
-};
-
 struct NumericLayout {
   int count = 0;  // 0: the format is not numeric
   NumericItem items[zu::internal::kMaxNumericItems];
@@ -316,8 +309,10 @@ struct NumericLayout {
   bool fixedWidth = false;
   uint8_t length = 0;
   char text[kTemplateBytes] = {};
-  int slotCount = 0;
-  NumericSlot slots[3] = {};
+  uint8_t dayAt = 0;
+  uint8_t monthAt = 0;
+  uint8_t yearAt = 0;
+  bool longYear = false;  // "YYYY", else "YY"
 };
 
 using NumericLayouts = std::array<NumericLayout, zu::internal::kDateFormatCount>;
@@ -417,31 +412,38 @@ char* writeNumeric(char* out, const NumericLayout& layout, int year, int month, 
   return out;
 }
 
-// Adds the template to each layout whose fields all have a fixed width.
+// Adds the template to each layout that has one day, one month and one
+// year field, each of a fixed width (2, or 4 for the year).
 NumericLayouts withTemplates(NumericLayouts layouts) {
   for (NumericLayout& layout : layouts) {
     if (layout.count == 0) continue;
     char text[kTemplateBytes + 16];
     char* end = text;
-    int slots = 0;
+    int days = 0, months = 0, years = 0;
     bool fixed = true;
     for (int index = 0; index < layout.count && fixed; ++index) {
       const NumericItem& item = layout.items[index];
-      if (item.symbol != 0) {
-        fixed = item.width != 1 && slots < 3;
-        if (fixed) {
-          layout.slots[slots++] = {static_cast<uint8_t>(end - text), item.symbol, item.width};
-        }
+      const auto at = static_cast<uint8_t>(end - text);
+      if (item.symbol == 'D') {
+        layout.dayAt = at;
+        ++days;
+      } else if (item.symbol == 'M') {
+        layout.monthAt = at;
+        ++months;
+      } else if (item.symbol == 'Y') {
+        layout.yearAt = at;
+        layout.longYear = item.width == 4;
+        ++years;
       }
+      fixed = item.symbol == 0 || item.width != 1;
       NumericLayout single;
       single.count = 1;
       single.items[0] = item;
       end = writeNumeric(end, single, 0, 0, 0, '0');
       fixed = fixed && end - text <= static_cast<std::ptrdiff_t>(kTemplateBytes);
     }
-    if (!fixed) continue;
+    if (!fixed || days != 1 || months != 1 || years != 1) continue;
     layout.fixedWidth = true;
-    layout.slotCount = slots;
     layout.length = static_cast<uint8_t>(end - text);
     std::memcpy(layout.text, text, layout.length);
   }
@@ -451,18 +453,13 @@ NumericLayouts withTemplates(NumericLayouts layouts) {
 // The numbers of a fixed-width layout in ASCII digits.
 char* writeTemplate(char* out, const NumericLayout& layout, int year, int month, int day) {
   std::memcpy(out, layout.text, kTemplateBytes);
-  for (int index = 0; index < layout.slotCount; ++index) {
-    const NumericSlot& slot = layout.slots[index];
-    char* const at = out + slot.offset;
-    if (slot.symbol == 'D') {
-      appendAsciiPair(at, day, 2);
-    } else if (slot.symbol == 'M') {
-      appendAsciiPair(at, month, 2);
-    } else if (slot.width == 4) {
-      appendAsciiPair(appendAsciiPair(at, year / 100, 2), year % 100, 2);
-    } else {
-      appendAsciiPair(at, year % 100, 2);
-    }
+  appendAsciiPair(out + layout.dayAt, day, 2);
+  appendAsciiPair(out + layout.monthAt, month, 2);
+  char* const yearAt = out + layout.yearAt;
+  if (layout.longYear) {
+    appendAsciiPair(appendAsciiPair(yearAt, year / 100, 2), year % 100, 2);
+  } else {
+    appendAsciiPair(yearAt, year % 100, 2);
   }
   return out + layout.length;
 }

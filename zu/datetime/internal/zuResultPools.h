@@ -12,11 +12,22 @@
 //   return zuString::FromBytes(text, length);   // from a pool kept in use
 #pragma once
 
+#include "zu/core/internal/zuThreadMemo.h"
+#include "zu/core/zuString.h"
+
 namespace zu::internal {
 
-// Takes, on the thread's first call, one block of each short string
-// capacity (8, 16 and 32 bytes) and keeps it until the thread ends; later
-// calls cost a thread-local load and a test. Throws zuExMemory.
-void keepResultPools();
+// One block of each short string capacity (8, 16 and 32 bytes).
+struct ResultPools {
+  ResultPools();
+  zuString blocks[3];
+};
+
+// Takes, on the thread's first call, the blocks of ResultPools and keeps
+// them until the thread ends; later calls cost a thread-local load and a
+// test. Throws zuExMemory.
+inline void keepResultPools() {
+  zuThreadMemo<ResultPools>::get();
+}
 
 }  // namespace zu::internal

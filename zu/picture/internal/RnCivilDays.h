@@ -24,9 +24,11 @@ constexpr bool isLeapYear(int64_t year) {
   return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
 }
 
+// Days per month of a common year, January first.
+inline constexpr int kCommonMonthDays[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+
 constexpr int daysInMonth(int64_t year, int month) {
-  constexpr int kDays[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  return month == 2 && isLeapYear(year) ? 29 : kDays[month - 1];
+  return month == 2 && isLeapYear(year) ? 29 : kCommonMonthDays[month - 1];
 }
 
 namespace civil_detail {
