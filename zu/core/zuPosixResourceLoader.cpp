@@ -1,6 +1,7 @@
 #include "zu/core/zuPosixResourceLoader.h"
 
 #include <atomic>
+#include <cstdint>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -8,6 +9,7 @@
 #include "zu/core/internal/zuCatalogue.h"
 #include "zu/core/internal/zuCatalogueRegistry.h"
 #include "zu/core/internal/zuMessageLocale.h"
+#include "zu/core/internal/zuMessageLookup.h"
 #include "zu/core/internal/zuResourceLoaderState.h"
 #include "zu/core/internal/zuResourceTLS.h"
 #include "zu/core/internal/zuStartupState.h"
@@ -35,6 +37,9 @@ struct LoaderState {
   std::atomic<int> toLoad{1};
   std::atomic<int> loadFailed{0};
   std::atomic<int> executableLooked{0};
+  // Raised after every change that may change an answer (see
+  // zu::internal::messageGeneration).
+  std::atomic<uint64_t> generation{1};
   std::string baseName = kResourceBaseName;
   std::mutex loadMutex;
 };
@@ -42,6 +47,11 @@ struct LoaderState {
 LoaderState& state() {
   static LoaderState instance;
   return instance;
+}
+
+// Called after a change to the loader's state has been stored.
+void raiseGeneration() {
+  state().generation.fetch_add(1, std::memory_order_acq_rel);
 }
 
 // The files that may hold catalogue `name` next to `nextTo`.
@@ -68,6 +78,7 @@ zuModule executableCatalogue() {
     const std::string path = zu::internal::executablePath() + kCatalogueExtension;
     loader.executable = zu::internal::findOrLoadCatalogue(path, {path});
     loader.executableLooked.store(1, std::memory_order_release);
+    raiseGeneration();
   }
   return loader.executable.load();
 }
@@ -99,6 +110,7 @@ bool loadResourceCatalogue() {
   }
   loader.resource = resource;
   loader.toLoad = 0;
+  raiseGeneration();
   return true;
 }
 
@@ -133,22 +145,27 @@ int zuPosixResourceLoader::LoadResource(unsigned short id, zuString& text) {
 
 void zuPosixResourceLoader::SetUtilityHandle(zuModule module) {
   state().utility = module;
+  raiseGeneration();
 }
 
 void zuPosixResourceLoader::UseResourceDLL(int use) {
   state().useResource = use;
+  raiseGeneration();
 }
 
 void zuPosixResourceLoader::AddSecondaryHandle(zuModule module) {
   zu::internal::zuPosixResourceTLS::current(1)->add(module);
+  raiseGeneration();
 }
 
 void zuPosixResourceLoader::RemoveSecondaryHandle(zuModule module) {
   if (auto* secondary = zu::internal::zuPosixResourceTLS::current(0)) secondary->remove(module);
+  raiseGeneration();
 }
 
 void zuPosixResourceLoader::Override(zuResourceLoader* loader) {
   state().override = loader;
+  raiseGeneration();
 }
 
 zuResourceLoader* zuPosixResourceLoader::Override() {
@@ -157,6 +174,7 @@ zuResourceLoader* zuPosixResourceLoader::Override() {
 
 void zuSetDLLHandle(zuModule module) {
   state().client = module;
+  raiseGeneration();
 }
 
 zuModule zuLoadResourceDll(zuModule nextTo, const char* baseName) {
@@ -194,6 +212,17 @@ void resetResourceLoaderForTesting(const char* baseName) {
   loader.loadFailed = 0;
   loader.executableLooked = 0;
   loader.baseName = baseName != nullptr ? baseName : kResourceBaseName;
+  raiseGeneration();
+}
+
+uint64_t messageGeneration() {
+  LoaderState& loader = state();
+  // Read first: a change stored before the raise this load sees is seen by
+  // the checks below and by the lookups that follow.
+  const uint64_t generation = loader.generation.load(std::memory_order_acquire);
+  if (loader.override.load() != nullptr) return 0;
+  if (loader.useResource.load() && loader.toLoad.load()) return 0;
+  return generation;
 }
 
 }  // namespace zu::internal

@@ -3,10 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <string>
 
 #include "zu/core/internal/zuCatalogueRegistry.h"
+#include "zu/core/internal/zuMessageLookup.h"
 #include "zu/core/internal/zuResourceLoaderState.h"
 #include "zu/core/zuExErrItem.h"
 #include "zu/core/zuException.h"
@@ -99,8 +101,9 @@ TEST_F(zuPosixResourceLoaderTest, LookupOrderOverrideClientResourceSecondaryExec
   // source answers first.
   folder.write("OrderClientEn.msg", "61001\tclient\n61002\tclient\n");
   folder.write("OrderResourcesEn.msg", "61001\tresource\n61002\tresource\n61003\tresource\n");
-  folder.write("OrderSecondEn.msg", "61001\tsecondary\n61002\tsecondary\n61003\tsecondary\n"
-                                    "61004\tsecondary\n");
+  folder.write("OrderSecondEn.msg",
+               "61001\tsecondary\n61002\tsecondary\n61003\tsecondary\n"
+               "61004\tsecondary\n");
   const std::string executable = zu::internal::executablePath() + ".msg";
   {
     std::unique_ptr<FILE, int (*)(FILE*)> file(std::fopen(executable.c_str(), "w"), &std::fclose);
@@ -127,6 +130,39 @@ TEST_F(zuPosixResourceLoaderTest, LookupOrderOverrideClientResourceSecondaryExec
   zuPosixResourceLoader::UseResourceDLL(0);
   EXPECT_EQ(message(61003), "(unchanged)");
   std::remove(executable.c_str());
+}
+
+// Texts may be kept while the generation stays; every change raises it,
+// and nothing may be kept while an override is set or the catalogue is
+// still to load.
+TEST_F(zuPosixResourceLoaderTest, EveryChangeRaisesTheGeneration) {
+  zuString text;
+  EXPECT_EQ(zu::internal::messageGeneration(), 0u);  // the catalogue is still to load
+  zuPosixResourceLoader::Instance().LoadResource(kProbe, text);
+  uint64_t seen = zu::internal::messageGeneration();
+  EXPECT_NE(seen, 0u);
+  Override override;
+  const zuModule module = zuLoadResourceDll(nullptr, "NoSuchCatalogue");
+  const std::function<void()> changes[] = {
+      [] { zuSetDLLHandle(nullptr); },
+      [] { zuPosixResourceLoader::SetUtilityHandle(nullptr); },
+      [] { zuPosixResourceLoader::UseResourceDLL(1); },
+      [&] { zuPosixResourceLoader::AddSecondaryHandle(module); },
+      [&] { zuPosixResourceLoader::RemoveSecondaryHandle(module); },
+      [&] { zuPosixResourceLoader::Override(&override); },
+      [] { zuPosixResourceLoader::Override(nullptr); },
+  };
+  for (const auto& change : changes) {
+    change();
+    const uint64_t now = zu::internal::messageGeneration();
+    EXPECT_NE(now, seen);
+    if (now != 0) seen = now;
+  }
+  zuPosixResourceLoader::Override(&override);
+  EXPECT_EQ(zu::internal::messageGeneration(), 0u);
+  zuPosixResourceLoader::Override(nullptr);
+  zu::internal::resetResourceLoaderForTesting();
+  EXPECT_EQ(zu::internal::messageGeneration(), 0u);
 }
 
 TEST_F(zuPosixResourceLoaderTest, MessagesResolveToTheUsersLanguage) {

@@ -13,14 +13,18 @@
 #include "zu/core/zuException.h"
 #include "zu/core/zuLiteral.h"
 #include "zu/core/zuMessageIds.h"
+#include "zu/core/zuUnicode.h"
 #include "zu/datetime/internal/zuClock.h"
 #include "zu/datetime/internal/zuDateFormats.h"
 #include "zu/datetime/internal/zuDateLocale.h"
+#include "zu/datetime/internal/zuResultPools.h"
 #include "zu/locale/RnLocale.h"
 #include "zu/locale/internal/RnRunTimeStore.h"
 #include "zu/picture/RnDate.h"
 #include "zu/picture/RnEraTables.h"
 #include "zu/picture/internal/RnCivilDays.h"
+#include "zu/picture/internal/RnDateSymbols.h"
+#include "zu/picture/internal/RnDateTimeUtil.h"
 #include "zu/picture/zuCalendarConverters.h"
 
 using zu::internal::CivilDate;
@@ -44,6 +48,8 @@ constexpr int64_t kDaysPer400Years = 146097;
 constexpr int64_t kDay1900 = daysFromCivil(1900, 1, 1);
 // DaysSince1900() of the last date held.
 constexpr long kMaxDaysSince1900 = daysFromCivil(zuDate::kMaxYear, 12, 31) - kDay1900 + 1;
+static_assert(zuDate::kMaxYear < zu::internal::civil_detail::kFastYears,
+              "every date held converts in RnCivilDays' 32-bit forms");
 // Days before each month in a common year.
 constexpr int kDaysBeforeMonth[13] = {0, 0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334};
 // RnDate holds these years only.
@@ -166,21 +172,36 @@ struct MappedFormat {
   const char* locale;
 };
 
+// The table's pictures as literal strings, made once.
+using TablePictures = std::array<zuString, zu::internal::kDateFormatCount>;
+
+[[gnu::noinline]] const TablePictures& tablePictures() {
+  static const TablePictures pictures = [] {
+    TablePictures made;
+    for (int row = 0; row < zu::internal::kDateFormatCount; ++row) {
+      made[row] = zuString(1, kDateFormats[row].picture);
+    }
+    return made;
+  }();
+  return pictures;
+}
+
+inline const zuString& tablePicture(int fmt) {
+  return tablePictures()[fmt];
+}
+
 MappedFormat mapDateFormat(int fmt, const char* locale) {
-  const zu::internal::DateFormatRow& row = kDateFormats[fmt];
-  switch (row.rule) {
+  switch (kDateFormats[fmt].rule) {
     case DateFormatRule::kFrench:
-      return {zuString(1, row.picture), "fr"};
+      return {tablePicture(fmt), "fr"};
     case DateFormatRule::kKoreanOrCjk:
-      return {zuString(1, isKorean(locale) ? row.picture
-                                           : kDateFormats[zu::internal::kCjkFormat].picture),
-              locale};
+      return {tablePicture(isKorean(locale) ? fmt : zu::internal::kCjkFormat), locale};
     case DateFormatRule::kLocaleMedium:
       return {RnDate::getDateFormat(0, zuString(1, locale)), locale};
     case DateFormatRule::kLocaleShort:
       return {RnDate::getDateFormat(1, zuString(1, locale)), locale};
     default:
-      return {zuString(1, row.picture), locale};
+      return {tablePicture(fmt), locale};
   }
 }
 
@@ -217,29 +238,45 @@ struct BridgeMemo {
     const char* locale = nullptr;
     uint64_t generation = 0;
     std::optional<BridgeDate> date;
+    uint32_t zeroDigit = '0';  // the locale's, as the date writes its numbers
   };
   std::array<Entry, 4> entries;
   std::size_t nextToReplace = 0;
 };
 
-// The thread's RnDate in `locale` set to day `days`. It is made again when
-// the run-time locale data changed since it was made.
-const RnDate& bridgeDate(int days, const char* locale) {
+// The thread's entry for `locale`, its RnDate set to day `days`. It is made
+// again when the run-time locale data changed since it was made.
+const BridgeMemo::Entry& bridgeEntry(int days, const char* locale) {
   BridgeMemo& memo = zu::internal::zuThreadMemo<BridgeMemo>::get();
   const uint64_t generation = zu::internal::gRunTimeDataGeneration.load(std::memory_order_acquire);
   for (BridgeMemo::Entry& entry : memo.entries) {
     if (entry.locale == locale && entry.generation == generation) {
       entry.date->setDays(days);
-      return *entry.date;
+      return entry;
     }
   }
   BridgeMemo::Entry& entry = memo.entries[memo.nextToReplace];
   memo.nextToReplace = (memo.nextToReplace + 1) % memo.entries.size();
   entry.locale = nullptr;
   entry.date.emplace(days, locale);
+  entry.zeroDigit = zu::internal::dateSymbolsFor(locale).zeroDigit;
   entry.locale = locale;
   entry.generation = generation;
-  return *entry.date;
+  return entry;
+}
+
+const RnDate& bridgeDate(int days, const char* locale) {
+  return *bridgeEntry(days, locale).date;
+}
+
+// The zero digit the picture engine writes numbers from in `locale`.
+uint32_t localeZeroDigit(const char* locale) {
+  const BridgeMemo& memo = zu::internal::zuThreadMemo<BridgeMemo>::get();
+  const uint64_t generation = zu::internal::gRunTimeDataGeneration.load(std::memory_order_acquire);
+  for (const BridgeMemo::Entry& entry : memo.entries) {
+    if (entry.locale == locale && entry.generation == generation) return entry.zeroDigit;
+  }
+  return bridgeEntry(1, locale).zeroDigit;
 }
 
 zuString formatThrough(const PictureDate& date, const zuString& picture, const char* locale) {
@@ -248,6 +285,198 @@ zuString formatThrough(const PictureDate& date, const zuString& picture, const c
   if (isAltCalendarEnabled()) return engine.format(picture);
   // The locale calendar is the Gregorian one: its fields are the date's own.
   return engine.format(picture, date.day, date.month, date.year);
+}
+
+// The formats whose pictures hold numbers and literals only: day and month
+// with one or two digits, the year with two or four. Such a format is
+// written here with the picture engine's own rules (numbers in the locale's
+// digits, padded with its zero; "YY" the year mod 100), into a buffer,
+// without an RnDate. The pictures are split by the engine's reader once.
+constexpr std::size_t kTemplateBytes = 32;
+
+struct NumericItem {
+  char symbol;       // 'D', 'M', 'Y', or 0 for a literal
+  uint8_t width;     // the symbol's count
+  uint32_t literal;  // the literal's code point
+};
+
+struct NumericLayout {
+  int count = 0;  // 0: the format is not numeric
+  NumericItem items[zu::internal::kMaxNumericItems];
+  // When every field has a fixed width (2 or 4): the text with ASCII zeros
+  // in the fields, and where the fields go. Numbers in ASCII digits are
+  // then the template with the fields stored over it.
+  bool fixedWidth = false;
+  uint8_t length = 0;
+  char text[kTemplateBytes] = {};
+  uint8_t dayAt = 0;
+  uint8_t monthAt = 0;
+  uint8_t yearAt = 0;
+  bool longYear = false;  // "YYYY", else "YY"
+};
+
+using NumericLayouts = std::array<NumericLayout, zu::internal::kDateFormatCount>;
+
+NumericLayouts makeNumericLayouts() {
+  NumericLayouts layouts{};
+  const zuString& symbols = RnDate::getDATE_PICTURE_SYMBOLS();
+  for (int row = 1; row < zu::internal::kDateFormatCount; ++row) {
+    const DateFormatRule rule = kDateFormats[row].rule;
+    if (rule != DateFormatRule::kTable && rule != DateFormatRule::kKoreanOrCjk) continue;
+    const zuString picture(1, kDateFormats[row].picture);
+    NumericLayout layout;
+    bool numeric = true;
+    zu::internal::PictureReader reader(picture, symbols);
+    for (zu::internal::PictureItem item; numeric && reader.next(item);) {
+      if (layout.count == zu::internal::kMaxNumericItems) {
+        numeric = false;
+      } else if (item.kind != zu::internal::PictureItem::kSymbol) {
+        layout.items[layout.count++] = {0, 0, item.character};
+      } else {
+        const char symbol = static_cast<char>(item.character);
+        numeric = !item.fullWidth && (((symbol == 'D' || symbol == 'M') && item.count <= 2) ||
+                                      (symbol == 'Y' && (item.count == 2 || item.count == 4)));
+        layout.items[layout.count++] = {symbol, static_cast<uint8_t>(item.count), 0};
+      }
+    }
+    if (numeric) layouts[row] = layout;
+  }
+  return layouts;
+}
+
+char* appendCodePoint(char* out, uint32_t codePoint) {
+  if (codePoint < 0x80) {
+    *out = static_cast<char>(codePoint);
+    return out + 1;
+  }
+  return out + zuUCStoUTF8(out, codePoint);
+}
+
+// "00" to "99".
+constexpr std::array<char, 200> makeDigitPairs() {
+  std::array<char, 200> pairs{};
+  for (int value = 0; value < 100; ++value) {
+    pairs[2 * value] = static_cast<char>('0' + value / 10);
+    pairs[2 * value + 1] = static_cast<char>('0' + value % 10);
+  }
+  return pairs;
+}
+
+constexpr std::array<char, 200> kDigitPairs = makeDigitPairs();
+
+// `value` (0..99) in ASCII with at least `width` (1 or 2) digits.
+char* appendAsciiPair(char* out, int value, int width) {
+  if (value < 10 && width < 2) {
+    *out = static_cast<char>('0' + value);
+    return out + 1;
+  }
+  std::memcpy(out, &kDigitPairs[2 * value], 2);
+  return out + 2;
+}
+
+// `value` (0..9999) with at least `width` digits counted from `zero`, for
+// a zero other than ASCII's.
+[[gnu::noinline]] char* appendLocaleDigits(char* out, int value, int width, uint32_t zero) {
+  char digits[4];
+  int count = 0;
+  do {
+    digits[count++] = static_cast<char>(value % 10);
+    value /= 10;
+  } while (value != 0);
+  for (int pad = count; pad < width; ++pad) out = appendCodePoint(out, zero);
+  while (count > 0) out = appendCodePoint(out, zero + static_cast<uint32_t>(digits[--count]));
+  return out;
+}
+
+// The picture engine's numbers of a numeric layout: "D" and "M" with one or
+// two digits, "YY" the year mod 100, "YYYY" the year (1..9999) with four.
+char* writeNumeric(char* out, const NumericLayout& layout, int year, int month, int day,
+                   uint32_t zero) {
+  for (int index = 0; index < layout.count; ++index) {
+    const NumericItem& item = layout.items[index];
+    if (item.symbol == 0) {
+      out = appendCodePoint(out, item.literal);
+      continue;
+    }
+    const int value = item.symbol == 'D' ? day : item.symbol == 'M' ? month : year;
+    if (zero != '0') {
+      out = appendLocaleDigits(out, item.width == 2 && item.symbol == 'Y' ? value % 100 : value,
+                               item.width, zero);
+    } else if (item.symbol != 'Y') {
+      out = appendAsciiPair(out, value, item.width);
+    } else {
+      if (item.width == 4) out = appendAsciiPair(out, value / 100, 2);
+      out = appendAsciiPair(out, value % 100, 2);
+    }
+  }
+  return out;
+}
+
+// Adds the template to each layout that has one day, one month and one
+// year field, each of a fixed width (2, or 4 for the year).
+NumericLayouts withTemplates(NumericLayouts layouts) {
+  for (NumericLayout& layout : layouts) {
+    if (layout.count == 0) continue;
+    char text[kTemplateBytes + 16];
+    char* end = text;
+    int days = 0, months = 0, years = 0;
+    bool fixed = true;
+    for (int index = 0; index < layout.count && fixed; ++index) {
+      const NumericItem& item = layout.items[index];
+      const auto at = static_cast<uint8_t>(end - text);
+      if (item.symbol == 'D') {
+        layout.dayAt = at;
+        ++days;
+      } else if (item.symbol == 'M') {
+        layout.monthAt = at;
+        ++months;
+      } else if (item.symbol == 'Y') {
+        layout.yearAt = at;
+        layout.longYear = item.width == 4;
+        ++years;
+      }
+      fixed = item.symbol == 0 || item.width != 1;
+      NumericLayout single;
+      single.count = 1;
+      single.items[0] = item;
+      end = writeNumeric(end, single, 0, 0, 0, '0');
+      fixed = fixed && end - text <= static_cast<std::ptrdiff_t>(kTemplateBytes);
+    }
+    if (!fixed || days != 1 || months != 1 || years != 1) continue;
+    layout.fixedWidth = true;
+    layout.length = static_cast<uint8_t>(end - text);
+    std::memcpy(layout.text, text, layout.length);
+  }
+  return layouts;
+}
+
+// The numbers of a fixed-width layout in ASCII digits.
+char* writeTemplate(char* out, const NumericLayout& layout, int year, int month, int day) {
+  std::memcpy(out, layout.text, kTemplateBytes);
+  appendAsciiPair(out + layout.dayAt, day, 2);
+  appendAsciiPair(out + layout.monthAt, month, 2);
+  char* const yearAt = out + layout.yearAt;
+  if (layout.longYear) {
+    appendAsciiPair(appendAsciiPair(yearAt, year / 100, 2), year % 100, 2);
+  } else {
+    appendAsciiPair(yearAt, year % 100, 2);
+  }
+  return out + layout.length;
+}
+
+// The layout of `fmt` (1..31) in `locale`; null when the format is not
+// numeric there.
+[[gnu::noinline]] const NumericLayouts& numericLayouts() {
+  static const NumericLayouts layouts = withTemplates(makeNumericLayouts());
+  return layouts;
+}
+
+inline const NumericLayout* numericLayout(int fmt, const char* locale) {
+  const NumericLayouts& layouts = numericLayouts();
+  if (kDateFormats[fmt].rule == DateFormatRule::kKoreanOrCjk && !isKorean(locale)) {
+    fmt = zu::internal::kCjkFormat;
+  }
+  return layouts[fmt].count != 0 ? &layouts[fmt] : nullptr;
 }
 
 // ASCII digits only, at most nine of them (so that the value fits 32 bits);
@@ -460,21 +689,26 @@ int zuDate::DaysDifference(const zuDate& other, long& days) const {
 }
 
 long zuDate::DaysSince1900() const {
-  const long year = Year();
-  const long month = Month();
+  // Unsigned: the packed value is never negative, and the compiler then
+  // needs no sign corrections for the divisions.
+  const uint32_t packed = static_cast<uint32_t>(date_);
+  const uint32_t year = packed / 10000;
+  const uint32_t monthDay = packed - year * 10000;
+  const uint32_t month = monthDay / 100;
+  const uint32_t day = monthDay - month * 100;
   if (year < 1900) {
     // Only the day of the year: the count from 1900 does not reach back.
     const long leapDay = month > 2 && LeapYear(year) ? 1 : 0;
-    return kDaysBeforeMonth[month] + leapDay + Day();
+    return kDaysBeforeMonth[month] + leapDay + day;
   }
-  return static_cast<long>(daysFromCivil(year, static_cast<int>(month), static_cast<int>(Day())) -
-                           kDay1900 + 1);
+  // A stored date has its fields in range, and its year below 2^20.
+  return static_cast<long>(zu::internal::daysFromCivilInRange(year, month, day) - kDay1900 + 1);
 }
 
 void zuDate::DaysSince1900(long n) {
   if (n <= 0) ZuExThrow(zuMessageIds::kInvalidDay);
   if (n > kMaxDaysSince1900) ZuExThrow(zuMessageIds::kInvalidYear);
-  const CivilDate date = civilFromDays(kDay1900 + n - 1);
+  const CivilDate date = zu::internal::civilFromDaysInRange(kDay1900 + n - 1);
   Store(static_cast<long>(date.year), date.month, date.day);
 }
 
@@ -497,11 +731,38 @@ zuString zuDate::Format(zuDateFmt fmt) const {
     digits.Number(static_cast<long>(date_));
     return digits;
   }
+  zu::internal::keepResultPools();
+  char text[kDigitsBytes];
+  const unsigned int length = FormatDigits(fmt, text);
+  if (length != kNotDigits) return zuString::FromBytes(text, length);
   if (date_ == 0) return zuString::EmptyString();
   const PictureDate date = pictureDate(Year(), Month(), Day());
   if (date.days == 0) return zuString::EmptyString();
   const MappedFormat mapped = mapDateFormat(fmt, locale_);
   return formatThrough(date, mapped.picture, mapped.locale);
+}
+
+unsigned int zuDate::FormatDigits(zuDateFmt fmt, char* out) const {
+  if (fmt < 1 || fmt >= zu::internal::kDateFormatCount || fmt == ERA) return kNotDigits;
+  const NumericLayout* layout = numericLayout(fmt, locale_);
+  // A calendar other than the Gregorian one is left to the picture engine.
+  if (layout == nullptr || isAltCalendarEnabled()) return kNotDigits;
+  if (date_ == 0) return 0;
+  // The bridge's view of the fields (see pictureDate), without its day
+  // number; unsigned, as a stored date is never negative.
+  const uint32_t packed = static_cast<uint32_t>(date_);
+  int year = static_cast<int>(packed / 10000);
+  const uint32_t monthDay = packed % 10000;
+  const int month = static_cast<int>(monthDay / 100);
+  const int day = static_cast<int>(monthDay % 100);
+  if (year > kLastPictureYear) return 0;
+  if (year < 100) year += kShortYearBase;
+  if (day > zu::internal::daysInMonth(year, month)) return 0;
+  const uint32_t zero = localeZeroDigit(locale_);
+  char* const end = zero == '0' && layout->fixedWidth
+                        ? writeTemplate(out, *layout, year, month, day)
+                        : writeNumeric(out, *layout, year, month, day, zero);
+  return static_cast<unsigned int>(end - out);
 }
 
 int zuDate::Parse(const zuString& text, zuDateFmt fmt) const {

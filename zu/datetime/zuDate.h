@@ -31,8 +31,9 @@
 // Formats 1..31 (other than 25) are shown and read by RnDate: the date is
 // handed to it as the eight digits of the picture "YYYYMMDD", so years 0-99
 // show as 1900-1999 (0000-02-29 becomes 1900-02-29, which does not exist,
-// and shows as ""), and years above 9999 show as "". Format 25, the era
-// form, is built and read here.
+// and shows as ""), and years above 9999 show as "". The formats of numbers
+// and literals only are written here, with the text RnDate gives them. Format
+// 25, the era form, is built and read here.
 //
 // Members that change the value are not for concurrent use on one object;
 // Parse is const but sets the value, so it is not either. Const members may
@@ -286,6 +287,15 @@ class ZU_EXPORT zuDate {
   // date-time's day carry).
   void AddCarry(long years, long months, long days, long carry);
   void SubtractBorrow(long years, long months, long days, long borrow);
+  // The bytes FormatDigits may write, and its answer for a format it does
+  // not write.
+  static constexpr unsigned int kDigitsBytes = 128;
+  static constexpr unsigned int kNotDigits = ~0u;
+  // Writes Format(fmt) into `out` (kDigitsBytes) and returns its length
+  // when fmt is a format of numbers and literals only in this locale, while
+  // the locale calendar is the Gregorian one (length 0 for the empty date
+  // and for one the picture engine does not hold); else kNotDigits.
+  unsigned int FormatDigits(zuDateFmt fmt, char* out) const;
   // The locale format 24 and the name functions use for `fmt`.
   const char* MapAsianLocale(zuDateFmt fmt) const;
   // The era form read by Parse; 1 on success.

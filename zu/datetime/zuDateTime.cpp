@@ -1,10 +1,12 @@
 #include "zu/datetime/zuDateTime.h"
 
 #include <atomic>
+#include <cstring>
 
 #include "zu/core/zuException.h"
 #include "zu/core/zuMessageIds.h"
 #include "zu/datetime/internal/zuClock.h"
+#include "zu/datetime/internal/zuResultPools.h"
 
 namespace {
 
@@ -113,6 +115,23 @@ zuString zuDateTime::Format(zuDate::zuDateFmt dateFmt, zuTime::zuTimeFmt timeFmt
       date.Set(local.year, local.month, local.day);
       time.Set(local.hour, local.minute, local.second, local.millisecond);
     }
+  }
+  // Numbers only: both parts go into one buffer and one string.
+  char dateDigits[zuDate::kDigitsBytes];
+  char timeDigits[zuTime::kDigitsBytes];
+  const unsigned int dateLength = date.FormatDigits(dateFmt, dateDigits);
+  const unsigned int timeLength = time.FormatDigits(timeFmt, timeDigits);
+  if (dateLength != zuDate::kNotDigits && timeLength != zuTime::kNotDigits) {
+    zu::internal::keepResultPools();
+    char text[zuDate::kDigitsBytes + 1 + zuTime::kDigitsBytes];
+    const char* first = timeFirst != 0 ? timeDigits : dateDigits;
+    const unsigned int firstLength = timeFirst != 0 ? timeLength : dateLength;
+    const char* second = timeFirst != 0 ? dateDigits : timeDigits;
+    const unsigned int secondLength = timeFirst != 0 ? dateLength : timeLength;
+    std::memcpy(text, first, firstLength);
+    text[firstLength] = ' ';
+    std::memcpy(text + firstLength + 1, second, secondLength);
+    return zuString::FromBytes(text, firstLength + 1 + secondLength);
   }
   const zuString dateText = date.Format(dateFmt);
   const zuString timeText = time.Format(timeFmt);

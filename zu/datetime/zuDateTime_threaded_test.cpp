@@ -5,11 +5,14 @@
 
 #include <algorithm>
 #include <atomic>
+#include <future>
 #include <set>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include "zu/core/zuPosixResourceLoader.h"
+#include "zu/core/zuResourceLoader.h"
 #include "zu/datetime/zuDateTime.h"
 #include "zu/testing/ScopedTimeZone.h"
 #include "zu/testing/zuTestText.h"
@@ -65,6 +68,40 @@ TEST(zuDateTimeThreadedTest, FormatParseAndCompareWhileTheLocalFlagToggles) {
   zuDateTime::FormatAsLocal(0);
   EXPECT_EQ(done.load(), 4);
   EXPECT_EQ(wrong.load(), 0);
+}
+
+// Day-half markers a thread keeps follow a loader changed by another
+// thread at the thread's very next call.
+class EveningMarkers : public zuResourceLoader {
+ public:
+  int LoadResource(unsigned short id, zuString& text) override {
+    if (id != 17245) return 0;
+    text = "abends";
+    return 1;
+  }
+};
+
+TEST(zuDateTimeThreadedTest, KeptMarkersFollowALoaderChangedByAnotherThread) {
+  const zuTime afternoon(14, 5, 0, 0);
+  EveningMarkers evening;
+  // Each side waits for the other's step: read, change, read, restore, read.
+  std::promise<void> readSteps[2], changeSteps[2];
+  std::vector<std::string> shown;
+  std::thread reader([&] {
+    for (int step = 0; step < 3; ++step) {
+      if (step > 0) changeSteps[step - 1].get_future().wait();
+      shown.push_back(str(afternoon.Format(zuTime::HH_MM_MARKER)));
+      if (step < 2) readSteps[step].set_value();
+    }
+  });
+  readSteps[0].get_future().wait();
+  zuPosixResourceLoader::Override(&evening);
+  changeSteps[0].set_value();
+  readSteps[1].get_future().wait();
+  zuPosixResourceLoader::Override(nullptr);
+  changeSteps[1].set_value();
+  reader.join();
+  EXPECT_EQ(shown, (std::vector<std::string>{"02:05 PM", "02:05 abends", "02:05 PM"}));
 }
 
 }  // namespace

@@ -4,12 +4,17 @@
 
 #include <chrono>
 #include <clocale>
+#include <cstdio>
 #include <cstdlib>
 #include <optional>
 #include <random>
 #include <string>
+#include <tuple>
+#include <vector>
 
+#include "zu/datetime/internal/zuDateFormats.h"
 #include "zu/datetime/internal/zuValueTestSupport.h"
+#include "zu/datetime/zuDateTime.h"
 #include "zu/locale/RnLocale.h"
 #include "zu/picture/RnDate.h"
 #include "zu/testing/zuTestText.h"
@@ -497,6 +502,103 @@ TEST(zuDateTest, LocaleFallsBackToTheThreadsDefault) {
   RnLocale::release(RnLocale::get(RnLocale::get("xx_QQ")));
   EXPECT_EQ(str(registered.Locale()), "xx_QQ");
   EXPECT_EQ(str(registered.Format(zuDate::MMM_D_YYYY)), "Jan 1, 2024");  // unknown now: en_US
+}
+
+// What the picture engine writes for format `fmt`: the date handed to
+// RnDate as its eight digits under "YYYYMMDD", then formatted with the
+// format's picture in its locale.
+std::string engineText(const zuDate& date, int fmt) {
+  char digits[16];
+  std::snprintf(digits, sizeof digits, "%04ld%02ld%02ld", date.Year(), date.Month(), date.Day());
+  const zuString locale = date.Locale();
+  const RnDate read(zuString(digits), zuString("YYYYMMDD"), locale, date.CenturySplit());
+  if (date.Year() > 9999 || !read.isValid()) return "";
+  const zu::internal::DateFormatRow& row = zu::internal::kDateFormats[fmt];
+  zuString picture(row.picture);
+  const char* in = locale;
+  switch (row.rule) {
+    case zu::internal::DateFormatRule::kFrench:
+      in = "fr";
+      break;
+    case zu::internal::DateFormatRule::kKoreanOrCjk:
+      if (str(locale) != "ko") picture = zu::internal::kDateFormats[24].picture;
+      break;
+    case zu::internal::DateFormatRule::kLocaleMedium:
+      picture = RnDate::getDateFormat(0, locale);
+      break;
+    case zu::internal::DateFormatRule::kLocaleShort:
+      picture = RnDate::getDateFormat(1, locale);
+      break;
+    default:
+      break;
+  }
+  return str(RnDate(read.getDays(), in).format(picture));
+}
+
+// The numeric formats are written without the picture engine; every format
+// must still give the engine's text, in locales with their own digits too,
+// for the years the bridge moves (0-99), drops (0000-02-29, above 9999)
+// or pads (100-999). zuDateTime's numeric buffer must give its parts' text.
+TEST(zuDateTest, FormatsGiveThePictureEnginesText) {
+  std::vector<zuDate> dates;
+  for (const auto& [y, m, d] : std::vector<std::tuple<long, long, long>>{{0, 1, 1},
+                                                                         {0, 2, 29},
+                                                                         {1, 1, 1},
+                                                                         {99, 12, 31},
+                                                                         {100, 1, 1},
+                                                                         {999, 12, 31},
+                                                                         {1000, 1, 1},
+                                                                         {1899, 12, 31},
+                                                                         {1900, 2, 28},
+                                                                         {2000, 2, 29},
+                                                                         {2024, 3, 5},
+                                                                         {9999, 12, 31},
+                                                                         {10000, 1, 1},
+                                                                         {214748, 12, 31}}) {
+    dates.emplace_back(y, m, d);
+  }
+  std::mt19937 random(18);
+  while (dates.size() < 400) {
+    const long year = std::uniform_int_distribution<long>(0, 10500)(random);
+    const long month = std::uniform_int_distribution<long>(1, 12)(random);
+    const long day =
+        std::uniform_int_distribution<long>(1, zuDate::DaysInMonth(year, month))(random);
+    dates.emplace_back(year, month, day);
+  }
+  int compared = 0;
+  for (const char* locale : {"en_US", "fr_FR", "de_DE", "ja", "ko", "ar_EG", "fa_IR"}) {
+    SCOPED_TRACE(locale);
+    for (zuDate date : dates) {
+      date.Locale(locale);
+      for (int fmt = 1; fmt <= 31; ++fmt) {
+        if (fmt == zuDate::ERA) continue;
+        ASSERT_EQ(str(date.Format(static_cast<zuDate::zuDateFmt>(fmt))), engineText(date, fmt))
+            << iso(date) << " format " << fmt;
+        ++compared;
+      }
+    }
+  }
+  EXPECT_EQ(compared, 7 * 400 * 30);
+  zuDate arabic(2024, 3, 5);
+  arabic.Locale("ar_EG");
+  EXPECT_EQ(str(arabic.Format(zuDate::ISO_EXTENDED)),
+            "\u0662\u0660\u0662\u0664-\u0660\u0663-\u0660\u0665");
+
+  // Date and time forms together, numeric or not, either order.
+  const zuTime time(14, 5, 9, 7);
+  for (const zuDate& date : {zuDate(2024, 3, 5), zuDate(99, 1, 2), zuDate(0, 2, 29)}) {
+    for (int fmt = -1; fmt <= 32; ++fmt) {
+      for (int form = -1; form <= 7; ++form) {
+        const auto dateFmt = static_cast<zuDate::zuDateFmt>(fmt);
+        const auto timeFmt = static_cast<zuTime::zuTimeFmt>(form);
+        const std::string dateText = str(date.Format(dateFmt));
+        const std::string timeText = str(time.Format(timeFmt));
+        const zuDateTime both(date, time);
+        EXPECT_EQ(str(both.Format(dateFmt, timeFmt, 0, 0)), dateText + " " + timeText);
+        EXPECT_EQ(str(both.Format(dateFmt, timeFmt, 1, 0)), timeText + " " + dateText);
+      }
+    }
+  }
 }
 
 }  // namespace

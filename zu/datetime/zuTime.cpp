@@ -1,14 +1,17 @@
 #include "zu/datetime/zuTime.h"
 
 #include <array>
+#include <cstddef>
 #include <cstring>
 #include <type_traits>
 
 #include "zu/core/internal/zuMessageLookup.h"
+#include "zu/core/internal/zuThreadMemo.h"
 #include "zu/core/zuException.h"
 #include "zu/core/zuMessageIds.h"
 #include "zu/datetime/internal/zuClock.h"
 #include "zu/datetime/internal/zuDateFormats.h"
+#include "zu/datetime/internal/zuResultPools.h"
 
 using zu::internal::kTimeForms;
 
@@ -18,8 +21,9 @@ namespace {
 
 // Units from the smallest up: milliseconds, seconds, minutes, hours.
 constexpr int64_t kBases[4] = {1000, 60, 60, 24};
-constexpr int kMaxTimeText = 16;
 constexpr int64_t kMaxNumber = 2147483647;
+// Day-half markers up to this many bytes are written with the numbers.
+constexpr unsigned int kShortMarker = 48;
 
 // Bytes of the text as Parse sees them.
 enum CharClass : uint8_t { kOther, kDelimiter, kDigit };
@@ -48,15 +52,85 @@ char* writeDigits(char* out, int value, int width) {
   return out;
 }
 
-// Whether the bytes [start, end) of `text` hold the afternoon marker,
-// ignoring ASCII case. Out of line: the marker is a string object, which
-// the digit loop of Parse is better without.
-[[gnu::noinline]] bool holdsAfternoonMarker(const zuString& text, unsigned int start,
-                                            unsigned int end) {
+// The texts of the day-half markers, kept per thread while the message
+// loader's state stays as it was when they were looked up.
+struct MarkerMemo {
+  uint64_t generation = 0;  // 0: nothing kept
+  zuString texts[2];        // morning, afternoon
+  int found[2] = {0, 0};
+};
+
+// Sets `text` to the morning or afternoon marker as the message loader
+// gives it now and returns non-zero, or sets it empty and returns 0 when no
+// catalogue has it.
+int dayHalfMarker(bool afternoon, zuString& text) {
+  const uint64_t generation = zu::internal::messageGeneration();
+  if (generation == 0) {
+    // An override loader may answer differently at every call.
+    return zu::internal::loadMessage(
+        afternoon ? zuMessageIds::kAfternoonMarker : zuMessageIds::kMorningMarker, text);
+  }
+  MarkerMemo& memo = zu::internal::zuThreadMemo<MarkerMemo>::get();
+  if (memo.generation != generation) {
+    memo.generation = 0;
+    memo.found[0] = zu::internal::loadMessage(zuMessageIds::kMorningMarker, memo.texts[0]);
+    memo.found[1] = zu::internal::loadMessage(zuMessageIds::kAfternoonMarker, memo.texts[1]);
+    memo.generation = generation;
+  }
+  text = memo.texts[afternoon ? 1 : 0];
+  return memo.found[afternoon ? 1 : 0];
+}
+
+// Two ASCII digits at `at` as a number, or -1.
+int twoDigits(const char* at) {
+  const unsigned int tens = static_cast<unsigned char>(at[0]) - unsigned{'0'};
+  const unsigned int units = static_cast<unsigned char>(at[1]) - unsigned{'0'};
+  return tens < 10 && units < 10 ? static_cast<int>(tens * 10 + units) : -1;
+}
+
+// Reads the texts of forms 3, 2 and 1 as Format writes them ("14:05",
+// "14:05:09", "14:05:09:007", any delimiter for the colons): two digits a
+// field, three for the milliseconds, one delimiter between. They read as
+// the general rules read them; false for any other text.
+bool readWrittenForm(const char* text, std::size_t length, int64_t fields[4]) {
+  if (length != 5 && length != 8 && length != 12) return false;
+  const int count = length == 5 ? 2 : length == 8 ? 3 : 4;
+  for (int field = 0; field < count; ++field) {
+    const char* const at = text + 3 * field;
+    if (field > 0 && classOf(at - 1) != kDelimiter) return false;
+    int value = twoDigits(at);
+    if (field == 3) {
+      const unsigned int last = static_cast<unsigned char>(at[2]) - unsigned{'0'};
+      value = value >= 0 && last < 10 ? value * 10 + static_cast<int>(last) : -1;
+    }
+    if (value < 0) return false;
+    fields[field] = value;
+  }
+  return true;
+}
+
+bool sameIgnoringCase(const char* left, const char* right, std::size_t length) {
+  const auto fold = [](char byte) {
+    return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
+  };
+  for (std::size_t i = 0; i < length; ++i) {
+    if (fold(left[i]) != fold(right[i])) return false;
+  }
+  return true;
+}
+
+// Whether the bytes [start, end) hold the afternoon marker, ignoring ASCII
+// case. Out of line: the marker is a string object, which the digit loop
+// of Parse is better without.
+[[gnu::noinline]] bool holdsAfternoonMarker(const char* start, const char* end) {
   zuString marker;
-  unsigned int foundAt = 0;
-  return zu::internal::loadMessage(zuMessageIds::kAfternoonMarker, marker) &&
-         text.FindNoCase(marker, foundAt, start) && foundAt + marker.Length() <= end;
+  if (!dayHalfMarker(true, marker)) return false;
+  const char* const text = marker;
+  const std::size_t length = marker.Length();
+  for (const char* at = start; length <= static_cast<std::size_t>(end - at); ++at) {
+    if (sameIgnoringCase(at, text, length)) return true;
+  }
+  return false;
 }
 
 }  // namespace
@@ -159,28 +233,52 @@ int zuTime::Difference(const zuTime& other, long& hours, long& minutes, long& se
 
 // --- Text -----------------------------------------------------------------------
 
+namespace {
+
+// Writes the numbers of `form` for the packed `time`: the hour (on the
+// 12-hour dial where the form has a marker), then minutes, seconds and
+// milliseconds as the form shows them. Returns the end.
+char* writeForm(char* text, const zu::internal::TimeFormRow& form, int32_t time) {
+  const int hour = time / 10000000;
+  const int fields[4] = {form.twelveHour && hour >= 13 ? hour - 12 : hour, time / 100000 % 100,
+                         time / 1000 % 100, time % 1000};
+  char* end = writeDigits(text, fields[0], form.padHour ? 2 : 0);
+  for (int field = 1; field < form.fields; ++field) {
+    if (form.separator != '\0') *end++ = form.separator;
+    end = writeDigits(end, fields[field], field == 3 ? 3 : 2);
+  }
+  return end;
+}
+
+}  // namespace
+
+unsigned int zuTime::FormatDigits(zuTimeFmt fmt, char* out) const {
+  if (fmt < 0 || fmt >= zu::internal::kTimeFormCount || kTimeForms[fmt].twelveHour) {
+    return kNotDigits;
+  }
+  return static_cast<unsigned int>(writeForm(out, kTimeForms[fmt], time_) - out);
+}
+
 zuString zuTime::Format(zuTimeFmt fmt) const {
   if (fmt < 0 || fmt >= zu::internal::kTimeFormCount) {
     zuString digits;
     digits.Number(static_cast<long>(time_));
     return digits;
   }
+  zu::internal::keepResultPools();
   const zu::internal::TimeFormRow& form = kTimeForms[fmt];
-  const int hour = time_ / 10000000;
-  const int fields[4] = {form.twelveHour && hour >= 13 ? hour - 12 : hour, time_ / 100000 % 100,
-                         time_ / 1000 % 100, time_ % 1000};
-  char text[kMaxTimeText];
-  char* end = writeDigits(text, fields[0], form.padHour ? 2 : 0);
-  for (int field = 1; field < form.fields; ++field) {
-    if (form.separator != '\0') *end++ = form.separator;
-    end = writeDigits(end, fields[field], field == 3 ? 3 : 2);
-  }
+  // The numbers and, when it is short, the marker.
+  char text[kDigitsBytes + kShortMarker];
+  char* end = writeForm(text, form, time_);
   if (!form.twelveHour) return zuString::FromBytes(text, static_cast<unsigned int>(end - text));
   *end++ = ' ';
   zuString dayHalf;
-  zu::internal::loadMessage(
-      hour <= 12 ? zuMessageIds::kMorningMarker : zuMessageIds::kAfternoonMarker, dayHalf);
+  dayHalfMarker(time_ / 10000000 > 12, dayHalf);
   const unsigned int length = static_cast<unsigned int>(end - text);
+  if (dayHalf.Length() <= sizeof text - length) {
+    std::memcpy(end, static_cast<const char*>(dayHalf), dayHalf.Length());
+    return zuString::FromBytes(text, length + dayHalf.Length());
+  }
   zuString out;
   char* chars = out.ReAlloc(length + dayHalf.Length(), 0);
   std::memcpy(chars, text, length);
@@ -191,11 +289,30 @@ zuString zuTime::Format(zuTimeFmt fmt) const {
 
 int zuTime::Parse(const zuString& text) {
   int64_t fields[4] = {0, 0, 0, 0};  // hour, minute, second, millisecond
-  int filled = 0;
-  bool afternoon = false;
   const char* const begin = text;
   const char* const end = begin + text.Length();
-  for (const char* at = begin; at < end;) {
+  if (readWrittenForm(begin, text.Length(), fields)) {
+    Set(static_cast<long>(fields[0]), static_cast<long>(fields[1]), static_cast<long>(fields[2]),
+        static_cast<long>(fields[3]));
+    return 1;
+  }
+  int filled = 0;
+  bool afternoon = false;
+  const char* at = begin;
+  // The common shapes first ("14:05:09", "2:30 PM"): tokens of one to three
+  // digits, each followed by one delimiter or the end. Where the text takes
+  // another shape, the general loop below goes on from the token at hand.
+  while (at < end && filled < 4) {
+    const char* digit = at;
+    int number = 0;
+    while (digit < end && digit - at < 3 && classOf(digit) == kDigit) {
+      number = number * 10 + (*digit++ - '0');
+    }
+    if (digit == at || (digit < end && classOf(digit) != kDelimiter)) break;
+    fields[filled++] = number;
+    at = digit < end ? digit + 1 : digit;
+  }
+  while (at < end) {
     if (classOf(at) == kDelimiter) {
       ++at;
       continue;
@@ -214,8 +331,7 @@ int zuTime::Parse(const zuString& text) {
     // The first token that is not all digits is the last one read.
     const char* tokenEnd = at;
     while (tokenEnd < end && classOf(tokenEnd) != kDelimiter) ++tokenEnd;
-    afternoon = holdsAfternoonMarker(text, static_cast<unsigned int>(at - begin),
-                                     static_cast<unsigned int>(tokenEnd - begin));
+    afternoon = holdsAfternoonMarker(at, tokenEnd);
     break;
   }
   if (afternoon && fields[0] < 12) fields[0] += 12;

@@ -16,10 +16,12 @@
 // checked in 64 bits.
 //
 // The day-half markers of forms 4-6 and of Parse are the texts of messages
-// kMorningMarker (17244) and kAfternoonMarker (17245), loaded through
-// zuPosixResourceLoader on every call, so an override loader or a secondary
-// catalogue changes them; a text no catalogue has is empty (and never
-// matches in Parse).
+// kMorningMarker (17244) and kAfternoonMarker (17245) as
+// zuPosixResourceLoader gives them at the call: each thread keeps the texts
+// it looked up only while the loader's state stays the same, so an override
+// loader (asked on every call), a client or secondary catalogue set or
+// removed, changes them from the next call on; a text no catalogue has is
+// empty (and never matches in Parse).
 //
 // A zuTime is a plain value: trivially copyable, no per-thread state.
 // Members that change it are not for concurrent use on one object; const
@@ -124,6 +126,15 @@ class ZU_EXPORT zuTime {
   static long GetMinimumInterval() { return 1000; }
 
  private:
+  friend class zuDateTime;
+
+  // The bytes FormatDigits may write, and its answer for a form it does
+  // not write.
+  static constexpr unsigned int kDigitsBytes = 16;
+  static constexpr unsigned int kNotDigits = ~0u;
+  // Writes Format(fmt) into `out` (kDigitsBytes) and returns its length
+  // for the forms without a day-half marker (0..3); else kNotDigits.
+  unsigned int FormatDigits(zuTimeFmt fmt, char* out) const;
   // Throws 17234-17237 for the first amount out of 0..maximum.
   static void CheckAmounts(long hours, long minutes, long seconds, long millis);
   void Store(long hour, long minute, long second, long millisecond);

@@ -10,6 +10,7 @@
 #include "zu/core/zuPosixResourceLoader.h"
 #include "zu/core/zuResourceLoader.h"
 #include "zu/datetime/internal/zuValueTestSupport.h"
+#include "zu/testing/zuCatalogueTestFiles.h"
 #include "zu/testing/zuTestText.h"
 
 namespace {
@@ -175,7 +176,20 @@ TEST(zuTimeTest, ParsesByItsTokenRules) {
                         {"1 2147483648pm", "", 0},
                         {"24:00", "", kHour},
                         {"1:60", "", kMinute},
-                        {"1:0:0:1000", "", kMillisecond}};
+                        {"1:0:0:1000", "", kMillisecond},
+                        // Shapes that leave the quick reading for the general one
+                        {"14::05", "14:05:00:000", 0},
+                        {"  14:05:", "14:05:00:000", 0},
+                        {"0014:05", "14:05:00:000", 0},
+                        {"9:5:7:0071", "09:05:07:071", 0},
+                        {"14:05:09:007:99999999999", "14:05:09:007", 0},
+                        {"123456", "", kHour},
+                        // The lengths of the written forms, in other shapes
+                        {"14:05:0x", "14:05:00:000", 0},
+                        {"02:05 pm", "14:05:00:000", 0},
+                        {"14_05", "14:05:00:000", 0},
+                        {"14:05:09:7pm", "14:05:09:007", 0},
+                        {"12345", "", kHour}};
   for (const Case& c : cases) {
     zuTime time(3, 4, 5, 6);
     int result = -1;
@@ -220,6 +234,43 @@ TEST(zuTimeTest, MarkersComeFromTheMessageLoaderOnEveryCall) {
   read.Parse("2:05 PM");
   EXPECT_EQ(read.Hour(), 2);
   zuPosixResourceLoader::UseResourceDLL(1);
+}
+
+// The markers are kept between calls, but every change to the loader is
+// seen at the very next one: a client catalogue set and removed, an
+// override set and cleared.
+TEST(zuTimeTest, KeptMarkersFollowEveryChangeOfTheLoader) {
+  const zu::testing::zuLocaleEnvironment locale("C", nullptr);
+  const zu::testing::zuScratchFolder folder;
+  folder.write("MarkerClientEn.msg", "17245\tabends\n");
+  const zuModule client = zuLoadResourceDll(nullptr, (folder.path() + "/MarkerClient").c_str());
+  ASSERT_NE(client, nullptr);
+  const zuTime afternoon(14, 5, 0, 0);
+  zuTime read(0, 0, 0, 0);
+  GermanMarkers german;
+  const struct Step {
+    zuModule client;
+    zuResourceLoader* override;
+    const char* shown;
+    const char* read;  // a text that reads as 14:05
+  } steps[] = {{nullptr, nullptr, "02:05 PM", "2:05 pm"},
+               {client, nullptr, "02:05 abends", "2:05 ABENDS"},
+               {client, nullptr, "02:05 abends", "2:05 abends"},
+               {nullptr, nullptr, "02:05 PM", "2:05 PM"},
+               {nullptr, &german, "02:05 nachm", "2:05 nachm"},
+               {nullptr, nullptr, "02:05 PM", "2:05 PM"}};
+  for (const Step& step : steps) {
+    SCOPED_TRACE(step.shown);
+    zuSetDLLHandle(step.client);
+    zuPosixResourceLoader::Override(step.override);
+    EXPECT_EQ(str(afternoon.Format(zuTime::HH_MM_MARKER)), step.shown);
+    EXPECT_EQ(str(zuTime(9, 0, 0, 0).Format(zuTime::HH_MM_MARKER)),
+              step.override != nullptr ? "09:00 vorm" : "09:00 AM");
+    read.Set(0, 0, 0, 0);
+    read.Parse(step.read);
+    EXPECT_EQ(read.Hour(), 14);
+  }
+  zuSetDLLHandle(nullptr);
 }
 
 TEST(zuTimeTest, DifferenceIsTheLaterLessTheEarlier) {

@@ -1,9 +1,16 @@
 #include "zu/picture/RnDate.h"
 
 #include <algorithm>
+#include <array>
+#include <cstring>
 #include <ctime>
 #include <iterator>
+#include <new>
+#include <string>
+#include <vector>
 
+#include "zu/core/internal/zuThreadMemo.h"
+#include "zu/core/zuException.h"
 #include "zu/locale/RnData.h"
 #include "zu/picture/RnEraTables.h"
 #include "zu/picture/internal/RnCivilDays.h"
@@ -58,16 +65,50 @@ int offsetFromMonday(int weekDay) {
   return (weekDay + 5) % 7;
 }
 
-void appendCodePoint(zuString& out, uint32_t codePoint) {
-  if (codePoint < 0x80) {
-    out += static_cast<char>(codePoint);
-  } else {
-    out += codePoint;
-  }
-}
-
 bool yearInRange(int64_t year) {
   return year >= kMinYear && year <= kMaxYear;
+}
+
+// A picture as its items, split once per thread: formatting with the same
+// picture again skips the reader.
+struct SplitPicture {
+  std::string text;  // the picture's bytes
+  std::vector<PictureItem> items;
+  bool namesAltEra = false;  // holds a "g" symbol
+};
+
+struct SplitPictures {
+  std::array<SplitPicture, 8> entries;
+  std::size_t nextToReplace = 0;
+};
+
+const SplitPicture& splitPicture(const zuString& picture) {
+  SplitPictures& memo = zu::internal::zuThreadMemo<SplitPictures>::get();
+  const char* const bytes = picture;
+  const std::size_t length = picture.Length();
+  for (const SplitPicture& entry : memo.entries) {
+    if (entry.text.size() == length && std::memcmp(entry.text.data(), bytes, length) == 0) {
+      return entry;
+    }
+  }
+  SplitPicture& entry = memo.entries[memo.nextToReplace];
+  memo.nextToReplace = (memo.nextToReplace + 1) % memo.entries.size();
+  try {
+    entry.text.clear();
+    entry.items.clear();
+    entry.namesAltEra = false;
+    PictureReader reader(picture, kSymbolLetters);
+    for (PictureItem item; reader.next(item);) {
+      entry.items.push_back(item);
+      if (item.kind == PictureItem::kSymbol && item.character == 'g') entry.namesAltEra = true;
+    }
+    entry.text.assign(bytes, length);
+  } catch (const std::bad_alloc&) {
+    entry.text.clear();
+    entry.items.clear();
+    throw zuExMemory();
+  }
+  return entry;
 }
 
 int64_t currentYear() {
@@ -258,28 +299,23 @@ zuString RnDate::format(const zuString& picture) const {
 }
 
 zuString RnDate::format(const zuString& picture, int day, int month, int year) const {
-  zuString out;
-  if (!isValid()) return out;
+  if (!isValid()) return zuString();
   CalendarFields fields{day, month, year, -1};
-  if (altEras_ != nullptr) {
-    // "Y" counts in the era only when the picture names the era.
-    PictureReader scan(picture, kSymbolLetters);
-    for (PictureItem item; scan.next(item);) {
-      if (item.kind == PictureItem::kSymbol && item.character == 'g') {
-        fields.altEra = getEpochEra(altEras_, altEraCount_, days_);
-        break;
-      }
-    }
+  const SplitPicture& split = splitPicture(picture);
+  // "Y" counts in the era only when the picture names the era.
+  if (altEras_ != nullptr && split.namesAltEra) {
+    fields.altEra = getEpochEra(altEras_, altEraCount_, days_);
   }
-  PictureReader reader(picture, kSymbolLetters);
-  for (PictureItem item; reader.next(item);) {
+  zu::internal::TextOut out;
+  for (const PictureItem& item : split.items) {
     if (item.kind == PictureItem::kSymbol) {
       subFormat(out, item.character, item.count, item.fullWidth, fields);
     } else {
-      appendCodePoint(out, item.character);
+      out += item.character;
     }
   }
-  return out;
+  // A picture that writes nothing gives a null string.
+  return out.text();
 }
 
 bool RnDate::usesNativeNumerals(unsigned int symbol, int count) const {
@@ -295,7 +331,7 @@ int64_t RnDate::eraYear(int era, int64_t year, int month) const {
   return inEra;
 }
 
-void RnDate::subFormat(zuString& out, unsigned int symbol, int count, bool fullWidth,
+void RnDate::subFormat(zu::internal::TextOut& out, unsigned int symbol, int count, bool fullWidth,
                        const CalendarFields& fields) const {
   NumeralStyle numerals{NumeralForm::kLocale, zeroDigit_};
   if (fullWidth) {
@@ -308,7 +344,6 @@ void RnDate::subFormat(zuString& out, unsigned int symbol, int count, bool fullW
     zu::internal::appendNumber(out, value, width, numerals);
   };
   const bool monthKnown = fields.month >= 1 && fields.month <= 12;
-  const int weekDay = weekDayIndex(days_);
   switch (symbol) {
     case 'D':
       if (count <= 2) number(fields.day, count);
@@ -325,7 +360,8 @@ void RnDate::subFormat(zuString& out, unsigned int symbol, int count, bool fullW
         out += monthNames_[fields.month - 1];
       }
       break;
-    case 'E':
+    case 'E': {
+      const int weekDay = weekDayIndex(days_);
       if (count == 1) {
         number(weekDay + 1, 1);
       } else if (count == 3) {
@@ -334,8 +370,9 @@ void RnDate::subFormat(zuString& out, unsigned int symbol, int count, bool fullW
         out += weekDayNames_[weekDay];
       }
       break;
+    }
     case 'e':
-      if (count == 1) number((weekDay + 6) % 7 + 1, 1);
+      if (count == 1) number((weekDayIndex(days_) + 6) % 7 + 1, 1);
       break;
     case 'Y': {
       if (count != 2 && count != 4) break;

@@ -58,6 +58,9 @@
 #include "zu/locale/RnLocale.h"
 
 struct cjkTable_s;
+namespace zu::internal {
+class TextOut;
+}
 
 class ZU_EXPORT RnDate {
  public:
@@ -175,7 +178,7 @@ class ZU_EXPORT RnDate {
     int altEra;
   };
   // Appends one symbol (an ASCII letter, `count` long) of the date.
-  void subFormat(zuString& out, unsigned int symbol, int count, bool fullWidth,
+  void subFormat(zu::internal::TextOut& out, unsigned int symbol, int count, bool fullWidth,
                  const CalendarFields& fields) const;
 
   // Day numbers from fields; 0 when the fields name no date in the held

@@ -27,6 +27,9 @@ struct DateFormatRow {
 };
 
 inline constexpr int kDateFormatCount = 32;
+// The most items (symbols and literal characters) of a numeric format's
+// picture; the longest, "YYYY'年'MM'月'DD'日'", has six.
+inline constexpr int kMaxNumericItems = 8;
 inline constexpr int kCjkFormat = 24;
 
 inline constexpr DateFormatRow kDateFormats[kDateFormatCount] = {

@@ -3,6 +3,9 @@
 #include <unicode/uchar.h>
 
 #include <cstdint>
+#include <cstring>
+
+#include "zu/core/zuUnicode.h"
 
 #include "zu/locale/RnData.h"
 
@@ -11,11 +14,13 @@ namespace {
 
 constexpr uint32_t kFullWidthZero = 0xFF10;
 constexpr uint32_t kFullWidthMinus = 0xFF0D;
-constexpr uint32_t kNativeTen = 0x5341;       // 十
-constexpr uint32_t kNativeZeroAlt = 0x96F6;   // 零, read but not written
+constexpr uint32_t kNativeTen = 0x5341;      // 十
+constexpr uint32_t kNativeZeroAlt = 0x96F6;  // 零, read but not written
 constexpr uint32_t kNativeDigits[10] = {0x3007, 0x4E00, 0x4E8C, 0x4E09, 0x56DB,
                                         0x4E94, 0x516D, 0x4E03, 0x516B, 0x4E5D};
 constexpr int kMaxDigits = 9;
+// The most digits a number is padded to.
+constexpr int kMaxPadding = 64;
 
 // The value of a native digit (0..9), 10 for the ten sign, -1 otherwise.
 int nativeValue(uint32_t codePoint) {
@@ -35,7 +40,16 @@ int decimalValue(uint32_t codePoint) {
   return u_charDigitValue(static_cast<UChar32>(codePoint));
 }
 
-void appendNative(zuString& out, uint64_t magnitude) {
+// `text` holds `length` bytes and a NUL after them.
+void appendTerminated(zuString& out, const char* text, unsigned int) {
+  out += text;
+}
+void appendTerminated(TextOut& out, const char* text, unsigned int length) {
+  out.append(text, length);
+}
+
+template <class Out>
+void appendNative(Out& out, uint64_t magnitude) {
   if (magnitude < 100) {
     const unsigned tens = static_cast<unsigned>(magnitude / 10);
     const unsigned units = static_cast<unsigned>(magnitude % 10);
@@ -100,7 +114,8 @@ uint32_t localeZeroDigit(const RnData& data) {
   return decimalValue(codePoint) == 0 ? codePoint : '0';
 }
 
-void appendNumber(zuString& out, int64_t value, int minWidth, NumeralStyle style) {
+template <class Out>
+void appendNumberTo(Out& out, int64_t value, int minWidth, NumeralStyle style) {
   // The magnitude in unsigned arithmetic, so that the most negative value
   // has one too.
   uint64_t magnitude = static_cast<uint64_t>(value);
@@ -112,6 +127,33 @@ void appendNumber(zuString& out, int64_t value, int minWidth, NumeralStyle style
     appendNative(out, magnitude);
     return;
   }
+  const int width = minWidth < kMaxPadding ? minWidth : kMaxPadding;
+  if (style.form == NumeralForm::kLocale && style.zero == '0' && magnitude < 10000 && width <= 4) {
+    // The most common case of all, a day, month or year: at most four ASCII
+    // digits, appended byte by byte into the room the string has.
+    const auto digits = static_cast<unsigned int>(magnitude);
+    const int count = digits < 10 ? 1 : digits < 100 ? 2 : digits < 1000 ? 3 : 4;
+    for (int pad = count; pad < width; ++pad) out += '0';
+    if (count >= 4) out += static_cast<char>('0' + digits / 1000);
+    if (count >= 3) out += static_cast<char>('0' + digits / 100 % 10);
+    if (count >= 2) out += static_cast<char>('0' + digits / 10 % 10);
+    out += static_cast<char>('0' + digits % 10);
+    return;
+  }
+  if (style.form == NumeralForm::kLocale && style.zero == '0') {
+    // ASCII digits: written backwards into a buffer with their padding,
+    // then appended in one piece.
+    char text[kMaxPadding + 1];
+    char* start = text + kMaxPadding;
+    *start = '\0';
+    do {
+      *--start = static_cast<char>('0' + magnitude % 10);
+      magnitude /= 10;
+    } while (magnitude != 0);
+    while (text + kMaxPadding - start < width) *--start = '0';
+    appendTerminated(out, start, static_cast<unsigned int>(text + kMaxPadding - start));
+    return;
+  }
   char digits[20];
   int count = 0;
   do {
@@ -119,21 +161,45 @@ void appendNumber(zuString& out, int64_t value, int minWidth, NumeralStyle style
     magnitude /= 10;
   } while (magnitude != 0);
   const uint32_t zero = style.form == NumeralForm::kFullWidth ? kFullWidthZero : style.zero;
-  for (int pad = count; pad < minWidth && pad < 64; ++pad) {
-    if (zero == '0') out += '0'; else out += zero;
+  for (int pad = count; pad < width; ++pad) out += zero;
+  while (count > 0) out += zero + static_cast<uint32_t>(digits[--count]);
+}
+
+void appendNumber(zuString& out, int64_t value, int minWidth, NumeralStyle style) {
+  appendNumberTo(out, value, minWidth, style);
+}
+
+void appendOtherNumber(TextOut& out, int64_t value, int minWidth, NumeralStyle style) {
+  appendNumberTo(out, value, minWidth, style);
+}
+
+void TextOut::appendCodePoint(uint32_t codePoint) {
+  char bytes[8];
+  append(bytes, static_cast<unsigned int>(zuUCStoUTF8(bytes, codePoint)));
+}
+
+void TextOut::spill(const char* bytes, unsigned int length) {
+  if (length_ <= kCapacity) {
+    spilled_ = zuString::FromBytes(buffer_, length_);
+    length_ = kCapacity + 1;
   }
-  while (count > 0) {
-    const uint32_t digit = zero + static_cast<uint32_t>(digits[--count]);
-    if (digit < 0x80) out += static_cast<char>(digit); else out += digit;
-  }
+  const unsigned int held = spilled_.Length();
+  char* chars = spilled_.ReAlloc(held + length, 1);
+  std::memcpy(chars + held, bytes, length);
+  spilled_.SetLength(held + length);
+}
+
+zuString TextOut::text() const {
+  if (length_ > kCapacity) return spilled_;
+  if (length_ == 0) return zuString();
+  return zuString::FromBytes(buffer_, length_);
 }
 
 bool isNativeNumeralAt(const zuString& text, unsigned int pos) {
   return nativeValue(text.UniChar(pos)) >= 0;
 }
 
-int readNumber(const zuString& text, unsigned int pos, int minDigits, int maxDigits,
-               int& value) {
+int readNumber(const zuString& text, unsigned int pos, int minDigits, int maxDigits, int& value) {
   if (maxDigits > kMaxDigits) maxDigits = kMaxDigits;
   if (maxDigits < 1 || minDigits > maxDigits) return -1;
   if (pos >= text.Length()) return -1;
@@ -192,22 +258,39 @@ int matchName(const zuString& text, unsigned int pos, const zuString* names, int
   return bestEnd;
 }
 
+PictureReader::PictureReader(const zuString& picture, const char* symbols)
+    : picture_(picture), text_(picture), length_(picture.Length()) {
+  for (const char* symbol = symbols; *symbol != '\0'; ++symbol) {
+    const auto letter = static_cast<unsigned char>(*symbol);
+    if (letter > 0 && letter < 0x80) symbolMask_[letter / 64] |= uint64_t{1} << (letter % 64);
+  }
+}
+
 bool PictureReader::isSymbol(uint32_t letter) const {
   if (letter == 0 || letter >= 0x80) return false;
-  for (const char* symbol = symbols_; *symbol != '\0'; ++symbol) {
-    if (static_cast<uint32_t>(*symbol) == letter) return true;
+  return (symbolMask_[letter / 64] >> (letter % 64) & 1) != 0;
+}
+
+uint32_t PictureReader::codePointAt(unsigned int& pos) const {
+  // ASCII without decoding; anything else (a NUL byte included) as
+  // zuString decodes it.
+  if (pos < length_) {
+    const auto byte = static_cast<unsigned char>(text_[pos]);
+    if (byte != 0 && byte < 0x80) {
+      ++pos;
+      return byte;
+    }
   }
-  return false;
+  return picture_.UniChar(pos);
 }
 
 bool PictureReader::next(PictureItem& item) {
-  const unsigned int length = picture_.Length();
-  while (pos_ < length) {
+  while (pos_ < length_) {
     unsigned int after = pos_;
-    const uint32_t codePoint = picture_.UniChar(after);
+    const uint32_t codePoint = codePointAt(after);
     if (codePoint == '\'') {
       unsigned int peek = after;
-      const bool doubled = picture_.UniChar(peek) == '\'';
+      const bool doubled = codePointAt(peek) == '\'';
       if (doubled) {
         pos_ = peek;
         item = {inQuote_ ? PictureItem::kQuoted : PictureItem::kLiteral, '\'', 1, false};
@@ -231,7 +314,7 @@ bool PictureReader::next(PictureItem& item) {
     int count = 1;
     for (;;) {
       unsigned int peek = after;
-      if (after >= length || picture_.UniChar(peek) != codePoint) break;
+      if (after >= length_ || codePointAt(peek) != codePoint) break;
       after = peek;
       if (count < INT32_MAX) ++count;
     }

@@ -22,6 +22,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 
 #include "zu/core/zuString.h"
 
@@ -45,10 +46,94 @@ struct NumeralStyle {
 // RnData::getZeroSymbol when it is a decimal digit zero, else '0'.
 uint32_t localeZeroDigit(const RnData& data);
 
+// A text being built: its bytes go into a buffer inside the object (on the
+// caller's stack) while they fit, and into a string after that; text()
+// makes the string with one allocation in the common case.
+//
+//   TextOut out;
+//   out += 'x';
+//   appendNumber(out, 7, 2, {NumeralForm::kLocale, '0'});
+//   zuString text = out.text();                           // "x07"
+class TextOut {
+ public:
+  TextOut() = default;
+  TextOut(const TextOut&) = delete;
+  TextOut& operator=(const TextOut&) = delete;
+
+  // One byte; a 0 byte is ignored, as zuString ignores it.
+  TextOut& operator+=(char byte) {
+    if (byte == '\0') return *this;
+    if (length_ < kCapacity) {
+      buffer_[length_++] = byte;
+    } else {
+      append(&byte, 1);
+    }
+    return *this;
+  }
+  // NUL-terminated text; null is ignored.
+  TextOut& operator+=(const char* text) {
+    if (text != nullptr) append(text, static_cast<unsigned int>(std::strlen(text)));
+    return *this;
+  }
+  // One code point as UTF-8; 0 is ignored.
+  TextOut& operator+=(uint32_t codePoint) {
+    if (codePoint < 0x80) return *this += static_cast<char>(codePoint);
+    appendCodePoint(codePoint);
+    return *this;
+  }
+  TextOut& operator+=(const zuString& text) {
+    append(text, text.Length());
+    return *this;
+  }
+  void append(const char* bytes, unsigned int length) {
+    if (length_ <= kCapacity && length <= kCapacity - length_) {
+      std::memcpy(buffer_ + length_, bytes, length);
+      length_ += length;
+    } else {
+      spill(bytes, length);
+    }
+  }
+  // `value` (0..9999) in ASCII digits, with at least `minWidth` (at most 4).
+  void appendSmall(unsigned int value, int minWidth) {
+    char digits[4];
+    const int count = value < 10 ? 1 : value < 100 ? 2 : value < 1000 ? 3 : 4;
+    const int width = count < minWidth ? minWidth : count;
+    for (int at = width - 1; at >= 0; --at) {
+      digits[at] = static_cast<char>('0' + value % 10);
+      value /= 10;
+    }
+    append(digits, static_cast<unsigned int>(width));
+  }
+
+  // The text; a null string when nothing was written. Throws zuExMemory.
+  zuString text() const;
+
+ private:
+  void appendCodePoint(uint32_t codePoint);
+  // Appends past the buffer: the text moves into spilled_ for good.
+  void spill(const char* bytes, unsigned int length);
+
+  static constexpr unsigned int kCapacity = 240;
+
+  char buffer_[kCapacity];
+  unsigned int length_ = 0;  // bytes in buffer_; kCapacity + 1 once they moved to spilled_
+  zuString spilled_;
+};
+
 // Appends `value` with at least `minWidth` digits (zeros in front; the
 // native form is never padded). A negative value is written with "-" (the
 // full-width minus U+FF0D in the full-width form) before its digits.
 void appendNumber(zuString& out, int64_t value, int minWidth, NumeralStyle style);
+void appendOtherNumber(TextOut& out, int64_t value, int minWidth, NumeralStyle style);
+inline void appendNumber(TextOut& out, int64_t value, int minWidth, NumeralStyle style) {
+  // Days, months and years in ASCII digits without a call.
+  if (style.form == NumeralForm::kLocale && style.zero == '0' && value >= 0 && value < 10000 &&
+      minWidth <= 4) {
+    out.appendSmall(static_cast<unsigned int>(value), minWidth);
+    return;
+  }
+  appendOtherNumber(out, value, minWidth, style);
+}
 
 // Reads a number at byte position `pos`. Decimal digits of any script
 // (ASCII, the locale's, full-width: every Unicode decimal digit, which may
@@ -58,8 +143,7 @@ void appendNumber(zuString& out, int64_t value, int minWidth, NumeralStyle style
 // its value must stay below 10 to the power `maxDigits`. Returns the
 // position after the number and stores it in `value`, or returns -1 and
 // leaves `value` alone.
-int readNumber(const zuString& text, unsigned int pos, int minDigits, int maxDigits,
-               int& value);
+int readNumber(const zuString& text, unsigned int pos, int minDigits, int maxDigits, int& value);
 
 // Whether the character at `pos` starts a native numeral.
 bool isNativeNumeralAt(const zuString& text, unsigned int pos);
@@ -76,8 +160,7 @@ uint32_t asciiToFullWidth(uint32_t codePoint);
 // matches "été". Empty names never match. The longest matching name wins
 // (the first of equal length). Returns the position after the match and
 // stores the name's index in `index`, or returns -1.
-int matchName(const zuString& text, unsigned int pos, const zuString* names, int count,
-              int& index);
+int matchName(const zuString& text, unsigned int pos, const zuString* names, int count, int& index);
 
 // One item of a date or time picture.
 struct PictureItem {
@@ -102,18 +185,21 @@ struct PictureItem {
 //   for (PictureItem item; reader.next(item);) { ... }
 class PictureReader {
  public:
-  // `symbols`: the ASCII symbol letters; both it and `picture` must outlive
-  // the reader.
-  PictureReader(const zuString& picture, const char* symbols)
-      : picture_(picture), symbols_(symbols) {}
+  // `symbols`: the ASCII symbol letters. `picture` must outlive the reader
+  // and stay unchanged while it reads.
+  PictureReader(const zuString& picture, const char* symbols);
   // Reads the next item; false at the end of the picture.
   bool next(PictureItem& item);
 
  private:
   bool isSymbol(uint32_t letter) const;
+  // The code point at byte `pos`, moving `pos` past it (see zuString::UniChar).
+  uint32_t codePointAt(unsigned int& pos) const;
 
   const zuString& picture_;
-  const char* symbols_;
+  const char* text_;
+  unsigned int length_;
+  uint64_t symbolMask_[2] = {0, 0};  // bit c for ASCII letter c
   unsigned int pos_ = 0;
   bool inQuote_ = false;
 };

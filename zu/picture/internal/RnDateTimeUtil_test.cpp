@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <string>
 
 namespace zu::internal {
@@ -32,6 +33,30 @@ TEST(RnDateTimeUtilTest, WritesNumbersInEachForm) {
     zuString out;
     appendNumber(out, c.value, c.width, c.style);
     EXPECT_STREQ(out, c.expected) << c.value;
+    TextOut built;
+    appendNumber(built, c.value, c.width, c.style);
+    EXPECT_STREQ(built.text(), c.expected) << c.value;
+  }
+}
+
+// TextOut gives the bytes appended in order, whether they stay in its
+// buffer or run past it into a string; nothing appended is a null string.
+TEST(RnDateTimeUtilTest, TextOutKeepsEveryByteAcrossItsBuffer) {
+  EXPECT_TRUE(TextOut().text().IsNull());
+  for (const int pieces : {1, 20, 60, 200}) {
+    TextOut out;
+    std::string expected;
+    for (int piece = 0; piece < pieces; ++piece) {
+      out += 'a';
+      out += uint32_t{0xE9};  // é
+      out += zuString("-name-");
+      out += "\t";
+      appendNumber(out, piece, 3, {NumeralForm::kLocale, '0'});
+      char number[16];
+      std::snprintf(number, sizeof number, "%03d", piece);
+      expected += std::string("a\xC3\xA9-name-\t") + number;
+    }
+    EXPECT_EQ(std::string(out.text()), expected) << pieces;
   }
 }
 
@@ -125,8 +150,9 @@ TEST(RnDateTimeUtilTest, SplitsPicturesIntoSymbolsAndLiterals) {
     std::string described;
     for (PictureItem item; reader.next(item);) {
       if (!described.empty()) described += ' ';
-      described += item.kind == PictureItem::kSymbol ? (item.fullWidth ? 'F' : 'S')
-                   : item.kind == PictureItem::kQuoted ? 'Q' : 'L';
+      described += item.kind == PictureItem::kSymbol   ? (item.fullWidth ? 'F' : 'S')
+                   : item.kind == PictureItem::kQuoted ? 'Q'
+                                                       : 'L';
       described += ':';
       described += static_cast<char>(item.character);
       if (item.character != ' ' && item.character != ',') described += std::to_string(item.count);
