@@ -242,8 +242,7 @@ TEST(zuAtomTableTest, RandomLookupsAgreeWithTheTables) {
     const auto known = given.find(text);
     const bool agrees = peek ? atom == before
                              : atom != nullptr && atom == inTables(text) &&
-                                   (before == nullptr || atom == before) &&
-                                   text == atom->text;
+                                   (before == nullptr || atom == before) && text == atom->text;
     if (!agrees || (known != given.end() && atom != known->second)) ++disagreements;
     if (atom != nullptr) given[text] = atom;
     ++lookups;

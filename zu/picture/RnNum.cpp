@@ -63,8 +63,8 @@ RnNum::RnNum(const zuString& value, const zuString& picture, const zuString& loc
 
 void RnNum::init(const zuString& locale) {
   SymbolCache& cache = symbolCache();
-  const bool cacheable = !locale.IsEmpty() && locale.Length() < sizeof cache.name &&
-                         !threadHasOwnLocales();
+  const bool cacheable =
+      !locale.IsEmpty() && locale.Length() < sizeof cache.name && !threadHasOwnLocales();
   if (cacheable && std::strcmp(cache.name, locale) == 0) {
     locale_ = cache.locale;
     cache.copyTo(*this);

@@ -126,10 +126,9 @@ TEST(RnNumTest, RadixPositionAndAsciiDigits) {
 // of pictures hits, misses and evicts) and fresh ones, with random values:
 // formatted, parsed back and parsed from random texts, in several locales.
 uint64_t numericDigest(uint32_t seed, int cases) {
-  static const char* const kPieces[] = {"9",  "8",  "Z",  "z",  ",",   ".",  "V",  "v",  "S",
-                                        "s",  "(",  ")",  "CR", "cr",  "DB", "db", "E",  "%",
-                                        "$",  "t",  "'x'", "-", " ",   "9",  "z",  "99", "zz",
-                                        "\uFF19", "''", "C"};
+  static const char* const kPieces[] = {
+      "9",  "8", "Z", "z", ",", ".",   "V", "v", "S", "s", "(",  ")",  "CR",     "cr", "DB",
+      "db", "E", "%", "$", "t", "'x'", "-", " ", "9", "z", "99", "zz", "\uFF19", "''", "C"};
   static const char* const kLocales[] = {"en_US", "de_DE", "fr_FR", "ar", "hi_IN", "ja_JP", ""};
   static const char kValueChars[] = "0123456789.-+eE 9";
   std::mt19937 random(seed);

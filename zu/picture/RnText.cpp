@@ -180,9 +180,9 @@ bool isSpaceLiteral(char32_t c) {
 // formatted, in one pass over the layout; the pieces serve every other case.
 struct TextPicture {
   bool used = false;
-  std::string text;     // the picture's bytes
-  bool ascii = false;   // no byte above 0x7F
-  unsigned chars = 0;   // its characters
+  std::string text;    // the picture's bytes
+  bool ascii = false;  // no byte above 0x7F
+  unsigned chars = 0;  // its characters
   std::vector<PicturePiece> pieces;
   bool endedInQuote = false;
   std::string layoutClass;
@@ -515,8 +515,7 @@ bool RnText::parseText(const zuString& text, const zuString& picture, zuString& 
   if (text.IsNull()) return false;
   return withScratch([&](Scratch& scratch) {
     const TextPicture& compiled = textPicture(picture, scratch.picture);
-    if (compiled.parsesByLayout && text.Length() == compiled.layoutClass.size() &&
-        isAscii(text)) {
+    if (compiled.parsesByLayout && text.Length() == compiled.layoutClass.size() && isAscii(text)) {
       char* buffer = scratch.room(text.Length());
       const int collected = parseByLayout(compiled, text, buffer);
       if (collected < 0) return false;
@@ -528,8 +527,8 @@ bool RnText::parseText(const zuString& text, const zuString& picture, zuString& 
       return parseChars(AsciiChars(text), compiled, scratch.room(text.Length()), value);
     }
     toText(text, scratch.value);
-    return parseChars(DecodedChars(scratch.value), compiled,
-                      scratch.room(4 * scratch.value.size()), value);
+    return parseChars(DecodedChars(scratch.value), compiled, scratch.room(4 * scratch.value.size()),
+                      value);
   });
 }
 

@@ -148,11 +148,11 @@ TEST(RnTextTest, MillionSymbolPictureRoundTrips) {
 // mostly of the right length: formatted, parsed back and parsed from
 // random texts.
 uint64_t textDigest(uint32_t seed, int cases) {
-  static const char* const kPieces[] = {"9", "A", "X", "O", "0", "t", "-", " ", "?", "*",
-                                        "+", "'q'", "''", "'", "B", "99", "AA", "\uFF19",
-                                        "\u00E9", "X"};
-  static const char* const kChars[] = {"1", "7", "a", "Z", "-", " ", "\t", "q", "B",
-                                       "\u00E9", "\u0663", "\u3000", "?"};
+  static const char* const kPieces[] = {"9", "A",  "X",  "O",      "0",      "t",  "-",
+                                        " ", "?",  "*",  "+",      "'q'",    "''", "'",
+                                        "B", "99", "AA", "\uFF19", "\u00E9", "X"};
+  static const char* const kChars[] = {"1", "7", "a",      "Z",      "-",      " ", "\t",
+                                       "q", "B", "\u00E9", "\u0663", "\u3000", "?"};
   std::mt19937 random(seed);
   auto pick = [&](size_t count) { return random() % count; };
   std::vector<std::string> kept;
@@ -174,8 +174,8 @@ uint64_t textDigest(uint32_t seed, int cases) {
     const zuString out = RnText::formatValue(value.c_str(), picture.c_str());
     digest.add(out);
     zuString read("unchanged");
-    digest.add(RnText::parseText(pick(4) == 0 ? zuString(value.c_str()) : out, picture.c_str(),
-                                 read));
+    digest.add(
+        RnText::parseText(pick(4) == 0 ? zuString(value.c_str()) : out, picture.c_str(), read));
     digest.add(read);
   }
   return digest.value;

@@ -14,7 +14,9 @@ std::atomic<const zuAtomTable*> gGlobalTable{nullptr};
 
 }  // namespace
 
-zuAtomIndex::~zuAtomIndex() { delete[] slots_; }
+zuAtomIndex::~zuAtomIndex() {
+  delete[] slots_;
+}
 
 void zuAtomIndex::insert(zuAtomStore* atom, uint64_t key) {
   if ((count_ + 1) * 2 > mask_ + 1 && !grow()) return;

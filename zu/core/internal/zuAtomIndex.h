@@ -64,7 +64,9 @@ class zuAtomIndex {
       } else if (length >= 4) {
         tail = loadWord<uint32_t>(text) | uint64_t{loadWord<uint32_t>(text + length - 4)} << 32;
       } else {
-        for (uint32_t k = 0; k < length; ++k) tail = tail << 8 | static_cast<unsigned char>(text[k]);
+        for (uint32_t k = 0; k < length; ++k) {
+          tail = tail << 8 | static_cast<unsigned char>(text[k]);
+        }
       }
       key = mix(key, tail);
     }
@@ -77,7 +79,8 @@ class zuAtomIndex {
     for (std::size_t at = key & mask_;; at = (at + 1) & mask_) {
       const Slot& slot = slots_[at];
       if (slot.atom == nullptr) return nullptr;
-      if (slot.key == key && slot.atom->length == length && sameBytes(slot.atom->text, text, length)) {
+      if (slot.key == key && slot.atom->length == length &&
+          sameBytes(slot.atom->text, text, length)) {
         return slot.atom;
       }
     }

@@ -19,7 +19,8 @@ namespace {
 bool threadHasOwnLocales() {
   const uint64_t generation = gRememberedSlotGeneration.load(std::memory_order_acquire);
   if (tOwnLocalesKnown && tOwnLocalesGeneration == generation) return tHasOwnLocales;
-  tHasOwnLocales = RnRunTimeStore::current(false) != nullptr || RnLocaleRegistry::current() != nullptr;
+  tHasOwnLocales =
+      RnRunTimeStore::current(false) != nullptr || RnLocaleRegistry::current() != nullptr;
   // The generation read before the lookups: a change since then is seen at
   // the next call.
   tOwnLocalesGeneration = generation;

@@ -1,5 +1,6 @@
-// Reading numeric pictures item by item, and the small UTF-8 helpers that
-// formatting and parsing share.
+// Reading numeric pictures item by item, the picture read once as RnNum's
+// per-thread memo keeps it, and the small UTF-8 helpers that formatting and
+// parsing share.
 //
 //   NumPictureReader reader(picture, length, false);
 //   NumPictureItem item;
