@@ -124,47 +124,6 @@ struct DecodedChars {
   unsigned count;
 };
 
-// The buffers format and parse work in, kept per thread so that a call
-// makes no heap allocation of its own; those grown past a few pages are let
-// go after the call.
-struct Scratch {
-  Text value;
-  Text picture;
-  std::string out;
-
-  static Scratch& current() { return zu::internal::zuThreadMemo<Scratch>::get(); }
-  // Room for at least `bytes` bytes of output.
-  char* room(std::size_t bytes) {
-    if (out.size() < bytes) out.resize(bytes);
-    return out.data();
-  }
-  void trim() {
-    constexpr size_t kKept = 4096;
-    if (value.capacity() > kKept) Text().swap(value);
-    if (picture.capacity() > kKept) Text().swap(picture);
-    if (out.capacity() > kKept) std::string().swap(out);
-  }
-};
-
-// Runs `work(scratch)` with the thread's scratch buffers and trims them
-// afterwards, whatever happens. Running out of memory in the buffers is the
-// library's zuExMemory, like running out anywhere else.
-template <class Work>
-auto withScratch(Work&& work) {
-  Scratch& scratch = Scratch::current();
-  struct Trim {
-    Scratch& scratch;
-    ~Trim() { scratch.trim(); }
-  } trim{scratch};
-  try {
-    return work(scratch);
-  } catch (const zuExMemory&) {
-    throw;
-  } catch (const std::bad_alloc&) {
-    throw zuExMemory();
-  }
-}
-
 bool isSpaceLiteral(char32_t c) {
   return c == '?' || c == '*' || c == '+';
 }
@@ -254,12 +213,52 @@ bool holds(const TextPicture& entry, const zuString& picture) {
   return std::memcmp(a, b, length) == 0;
 }
 
-// The pieces of `picture`, read into the thread's memo when missing there
-// (`decoded` is room to decode it in). Valid until the thread reads
-// another picture.
-const TextPicture& textPicture(const zuString& picture, Text& decoded) {
-  TextPictures& memo = zu::internal::zuThreadMemo<TextPictures>::get();
-  if (holds(memo.entries[memo.lastUsed], picture)) return memo.entries[memo.lastUsed];
+// The buffers format and parse work in, kept per thread so that a call
+// makes no heap allocation of its own; those grown past a few pages are let
+// go after the call.
+struct Scratch {
+  Text value;
+  Text picture;
+  std::string out;
+  TextPictures pictures;
+
+  static Scratch& current() { return zu::internal::zuThreadMemo<Scratch>::get(); }
+  // Room for at least `bytes` bytes of output.
+  char* room(std::size_t bytes) {
+    if (out.size() < bytes) out.resize(bytes);
+    return out.data();
+  }
+  void trim() {
+    constexpr size_t kKept = 4096;
+    if (value.capacity() > kKept) Text().swap(value);
+    if (picture.capacity() > kKept) Text().swap(picture);
+    if (out.capacity() > kKept) std::string().swap(out);
+  }
+};
+
+// Runs `work(scratch)` with the thread's scratch buffers and trims them
+// afterwards, whatever happens. Running out of memory in the buffers is the
+// library's zuExMemory, like running out anywhere else.
+template <class Work>
+auto withScratch(Work&& work) {
+  Scratch& scratch = Scratch::current();
+  struct Trim {
+    Scratch& scratch;
+    ~Trim() { scratch.trim(); }
+  } trim{scratch};
+  try {
+    return work(scratch);
+  } catch (const zuExMemory&) {
+    throw;
+  } catch (const std::bad_alloc&) {
+    throw zuExMemory();
+  }
+}
+
+// The pieces of `picture`, read into the thread's memo when missing there.
+// Valid until the thread reads another picture.
+const TextPicture& readPicture(const zuString& picture, Scratch& scratch) {
+  TextPictures& memo = scratch.pictures;
   for (std::size_t i = 0; i < memo.entries.size(); ++i) {
     if (holds(memo.entries[i], picture)) {
       memo.lastUsed = i;
@@ -272,6 +271,7 @@ const TextPicture& textPicture(const zuString& picture, Text& decoded) {
   entry.used = false;
   entry.text.assign(static_cast<const char*>(picture), picture.Length());
   entry.ascii = isAscii(picture);
+  Text& decoded = scratch.picture;
   toText(picture, decoded);
   entry.chars = static_cast<unsigned>(decoded.size());
   entry.pieces.clear();
@@ -283,6 +283,12 @@ const TextPicture& textPicture(const zuString& picture, Text& decoded) {
   layOut(entry);
   entry.used = true;
   return entry;
+}
+
+// readPicture, the picture used last found without a call.
+inline const TextPicture& textPicture(const zuString& picture, Scratch& scratch) {
+  const TextPicture& last = scratch.pictures.entries[scratch.pictures.lastUsed];
+  return holds(last, picture) ? last : readPicture(picture, scratch);
 }
 
 // Whether ASCII character `c` has the class a layout position asks for;
@@ -425,7 +431,7 @@ zuString RnText::format(const zuString& picture) {
 zuString RnText::formatValue(const zuString& value, const zuString& picture) {
   if (value.IsNull()) return zuString::EmptyString();
   return withScratch([&](Scratch& scratch) {
-    const TextPicture& compiled = textPicture(picture, scratch.picture);
+    const TextPicture& compiled = textPicture(picture, scratch);
     if (compiled.formatsByLayout && value.Length() == compiled.valueChars && isAscii(value)) {
       const auto width = static_cast<unsigned>(compiled.layoutClass.size());
       char* buffer = scratch.room(width);
@@ -514,7 +520,7 @@ bool RnText::parse(const zuString& text, const zuString& picture) {
 bool RnText::parseText(const zuString& text, const zuString& picture, zuString& value) {
   if (text.IsNull()) return false;
   return withScratch([&](Scratch& scratch) {
-    const TextPicture& compiled = textPicture(picture, scratch.picture);
+    const TextPicture& compiled = textPicture(picture, scratch);
     if (compiled.parsesByLayout && text.Length() == compiled.layoutClass.size() && isAscii(text)) {
       char* buffer = scratch.room(text.Length());
       const int collected = parseByLayout(compiled, text, buffer);
