@@ -195,7 +195,7 @@ struct TextPictures {
   std::size_t nextToReplace = 0;
 };
 
-bool holds(const TextPicture& entry, const zuString& picture) {
+[[gnu::always_inline]] inline bool holds(const TextPicture& entry, const zuString& picture) {
   const std::size_t length = picture.Length();
   if (!entry.used || entry.text.size() != length) return false;
   const char* a = entry.text.data();
