@@ -4,11 +4,13 @@
 #include <new>
 
 #include "zu/core/internal/zuAtomHash.h"
+#include "zu/core/internal/zuAtomIndex.h"
 #include "zu/core/internal/zuAtomTableHolder.h"
 #include "zu/core/zuException.h"
 #include "zu/core/zuMessageIds.h"
 
 using zu::internal::atomHash;
+using zu::internal::zuAtomIndex;
 using zu::internal::zuAtomTableHolder;
 
 namespace {
@@ -66,6 +68,7 @@ void zuAtomTable::initializeAtom(zuAtomStore*& atom) {
   }
   insertAtHead(atom);
   ++count_;
+  zuAtomIndex::noteAtomEntered(this);
   if (count_ >= threshold_) grow();
 }
 
@@ -98,26 +101,46 @@ void zuAtomTable::grow() {
   delete[] oldBuckets;
 }
 
-zuAtomStore* zuAtomTable::getAtom(const char* text, unsigned int threadId) {
-  if (text == nullptr) ZuExThrow(zuMessageIds::kInvalidArgument);
+namespace {
+
+// The lookup through the tables themselves: the global table, then the
+// thread's, where the atom is made when `create` is set and it is missing.
+zuAtomStore* lookUpInTables(const char* text, unsigned int threadId, bool create) {
   uint32_t length = 0;
   const uint32_t hash = atomHash(text, length);
   if (zuAtomStore* global = zuGlobalAtomTable()->findInTable(text, hash, length)) return global;
 
-  zuAtomTableHolder* holder = zuAtomTableHolder::of(threadId, 1);
-  if (holder == nullptr) ZuExThrow(zuMessageIds::kInvalidArgument);
+  zuAtomTableHolder* holder = zuAtomTableHolder::of(threadId, create ? 1 : 0);
+  if (holder == nullptr) {
+    if (create) ZuExThrow(zuMessageIds::kInvalidArgument);
+    return nullptr;
+  }
   if (zuAtomStore* local = holder->table().findInTable(text, hash, length)) return local;
-  return holder->makeAtom(text, length);
+  return create ? holder->makeAtom(text, length) : nullptr;
+}
+
+// The calling thread's lookups go through its index first.
+zuAtomStore* lookUp(const char* text, unsigned int threadId, bool create) {
+  if (threadId != 0) return lookUpInTables(text, threadId, create);
+  zuAtomIndex& index = zuAtomIndex::forCallingThread();
+  const auto length = static_cast<uint32_t>(std::strlen(text));
+  const uint64_t key = zuAtomIndex::keyOf(text, length);
+  if (zuAtomStore* atom = index.find(text, length, key)) return atom;
+  zuAtomStore* atom = lookUpInTables(text, 0, create);
+  if (atom != nullptr) index.insert(atom, key);
+  return atom;
+}
+
+}  // namespace
+
+zuAtomStore* zuAtomTable::getAtom(const char* text, unsigned int threadId) {
+  if (text == nullptr) ZuExThrow(zuMessageIds::kInvalidArgument);
+  return lookUp(text, threadId, true);
 }
 
 zuAtomStore* zuAtomTable::peekAtom(const char* text, unsigned int threadId) {
   if (text == nullptr) return nullptr;
-  uint32_t length = 0;
-  const uint32_t hash = atomHash(text, length);
-  if (zuAtomStore* global = zuGlobalAtomTable()->findInTable(text, hash, length)) return global;
-
-  zuAtomTableHolder* holder = zuAtomTableHolder::of(threadId, 0);
-  return holder != nullptr ? holder->table().findInTable(text, hash, length) : nullptr;
+  return lookUp(text, threadId, false);
 }
 
 zuAtomStore* zuAtomTable::emptyString() {

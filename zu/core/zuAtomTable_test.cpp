@@ -6,9 +6,12 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <deque>
 #include <fstream>
+#include <random>
 #include <sstream>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "zu/core/internal/zuAtomHash.h"
@@ -189,6 +192,64 @@ TEST(zuAtomTableTest, DumpListsEveryAtomWithEscapes) {
   EXPECT_NE(dump.find("\t1\ta\n"), std::string::npos) << dump;
   EXPECT_NE(dump.find("\t15\ttab\\there\\nfeed\\\\\\x01\n"), std::string::npos) << dump;
   EXPECT_EQ(std::count(dump.begin(), dump.end(), '\n'), 3);
+}
+
+// The answer of the two tables themselves: the global one, then the
+// calling thread's.
+zuAtomStore* inTables(const std::string& text) {
+  uint32_t length = 0;
+  const uint32_t hash = zu::internal::atomHash(text.c_str(), length);
+  if (zuAtomStore* global = zuGlobalAtomTable()->findInTable(text.c_str(), hash, length)) {
+    return global;
+  }
+  const zuAtomTable* local = zuThreadLocalAtomTable(0, 0);
+  return local != nullptr ? local->findInTable(text.c_str(), hash, length) : nullptr;
+}
+
+// A million random lookups agree with the tables and with a plain map of
+// what this thread was given, while global atoms come to shadow run-time
+// ones and the thread's table is dropped now and then.
+TEST(zuAtomTableTest, RandomLookupsAgreeWithTheTables) {
+  std::mt19937 random(7);
+  std::vector<std::string> texts;
+  for (int i = 0; i < 3000; ++i) {
+    std::string text = uniqueText("r");
+    for (size_t n = random() % 40; n > 0; --n) text += static_cast<char>(1 + random() % 255);
+    texts.push_back(text);
+  }
+  static std::deque<zuAtomStore> globalRecords;  // the global table keeps them
+  static std::deque<std::string> globalTexts;
+  std::unordered_map<std::string, zuAtomStore*> given;
+  int disagreements = 0, lookups = 0, shadowed = 0;
+  for (int step = 0; step < 1000000; ++step) {
+    const std::string& text = texts[random() % texts.size()];
+    if (step % 50000 == 49999) {
+      zuThreadLocalStorage::resetThreadStorage(zuThreadLocalStorage::eAtomTable);
+      given.clear();
+    } else if (step % 20000 == 19999 && given.count(text) != 0) {
+      // A global atom with the text of one of this thread's.
+      globalTexts.push_back(text);
+      globalRecords.push_back(zuAtomStore{globalTexts.back().c_str()});
+      zuAtomStore* record = &globalRecords.back();
+      zuGlobalAtomTable()->initializeAtom(record);
+      given[text] = record;
+      ++shadowed;
+    }
+    const bool peek = random() % 4 == 0;
+    zuAtomStore* before = inTables(text);
+    zuAtomStore* atom =
+        peek ? zuAtomTable::peekAtom(text.c_str(), 0) : zuAtomTable::getAtom(text.c_str(), 0);
+    const auto known = given.find(text);
+    const bool agrees = peek ? atom == before
+                             : atom != nullptr && atom == inTables(text) &&
+                                   (before == nullptr || atom == before) && text == atom->text;
+    if (!agrees || (known != given.end() && atom != known->second)) ++disagreements;
+    if (atom != nullptr) given[text] = atom;
+    ++lookups;
+  }
+  EXPECT_EQ(disagreements, 0);
+  EXPECT_EQ(lookups, 1000000);
+  EXPECT_GT(shadowed, 10);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 // The library-wide atom table, its predefined atoms, and the way to the
 // per-thread tables.
+#include "zu/core/internal/zuAtomIndex.h"
 #include "zu/core/internal/zuAtomTableHolder.h"
 #include "zu/core/zuAtomTable.h"
 
@@ -14,6 +15,7 @@ struct GlobalAtomTable {
   GlobalAtomTable() {
     zuAtomStore** const predefined[] = {&aUT_EmptyString, &aUT_Zero, &aUT_One, &aUT_Asterisk,
                                         nullptr};
+    zu::internal::zuAtomIndex::setGlobalTable(&table);
     table.initializeAtoms(predefined);
   }
   zuAtomTable table;

@@ -1,9 +1,12 @@
 #include "zu/picture/RnNum.h"
 
+#include <array>
 #include <cstring>
+#include <new>
 #include <string>
 
 #include "zu/core/internal/zuThreadMemo.h"
+#include "zu/core/zuException.h"
 #include "zu/locale/RnData.h"
 #include "zu/locale/internal/RnRunTimeStore.h"
 #include "zu/picture/internal/RnDecimal.h"
@@ -60,8 +63,8 @@ RnNum::RnNum(const zuString& value, const zuString& picture, const zuString& loc
 
 void RnNum::init(const zuString& locale) {
   SymbolCache& cache = symbolCache();
-  const bool cacheable = !locale.IsEmpty() && locale.Length() < sizeof cache.name &&
-                         RnRunTimeStore::current(false) == nullptr && RnLocale::get(1u) == nullptr;
+  const bool cacheable =
+      !locale.IsEmpty() && locale.Length() < sizeof cache.name && !threadHasOwnLocales();
   if (cacheable && std::strcmp(cache.name, locale) == 0) {
     locale_ = cache.locale;
     cache.copyTo(*this);
@@ -79,7 +82,7 @@ void RnNum::init(const zuString& locale) {
 
 void RnNum::setValue(const zuString& text) {
   RnDecimal decimal;
-  valid_ = !text.IsNull() && decimal.read(text, text.Length());
+  valid_ = !text.IsNull() && readRemembered(text, text.Length(), decimal);
   text_ = text;
   valueKnown_ = false;
 }
@@ -88,7 +91,7 @@ double RnNum::getValue() const {
   if (!valueKnown_) {
     value_ = 0;
     RnDecimal decimal;
-    if (valid_ && decimal.read(text_, text_.Length())) value_ = decimal.toDouble();
+    if (valid_ && readRemembered(text_, text_.Length(), decimal)) value_ = decimal.toDouble();
     valueKnown_ = true;
   }
   return value_;
@@ -108,30 +111,83 @@ void RnNum::setNumericSymbols(const char* locale) {
   zeroDigit_ = zero.IsEmpty() ? '0' : decodeUtf8(zero, zero.Length(), 0, bytes);
 }
 
-bool RnNum::xlate(const zuString& picture, NumPictureItem* items, size_t capacity,
-                  size_t* itemCount) {
-  analysis_ = Analysis();
-  NumPictureReader reader(picture, picture.Length(), false);
+const RnNum::CompiledPicture* RnNum::xlate(const zuString& picture) {
+  // The pictures this thread analysed last, so that formatting or parsing
+  // many values through one picture reads the picture once.
+  constexpr size_t kKept = 8;
+  struct PictureMemo {
+    std::array<CompiledPicture, kKept> entries;
+    size_t nextToReplace = 0;
+  };
+  PictureMemo& memo = zuThreadMemo<PictureMemo>::get();
+  const char* bytes = picture;
+  const size_t length = picture.Length();
+  CompiledPicture* found = nullptr;
+  for (CompiledPicture& entry : memo.entries) {
+    if (entry.used && entry.text.size() == length &&
+        std::memcmp(entry.text.data(), bytes, length) == 0) {
+      found = &entry;
+      break;
+    }
+  }
+  if (found == nullptr) {
+    found = &memo.entries[memo.nextToReplace];
+    memo.nextToReplace = (memo.nextToReplace + 1) % kKept;
+    found->used = false;
+    try {
+      compile(bytes, length, *found);
+    } catch (const std::bad_alloc&) {
+      throw zuExMemory();
+    }
+    found->used = true;
+  }
+  analysis_ = found->analysis;
+  return found->valid ? found : nullptr;
+}
+
+bool RnNum::compile(const char* picture, size_t length, CompiledPicture& compiled) {
+  compiled.valid = false;
+  compiled.analysis = Analysis();
+  compiled.text.assign(picture, length);
+  compiled.items.clear();
+  compiled.reversed.clear();
+  compiled.reversedItems.clear();
+  compiled.reversedFaulty = false;
+  compiled.fractionNines = 0;
+
+  Analysis& a = compiled.analysis;
+  NumPictureReader reader(compiled.text.data(), length, false);
   NumPictureItem item;
   bool allZ = true, all8 = true, afterE = false;
-  size_t count = 0;
   while (reader.next(item)) {
     if (item.kind == NumPictureItem::kSymbol &&
-        !subXlate(item.symbol, item.count, allZ, all8, afterE)) {
+        !subXlate(a, item.symbol, item.count, allZ, all8, afterE)) {
       return false;
     }
-    if (count < capacity) items[count] = item;
-    if (count <= capacity) ++count;
+    compiled.items.push_back(item);
   }
   if (reader.faulty()) return false;
-  if (itemCount != nullptr) *itemCount = count;
-  analysis_.dropFractionZeros = analysis_.trailing > 0 && allZ;
-  analysis_.shortFraction = analysis_.trailing > 0 && all8;
+  a.dropFractionZeros = a.trailing > 0 && allZ;
+  a.shortFraction = a.trailing > 0 && all8;
+
+  reverseUtf8(compiled.text.data(), length, compiled.reversed);
+  NumPictureReader backwards(compiled.reversed.data(), compiled.reversed.size(), true);
+  while (backwards.next(item)) compiled.reversedItems.push_back(item);
+  compiled.reversedFaulty = backwards.faulty();
+  // The fraction comes first in the reversed picture, up to the radix.
+  if (a.hasRadix) {
+    for (const NumPictureItem& run : compiled.reversedItems) {
+      if (run.kind != NumPictureItem::kSymbol) continue;
+      if (run.symbol == '.' || run.symbol == 'V' || run.symbol == 'v') break;
+      if (run.symbol == '9') compiled.fractionNines += run.count;
+    }
+  }
+  compiled.valid = true;
   return true;
 }
 
-bool RnNum::subXlate(char symbol, unsigned count, bool& allZ, bool& all8, bool& afterE) {
-  Analysis& a = analysis_;
+bool RnNum::subXlate(Analysis& a, char symbol, unsigned count, bool& allZ, bool& all8,
+                     bool& afterE) {
   switch (symbol) {
     case '9':
     case '8':

@@ -66,10 +66,6 @@
 #include "zu/core/zuString.h"
 #include "zu/locale/RnLocale.h"
 
-namespace zu::internal {
-struct NumPictureItem;
-}
-
 class ZU_EXPORT RnNum {
  public:
   // Bits of the `flags` argument of format.
@@ -138,6 +134,7 @@ class ZU_EXPORT RnNum {
   struct SymbolCache;
   static SymbolCache& symbolCache();
   struct ParseState;
+  struct CompiledPicture;
   struct Analysis {
     unsigned leading = 0;            // digit symbols before the radix
     unsigned trailing = 0;           // digit symbols after it
@@ -154,20 +151,23 @@ class ZU_EXPORT RnNum {
   // The locale choice of the constructors.
   void init(const zuString& locale);
   void setValue(const zuString& text);
-  // Analyses `picture` into analysis_; false when it is not a valid
-  // numeric picture. With `items`, also keeps the picture's first `capacity`
-  // items there and their number in `itemCount` (capacity + 1 when there
-  // were more).
-  bool xlate(const zuString& picture, zu::internal::NumPictureItem* items = nullptr,
-             size_t capacity = 0, size_t* itemCount = nullptr);
-  // One run of a symbol into analysis_; false when it cannot stand there.
-  bool subXlate(char symbol, unsigned count, bool& allZ, bool& all8, bool& afterE);
+  // The analysis of `picture`, from the thread's memo of the pictures it
+  // analysed last (made there when missing), copied into analysis_; null
+  // when it is not a valid numeric picture. The result stays valid until
+  // this thread analyses another picture.
+  const CompiledPicture* xlate(const zuString& picture);
+  // Reads `picture` into `compiled`: its items forward and reversed, and
+  // the analysis; false when it is not a valid numeric picture.
+  static bool compile(const char* picture, size_t length, CompiledPicture& compiled);
+  // One run of a symbol into `a`; false when it cannot stand there.
+  static bool subXlate(Analysis& a, char symbol, unsigned count, bool& allZ, bool& all8,
+                       bool& afterE);
   zuString formatPicture(const zuString& picture, unsigned* radixPos, int flags);
   bool subFormat(FormatState& state, char symbol, unsigned count) const;
   bool parsePicture(const zuString& text, const zuString& picture);
   bool finishParse(const ParseState& state);
   bool subParse(ParseState& state, char symbol, unsigned count) const;
-  bool scanReversed(ParseState& state, const std::string& picture) const;
+  bool scanReversed(ParseState& state, const CompiledPicture& picture) const;
 
   zuString text_;
   // Read from the text when first asked for.

@@ -12,7 +12,6 @@ using namespace zu::internal;
 namespace {
 
 constexpr size_t kNoRadix = static_cast<size_t>(-1);
-constexpr size_t kKeptItems = 24;
 
 // The texts of the ASCII digits, shared by every call that writes them.
 constexpr char kAsciiDigitText[10][4] = {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"};
@@ -59,14 +58,12 @@ zuString RnNum::format(const zuString& picture, unsigned* radixPos, int flags) {
 
 zuString RnNum::formatPicture(const zuString& picture, unsigned* radixPos, int flags) {
   if (!valid_) return zuString("");
-  // Short pictures are read once; longer ones again while formatting.
-  NumPictureItem items[kKeptItems];
-  size_t itemCount = 0;
-  if (!xlate(picture, items, kKeptItems, &itemCount)) return zuString("");
+  const CompiledPicture* compiled = xlate(picture);
+  if (compiled == nullptr) return zuString("");
   const Analysis& a = analysis_;
 
   RnDecimal value;
-  value.read(text_, text_.Length());
+  readRemembered(text_, text_.Length(), value);
   const int leading = static_cast<int>(a.leading);
   int precision = a.trailing < RnDecimal::kSignificant ? static_cast<int>(a.trailing)
                                                         : RnDecimal::kSignificant;
@@ -121,10 +118,7 @@ zuString RnNum::formatPicture(const zuString& picture, unsigned* radixPos, int f
     state.digitLength = state.ownLength;
   }
 
-  NumPictureReader reader(picture, picture.Length(), false);
-  NumPictureItem item;
-  for (size_t next = 0; itemCount <= kKeptItems ? next < itemCount : reader.next(item); ++next) {
-    if (itemCount <= kKeptItems) item = items[next];
+  for (const NumPictureItem& item : compiled->items) {
     if (item.kind == NumPictureItem::kLiteral) {
       state.out.put(item.text, item.length);
     } else if (item.kind == NumPictureItem::kQuoted) {

@@ -16,14 +16,24 @@ using namespace zu::internal;
 
 namespace {
 
+// Below this power of ten a value's text may read back as zero.
+constexpr int kLowestTextPoint = -300;
+
 bool isSpaceLike(uint32_t codePoint) {
   return codePoint == ' ' || codePoint == 0xA0 || codePoint == 0x2007 || codePoint == 0x2009 ||
          codePoint == 0x202F;
 }
 
 std::string reversedOf(const zuString& text) {
+  const char* bytes = text;
+  const size_t length = text.Length();
+  // The locale's texts are mostly one character: then as they stand.
+  size_t first = 0;
+  if (length == 0 || (decodeUtf8(bytes, length, 0, first), first == length)) {
+    return std::string(bytes, length);
+  }
   std::string reversed;
-  reverseUtf8(text, text.Length(), reversed);
+  reverseUtf8(bytes, length, reversed);
   return reversed;
 }
 
@@ -126,8 +136,9 @@ bool RnNum::parse(const zuString& text, const zuString& picture) {
 }
 
 bool RnNum::parsePicture(const zuString& text, const zuString& picture) {
-  if (text.IsNull() || !xlate(picture)) return false;
-  const std::string reversedPicture = reversedOf(picture);
+  if (text.IsNull()) return false;
+  const CompiledPicture* compiled = xlate(picture);
+  if (compiled == nullptr) return false;
   ParseState state;
   state.text = reversedOf(text);
   state.radix = reversedOf(radix_);
@@ -142,30 +153,19 @@ bool RnNum::parsePicture(const zuString& text, const zuString& picture) {
       !grouping_.IsEmpty() && isSpaceLike(decodeUtf8(grouping_, grouping_.Length(), 0, bytes));
   state.zero = zeroDigit_;
 
-  if (scanReversed(state, reversedPicture)) return finishParse(state);
+  if (scanReversed(state, *compiled)) return finishParse(state);
   // A short or dropped fraction may be missing with its radix.
   if (analysis_.shortFraction || analysis_.dropFractionZeros) {
     state.restart(true);
-    if (scanReversed(state, reversedPicture)) return finishParse(state);
+    if (scanReversed(state, *compiled)) return finishParse(state);
   }
   return false;
 }
 
-bool RnNum::scanReversed(ParseState& state, const std::string& picture) const {
+bool RnNum::scanReversed(ParseState& state, const CompiledPicture& picture) const {
   state.ninesLeft = analysis_.nines;
-  state.fractionNinesLeft = 0;
-  NumPictureItem item;
-  if (analysis_.hasRadix) {
-    // The fraction comes first in the reversed picture, up to the radix.
-    NumPictureReader counter(picture.data(), picture.size(), true);
-    while (counter.next(item)) {
-      if (item.kind != NumPictureItem::kSymbol) continue;
-      if (item.symbol == '.' || item.symbol == 'V' || item.symbol == 'v') break;
-      if (item.symbol == '9') state.fractionNinesLeft += item.count;
-    }
-  }
-  NumPictureReader reader(picture.data(), picture.size(), true);
-  while (reader.next(item)) {
+  state.fractionNinesLeft = picture.fractionNines;
+  for (const NumPictureItem& item : picture.reversedItems) {
     if (item.kind == NumPictureItem::kLiteral) {
       if (state.text.compare(state.pos, item.length, item.text, item.length) != 0) return false;
       state.pos += item.length;
@@ -179,7 +179,7 @@ bool RnNum::scanReversed(ParseState& state, const std::string& picture) const {
       return false;
     }
   }
-  return !reader.faulty() && state.pos == state.text.size();
+  return !picture.reversedFaulty && state.pos == state.text.size();
 }
 
 bool RnNum::subParse(ParseState& state, char symbol, unsigned count) const {
@@ -336,8 +336,11 @@ bool RnNum::finishParse(const ParseState& state) {
   const size_t length = decimal.writePlain(buffer, sizeof buffer);
   if (length == 0) return false;
   text_ = zuString::FromBytes(buffer, static_cast<unsigned int>(length));
-  value_ = decimal.toDouble();
-  valueKnown_ = true;
+  // getValue reads the double from the text, which holds these digits
+  // exactly, when it is asked for; only zero's sign and digits near the
+  // bottom of a double's range are not carried by the text.
+  valueKnown_ = decimal.isZero() || decimal.point() < kLowestTextPoint;
+  if (valueKnown_) value_ = decimal.toDouble();
   valid_ = true;
   return true;
 }

@@ -2,7 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <cstring>
+#include <random>
 #include <string>
+#include <vector>
+
+#include "zu/testing/zuDigest.h"
 
 namespace {
 
@@ -114,6 +120,64 @@ TEST(RnNumTest, RadixPositionAndAsciiDigits) {
   RnNum integer("42", "en_US");
   EXPECT_STREQ(integer.format("zz9", &radix), "42");
   EXPECT_EQ(radix, 2u);
+}
+
+// Random numeric pictures from a few kept ones (so that the thread's memo
+// of pictures hits, misses and evicts) and fresh ones, with random values:
+// formatted, parsed back and parsed from random texts, in several locales.
+uint64_t numericDigest(uint32_t seed, int cases) {
+  static const char* const kPieces[] = {
+      "9",  "8", "Z", "z", ",", ".",   "V", "v", "S", "s", "(",  ")",  "CR",     "cr", "DB",
+      "db", "E", "%", "$", "t", "'x'", "-", " ", "9", "z", "99", "zz", "\uFF19", "''", "C"};
+  static const char* const kLocales[] = {"en_US", "de_DE", "fr_FR", "ar", "hi_IN", "ja_JP", ""};
+  static const char kValueChars[] = "0123456789.-+eE 9";
+  std::mt19937 random(seed);
+  auto pick = [&](size_t count) { return random() % count; };
+  std::vector<std::string> kept;
+  auto picture = [&] {
+    if (kept.size() > 11 && pick(2) == 0) return kept[pick(kept.size())];
+    std::string made;
+    for (size_t n = 1 + pick(9); n > 0; --n) made += kPieces[pick(std::size(kPieces))];
+    if (kept.size() < 12) kept.push_back(made);
+    return made;
+  };
+  auto text = [&](const char* chars, size_t count) {
+    std::string made;
+    for (size_t n = pick(12); n > 0; --n) made += chars[pick(count)];
+    return made;
+  };
+  zu::testing::Digest digest;
+  for (int i = 0; i < cases; ++i) {
+    const std::string shape = picture();
+    const zuString locale(kLocales[pick(std::size(kLocales))]);
+    std::string value = text(kValueChars, sizeof kValueChars - 1);
+    if (pick(4) != 0) {  // mostly numbers: sign, digits, fraction
+      value = text("0123456789", 10);
+      value.push_back('0');
+      if (pick(3) == 0) value.insert(value.begin(), '-');
+      if (pick(2) == 0) value.append(1, '.').append(text("0123456789", 10));
+    }
+    RnNum number(zuString(value.c_str()), locale);
+    unsigned radix = 0;
+    const zuString out = number.format(shape.c_str(), &radix, static_cast<int>(pick(2)));
+    digest.add(out);
+    digest.add(radix);
+    digest.add(number.isValid());
+    RnNum back(zuString(""), locale);
+    digest.add(back.parse(pick(4) == 0 ? zuString(text("0123456789.,-$ %", 16).c_str()) : out,
+                          shape.c_str()));
+    digest.add(back.getText());
+    digest.add(back.getValue());
+    digest.add(back.IsNonIgnorable('9'));
+  }
+  return digest.value;
+}
+
+// Recorded from the engine that read every picture and value anew on each
+// call; the memos must change none of its answers.
+TEST(RnNumTest, RandomPicturesGiveTheRecordedAnswers) {
+  EXPECT_EQ(numericDigest(1, 250000), 0x4CFD99BA91CEFB35ull);
+  EXPECT_EQ(numericDigest(2, 250000), 0x8B9F0CA2D596DBA9ull);
 }
 
 }  // namespace

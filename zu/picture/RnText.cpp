@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <new>
+#include <string>
+#include <vector>
 
 #include "zu/core/internal/zuShortCopy.h"
 #include "zu/core/internal/zuThreadMemo.h"
@@ -121,6 +124,95 @@ struct DecodedChars {
   unsigned count;
 };
 
+bool isSpaceLiteral(char32_t c) {
+  return c == '?' || c == '*' || c == '+';
+}
+
+// A text picture read once into its pieces.
+//
+// An ASCII picture without the characters that take a varying number of
+// text characters ("?", "*", "+") has a fixed layout: position by position,
+// the class a value character must have ('9', 'A', 'O' or 'X'; 0 for a
+// character written or matched as it stands) and the character written
+// there. A text of exactly that many ASCII characters is then parsed, and
+// a value of exactly as many ASCII characters as the symbols take is
+// formatted, in one pass over the layout; the pieces serve every other case.
+struct TextPicture {
+  bool used = false;
+  std::string text;    // the picture's bytes
+  bool ascii = false;  // no byte above 0x7F
+  unsigned chars = 0;  // its characters
+  std::vector<PicturePiece> pieces;
+  bool endedInQuote = false;
+  std::string layoutClass;
+  std::string layoutChar;
+  bool parsesByLayout = false;
+  // Formatting by layout also needs the picture free of literal letters
+  // and tabs, which write nothing once the value is used up.
+  bool formatsByLayout = false;
+  unsigned valueChars = 0;  // the positions of value symbols
+};
+
+// Fills the layout of a picture whose pieces are read.
+void layOut(TextPicture& picture) {
+  picture.layoutClass.clear();
+  picture.layoutChar.clear();
+  picture.valueChars = 0;
+  bool fixed = picture.ascii && !picture.endedInQuote;
+  bool letters = false;
+  for (const PicturePiece& piece : picture.pieces) {
+    const char c = static_cast<char>(piece.c);
+    switch (piece.kind) {
+      case PicturePiece::Kind::Run:
+        if (consumesValue(piece.c)) {
+          picture.layoutClass.append(piece.count, c == 'O' ? '0' : c);
+          picture.layoutChar.append(piece.count, '\0');
+          picture.valueChars += piece.count;
+        } else {
+          letters = true;
+          picture.layoutClass.append(piece.count, '\0');
+          picture.layoutChar.append(piece.count, c == 't' ? '\t' : c);
+        }
+        break;
+      case PicturePiece::Kind::Literal:
+        fixed = fixed && !isSpaceLiteral(piece.c);
+        [[fallthrough]];
+      case PicturePiece::Kind::Quoted:
+        picture.layoutClass.push_back('\0');
+        picture.layoutChar.push_back(c);
+        break;
+    }
+  }
+  picture.parsesByLayout = fixed;
+  picture.formatsByLayout = fixed && !letters;
+}
+
+// The pictures this thread read last, so that formatting or parsing many
+// values through one picture reads the picture once.
+struct TextPictures {
+  std::array<TextPicture, 8> entries;
+  std::size_t lastUsed = 0;
+  std::size_t nextToReplace = 0;
+};
+
+[[gnu::always_inline]] inline bool holds(const TextPicture& entry, const zuString& picture) {
+  const std::size_t length = picture.Length();
+  if (!entry.used || entry.text.size() != length) return false;
+  const char* a = entry.text.data();
+  const char* b = picture;
+  if (length >= 8) {
+    for (std::size_t i = 0; i + 8 < length; i += 8) {
+      if (loadWord<uint64_t>(a + i) != loadWord<uint64_t>(b + i)) return false;
+    }
+    return loadWord<uint64_t>(a + length - 8) == loadWord<uint64_t>(b + length - 8);
+  }
+  if (length >= 4) {
+    return loadWord<uint32_t>(a) == loadWord<uint32_t>(b) &&
+           loadWord<uint32_t>(a + length - 4) == loadWord<uint32_t>(b + length - 4);
+  }
+  return std::memcmp(a, b, length) == 0;
+}
+
 // The buffers format and parse work in, kept per thread so that a call
 // makes no heap allocation of its own; those grown past a few pages are let
 // go after the call.
@@ -128,6 +220,7 @@ struct Scratch {
   Text value;
   Text picture;
   std::string out;
+  TextPictures pictures;
 
   static Scratch& current() { return zu::internal::zuThreadMemo<Scratch>::get(); }
   // Room for at least `bytes` bytes of output.
@@ -162,8 +255,89 @@ auto withScratch(Work&& work) {
   }
 }
 
-bool isSpaceLiteral(char32_t c) {
-  return c == '?' || c == '*' || c == '+';
+// The pieces of `picture`, read into the thread's memo when missing there.
+// Valid until the thread reads another picture.
+const TextPicture& readPicture(const zuString& picture, Scratch& scratch) {
+  TextPictures& memo = scratch.pictures;
+  for (std::size_t i = 0; i < memo.entries.size(); ++i) {
+    if (holds(memo.entries[i], picture)) {
+      memo.lastUsed = i;
+      return memo.entries[i];
+    }
+  }
+  TextPicture& entry = memo.entries[memo.nextToReplace];
+  memo.lastUsed = memo.nextToReplace;
+  memo.nextToReplace = (memo.nextToReplace + 1) % memo.entries.size();
+  entry.used = false;
+  entry.text.assign(static_cast<const char*>(picture), picture.Length());
+  entry.ascii = isAscii(picture);
+  Text& decoded = scratch.picture;
+  toText(picture, decoded);
+  entry.chars = static_cast<unsigned>(decoded.size());
+  entry.pieces.clear();
+  const DecodedChars chars(decoded);
+  PictureReader<DecodedChars> reader(chars, false);
+  PicturePiece piece;
+  while (reader.next(piece)) entry.pieces.push_back(piece);
+  entry.endedInQuote = reader.endedInQuote();
+  layOut(entry);
+  entry.used = true;
+  return entry;
+}
+
+// readPicture, the picture used last found without a call.
+inline const TextPicture& textPicture(const zuString& picture, Scratch& scratch) {
+  const TextPicture& last = scratch.pictures.entries[scratch.pictures.lastUsed];
+  return holds(last, picture) ? last : readPicture(picture, scratch);
+}
+
+// Whether ASCII character `c` has the class a layout position asks for;
+// `parsing` makes "X" refuse NUL, as matching does.
+bool fitsClass(char layoutClass, unsigned char c, bool parsing) {
+  switch (layoutClass) {
+    case '9':
+      return AsciiChars::isDigit(c);
+    case 'A':
+      return AsciiChars::isAlpha(c);
+    case '0':
+      return AsciiChars::isAlnum(c);
+    default:
+      return !parsing || c != 0;
+  }
+}
+
+// Formatting by layout: false when a value character has the wrong class.
+bool formatByLayout(const TextPicture& picture, const char* value, char* out) {
+  const std::size_t width = picture.layoutClass.size();
+  for (std::size_t i = 0; i < width; ++i) {
+    const char layoutClass = picture.layoutClass[i];
+    if (layoutClass == 0) {
+      out[i] = picture.layoutChar[i];
+      continue;
+    }
+    const unsigned char c = static_cast<unsigned char>(*value++);
+    if (!fitsClass(layoutClass, c, false)) return false;
+    out[i] = static_cast<char>(c);
+  }
+  return true;
+}
+
+// Parsing by layout (the text as wide as the layout): the collected
+// characters' length, or -1 when the text does not match.
+int parseByLayout(const TextPicture& picture, const char* text, char* out) {
+  const std::size_t width = picture.layoutClass.size();
+  char* collected = out;
+  for (std::size_t i = 0; i < width; ++i) {
+    const char layoutClass = picture.layoutClass[i];
+    const unsigned char c = static_cast<unsigned char>(text[i]);
+    if (layoutClass == 0) {
+      if (c != static_cast<unsigned char>(picture.layoutChar[i])) return -1;
+      continue;
+    }
+    if (!fitsClass(layoutClass, c, true)) return -1;
+    *collected++ = static_cast<char>(c);
+  }
+  return static_cast<int>(collected - out);
 }
 
 template <class Chars, class Test>
@@ -257,25 +431,28 @@ zuString RnText::format(const zuString& picture) {
 zuString RnText::formatValue(const zuString& value, const zuString& picture) {
   if (value.IsNull()) return zuString::EmptyString();
   return withScratch([&](Scratch& scratch) {
+    const TextPicture& compiled = textPicture(picture, scratch);
+    if (compiled.formatsByLayout && value.Length() == compiled.valueChars && isAscii(value)) {
+      const auto width = static_cast<unsigned>(compiled.layoutClass.size());
+      char* buffer = scratch.room(width);
+      if (!formatByLayout(compiled, value, buffer)) return zuString::EmptyString();
+      return zuString::FromBytes(buffer, width);
+    }
     // Every picture character writes at most one character: one byte when
     // value and picture are ASCII, at most four otherwise.
-    if (isAscii(value) && isAscii(picture)) {
-      return formatChars(AsciiChars(value), AsciiChars(picture), scratch.room(picture.Length()));
+    if (compiled.ascii && isAscii(value)) {
+      return formatChars(AsciiChars(value), compiled, scratch.room(compiled.chars));
     }
     toText(value, scratch.value);
-    toText(picture, scratch.picture);
-    return formatChars(DecodedChars(scratch.value), DecodedChars(scratch.picture),
-                       scratch.room(4 * scratch.picture.size()));
+    return formatChars(DecodedChars(scratch.value), compiled, scratch.room(4 * compiled.chars));
   });
 }
 
-template <class Chars>
-zuString RnText::formatChars(const Chars& value, const Chars& picture, char* buffer) {
+template <class Chars, class Picture>
+zuString RnText::formatChars(const Chars& value, const Picture& picture, char* buffer) {
   char* out = buffer;
   unsigned pos = 0;
-  PictureReader<Chars> reader(picture, false);
-  PicturePiece piece;
-  while (reader.next(piece)) {
+  for (const PicturePiece& piece : picture.pieces) {
     switch (piece.kind) {
       case PicturePiece::Kind::Run:
         // A run short of value characters empties the result before a quote
@@ -343,27 +520,32 @@ bool RnText::parse(const zuString& text, const zuString& picture) {
 bool RnText::parseText(const zuString& text, const zuString& picture, zuString& value) {
   if (text.IsNull()) return false;
   return withScratch([&](Scratch& scratch) {
+    const TextPicture& compiled = textPicture(picture, scratch);
+    if (compiled.parsesByLayout && text.Length() == compiled.layoutClass.size() && isAscii(text)) {
+      char* buffer = scratch.room(text.Length());
+      const int collected = parseByLayout(compiled, text, buffer);
+      if (collected < 0) return false;
+      value = zuString::FromBytes(buffer, static_cast<unsigned>(collected));
+      return true;
+    }
     // Each character of the text is collected at most once.
-    if (isAscii(text) && isAscii(picture)) {
-      return parseChars(AsciiChars(text), AsciiChars(picture), scratch.room(text.Length()), value);
+    if (compiled.ascii && isAscii(text)) {
+      return parseChars(AsciiChars(text), compiled, scratch.room(text.Length()), value);
     }
     toText(text, scratch.value);
-    toText(picture, scratch.picture);
-    return parseChars(DecodedChars(scratch.value), DecodedChars(scratch.picture),
-                      scratch.room(4 * scratch.value.size()), value);
+    return parseChars(DecodedChars(scratch.value), compiled, scratch.room(4 * scratch.value.size()),
+                      value);
   });
 }
 
-template <class Chars>
-bool RnText::parseChars(const Chars& input, const Chars& picture, char* buffer, zuString& value) {
+template <class Chars, class Picture>
+bool RnText::parseChars(const Chars& input, const Picture& picture, char* buffer, zuString& value) {
   char* collected = buffer;
   unsigned pos = 0;
   auto skipSpaces = [&] {
     while (pos < input.size() && Chars::isSpace(input[pos])) ++pos;
   };
-  PictureReader<Chars> reader(picture, false);
-  PicturePiece piece;
-  while (reader.next(piece)) {
+  for (const PicturePiece& piece : picture.pieces) {
     const char32_t c = piece.c;
     switch (piece.kind) {
       case PicturePiece::Kind::Run:
@@ -388,7 +570,7 @@ bool RnText::parseChars(const Chars& input, const Chars& picture, char* buffer, 
     if (pos >= input.size() || input[pos] != c) return false;
     ++pos;
   }
-  if (reader.endedInQuote() || pos != input.size()) return false;
+  if (picture.endedInQuote || pos != input.size()) return false;
   value = zuString::FromBytes(buffer, static_cast<unsigned>(collected - buffer));
   return true;
 }

@@ -96,12 +96,13 @@ class ZU_EXPORT RnText {
 
  private:
   // The engines below read a text's characters by position through `Chars`
-  // (the bytes of an ASCII text or the code points of any other) and write
-  // UTF-8 through `out`, which the caller has made room behind.
-  template <class Chars>
-  static zuString formatChars(const Chars& value, const Chars& picture, char* buffer);
-  template <class Chars>
-  static bool parseChars(const Chars& text, const Chars& picture, char* buffer, zuString& value);
+  // (the bytes of an ASCII text or the code points of any other), walk the
+  // pieces of a picture read beforehand, and write UTF-8 through `out`,
+  // which the caller has made room behind.
+  template <class Chars, class Picture>
+  static zuString formatChars(const Chars& value, const Picture& picture, char* buffer);
+  template <class Chars, class Picture>
+  static bool parseChars(const Chars& text, const Picture& picture, char* buffer, zuString& value);
   // Carries out one run of `symbol` while formatting: writes to `out` and
   // moves `pos` through the value. False when a value character has the
   // wrong class or the run wrote nothing.

@@ -1,8 +1,32 @@
 #include "zu/locale/internal/RnRunTimeStore.h"
 
 #include "zu/locale/internal/RnDataTable.h"
+#include "zu/locale/internal/RnLocaleRegistry.h"
+#include "zu/runtime/internal/zuRememberedSlots.h"
 
 namespace zu::internal {
+
+namespace {
+
+// The calling thread's last answer to threadHasOwnLocales and the slot
+// generation it was found under.
+[[gnu::tls_model("initial-exec")]] thread_local bool tOwnLocalesKnown = false;
+[[gnu::tls_model("initial-exec")]] thread_local bool tHasOwnLocales = false;
+[[gnu::tls_model("initial-exec")]] thread_local uint64_t tOwnLocalesGeneration = 0;
+
+}  // namespace
+
+bool threadHasOwnLocales() {
+  const uint64_t generation = gRememberedSlotGeneration.load(std::memory_order_acquire);
+  if (tOwnLocalesKnown && tOwnLocalesGeneration == generation) return tHasOwnLocales;
+  tHasOwnLocales =
+      RnRunTimeStore::current(false) != nullptr || RnLocaleRegistry::current() != nullptr;
+  // The generation read before the lookups: a change since then is seen at
+  // the next call.
+  tOwnLocalesGeneration = generation;
+  tOwnLocalesKnown = true;
+  return tHasOwnLocales;
+}
 
 RnRunTimeStore* RnRunTimeStore::current(bool create) {
   auto* store = static_cast<RnRunTimeStore*>(

@@ -43,6 +43,12 @@ class RnRunTimeStore : public zuThreadStorage {
   std::vector<Entry> entries_;
 };
 
+// Whether the calling thread has run-time locale data or a registry of
+// locales of its own, either of which can give a locale name other data
+// than the built-in tables. Answered from a per-thread memo while no
+// thread's slot for either has changed since the thread last asked.
+bool threadHasOwnLocales();
+
 // The run-time entry standing for record field `field`, or null for fields
 // that run-time data does not hold (name, combining pattern, alphabet,
 // typefaces).

@@ -4,9 +4,21 @@
 #include <cmath>
 #include <cstring>
 
+#include "zu/core/internal/zuThreadMemo.h"
+
 namespace zu::internal {
 
 namespace {
+
+// The last text this thread read, with what reading it gave.
+struct LastRead {
+  static constexpr size_t kLongest = 48;
+  char text[kLongest];
+  size_t length = 0;
+  bool known = false;
+  bool valid = false;
+  RnDecimal decimal;
+};
 
 // Exponents are saturated here while read; far beyond any double.
 constexpr long long kExponentLimit = 1000000000;
@@ -204,6 +216,22 @@ size_t RnDecimal::writePlain(char* out, size_t capacity) const {
     }
   }
   return static_cast<size_t>(p - out);
+}
+
+bool readRemembered(const char* text, size_t length, RnDecimal& decimal) {
+  if (length > LastRead::kLongest) return decimal.read(text, length);
+  LastRead& last = zuThreadMemo<LastRead>::get();
+  if (!last.known || last.length != length || std::memcmp(last.text, text, length) != 0) {
+    last.known = false;
+    RnDecimal fresh;
+    last.valid = fresh.read(text, length);
+    last.decimal = fresh;
+    std::memcpy(last.text, text, length);
+    last.length = length;
+    last.known = true;
+  }
+  if (last.valid) decimal = last.decimal;
+  return last.valid;
 }
 
 }  // namespace zu::internal

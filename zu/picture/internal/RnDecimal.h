@@ -63,4 +63,9 @@ class RnDecimal {
   int textFraction_ = -1;
 };
 
+// decimal.read(text, length), answered from the calling thread's memo of
+// the last short text it read when `text` is that text again: an RnNum
+// reads its value when it is made and again each time it is formatted.
+bool readRemembered(const char* text, size_t length, RnDecimal& decimal);
+
 }  // namespace zu::internal

@@ -1,5 +1,6 @@
-// Reading numeric pictures item by item, and the small UTF-8 helpers that
-// formatting and parsing share.
+// Reading numeric pictures item by item, the picture read once as RnNum's
+// per-thread memo keeps it, and the small UTF-8 helpers that formatting and
+// parsing share.
 //
 //   NumPictureReader reader(picture, length, false);
 //   NumPictureItem item;
@@ -9,6 +10,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
+
+#include "zu/picture/RnNum.h"
 
 namespace zu::internal {
 
@@ -114,3 +118,22 @@ class TextSink {
 };
 
 }  // namespace zu::internal
+
+// A numeric picture read once, as the thread's memo of pictures keeps it:
+// its items forward for formatting, reversed for parsing, and its analysis.
+struct RnNum::CompiledPicture {
+  bool used = false;
+  // False when the picture is not a valid numeric picture; the analysis is
+  // then as far as it got, as analysing it anew would leave it.
+  bool valid = false;
+  Analysis analysis;
+  std::string text;  // the picture's bytes; `items` point into them
+  std::vector<zu::internal::NumPictureItem> items;
+  // The picture reversed code point by code point, and its items up to the
+  // first fault, if any.
+  std::string reversed;
+  std::vector<zu::internal::NumPictureItem> reversedItems;
+  bool reversedFaulty = false;
+  // The "9" symbols after the radix, which parsing meets first.
+  unsigned fractionNines = 0;
+};
