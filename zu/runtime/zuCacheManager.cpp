@@ -4,7 +4,6 @@
 #include <atomic>
 #include <cstdlib>
 #include <new>
-#include <utility>
 
 #include "zu/runtime/internal/zuRememberedSlots.h"
 #include "zu/runtime/internal/zuThreadId.h"
@@ -79,8 +78,9 @@ zuCacheManager& zuCacheManager::GlobalManager() {
 zuCacheManager::~zuCacheManager() {
   if (tCallingThreadManager == this) tCallingThreadManager = nullptr;
   if (counted_) gManagers.fetch_sub(1, std::memory_order_relaxed);
+  // Deleting a list destroys its wholly free pools, parked or not, and cuts
+  // loose those still in use.
   for (zuMemoryCacheList* list : lists_) delete list;
-  delete parked_;
   for (std::size_t i = 0; i < spareListCount_; ++i) delete spareLists_[i];
   for (ArenaInfo* arena : arenas_) {
     std::free(arena->area);
@@ -90,8 +90,6 @@ zuCacheManager::~zuCacheManager() {
     std::free(arena->area);
     delete arena;
   }
-  // Last: deleting the lists above offers their pools' areas as spares.
-  for (SpareArea& spare : spares_) std::free(spare.memory);
 }
 
 zuCacheManager* zuCacheManager::getCacheManager(unsigned int threadId) {
@@ -180,10 +178,7 @@ zuMemoryCacheList* zuCacheManager::FindOrAddList(unsigned int size, unsigned lon
   const std::ptrdiff_t index = position - lists_.begin();
   reserveOneMore(lists_);
   zuMemoryCacheList* list = nullptr;
-  if (parked_ != nullptr && parked_->BlockSize() == size) {
-    list = std::exchange(parked_, nullptr);
-    list->Reuse(size, blocksPerPool);
-  } else if (spareListCount_ != 0) {
+  if (spareListCount_ != 0) {
     list = spareLists_[--spareListCount_];
     list->Reuse(size, blocksPerPool);
   } else {
@@ -203,28 +198,67 @@ void zuCacheManager::freeMemory(void* block) {
   zuMemoryCache* pool = zuMemoryCache::FromBlock(block);
   if (pool == nullptr) zu::internal::raiseMessage(zuMessageIds::kInvalidArgument);
   pool->Give(block);
-  if (pool->InUse() == 0) ReleasePool(pool);
+  if (pool->InUse() == 0) PoolEmptied(pool);
 }
 
-void zuCacheManager::ReleasePool(zuMemoryCache* pool) {
-  zuMemoryCacheList* list = pool->List();
-  if (list == nullptr) {
+void zuCacheManager::PoolEmptied(zuMemoryCache* pool) {
+  if (pool->List() == nullptr) {
     zuMemoryCache::Destroy(pool);
     return;
   }
   zuCacheManager* manager = pool->Manager();
-  manager->ForgetPool(list, pool);
-  if (list->PoolCount() == 1) {
-    manager->ParkList(list);
+  // The common case: the pool parked last is taken from and emptied again.
+  if (pool == manager->parkedNewest_) return;
+  manager->ParkPool(pool);
+}
+
+void zuCacheManager::ParkPool(zuMemoryCache* pool) {
+  if (pool->AreaBytes() > kParkedBytes) {
+    DropPool(pool);
+    return;
+  }
+  if (pool->parked_) {
+    UnlinkParked(pool);
+  }
+  pool->parked_ = true;
+  pool->parkedOlder_ = parkedNewest_;
+  pool->parkedNewer_ = nullptr;
+  if (parkedNewest_ != nullptr) {
+    parkedNewest_->parkedNewer_ = pool;
   } else {
-    list->Release(pool);
+    parkedOldest_ = pool;
+  }
+  parkedNewest_ = pool;
+  parkedBytes_ += pool->AreaBytes();
+  while (parkedBytes_ > kParkedBytes) {
+    zuMemoryCache* oldest = parkedOldest_;
+    UnlinkParked(oldest);
+    // A pool taken from again since it was parked stays; it parks anew when
+    // it is wholly free again.
+    if (oldest->InUse() == 0) DropPool(oldest);
   }
 }
 
-void zuCacheManager::ParkList(zuMemoryCacheList* list) {
-  UnlinkList(list);
-  if (parked_ != nullptr) RetireList(parked_);
-  parked_ = list;
+void zuCacheManager::UnlinkParked(zuMemoryCache* pool) {
+  (pool->parkedOlder_ != nullptr ? pool->parkedOlder_->parkedNewer_ : parkedOldest_) =
+      pool->parkedNewer_;
+  (pool->parkedNewer_ != nullptr ? pool->parkedNewer_->parkedOlder_ : parkedNewest_) =
+      pool->parkedOlder_;
+  pool->parkedOlder_ = nullptr;
+  pool->parkedNewer_ = nullptr;
+  pool->parked_ = false;
+  parkedBytes_ -= pool->AreaBytes();
+}
+
+void zuCacheManager::DropPool(zuMemoryCache* pool) {
+  zuMemoryCacheList* list = pool->List();
+  ForgetPool(list, pool);
+  if (list->PoolCount() == 1) {
+    UnlinkList(list);
+    RetireList(list);
+  } else {
+    list->Release(pool);
+  }
 }
 
 void zuCacheManager::RetireList(zuMemoryCacheList* list) {
@@ -234,26 +268,6 @@ void zuCacheManager::RetireList(zuMemoryCacheList* list) {
   } else {
     delete list;
   }
-}
-
-void* zuCacheManager::TakeSpareArea(std::size_t& bytes) {
-  for (SpareArea& spare : spares_) {
-    if (spare.memory != nullptr && spare.bytes >= bytes && spare.bytes / 2 <= bytes) {
-      bytes = spare.bytes;
-      return std::exchange(spare.memory, nullptr);
-    }
-  }
-  return nullptr;
-}
-
-bool zuCacheManager::KeepSpareArea(void* area, std::size_t bytes) {
-  for (SpareArea& spare : spares_) {
-    if (spare.memory == nullptr) {
-      spare = SpareArea{area, bytes};
-      return true;
-    }
-  }
-  return false;
 }
 
 void zuCacheManager::ForgetPool(const zuMemoryCacheList* list, const zuMemoryCache* pool) {
