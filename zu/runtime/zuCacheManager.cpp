@@ -20,11 +20,14 @@ std::atomic<int> gCaching{1};
 std::atomic<std::size_t> gManagers{0};
 
 // The calling thread's manager, found without searching the thread table,
-// and the slot generation it was found under (see zuRememberedSlots.h).
-// The manager clears it when it dies on its own thread. Initial-exec keeps
-// the lookup to one load relative to the thread pointer.
+// and the slot generation it was found under (see zuRememberedSlots.h);
+// kNoGeneration, which no generation reaches, while none is remembered, so
+// that a matching generation alone vouches for the manager. The manager
+// clears both when it dies on its own thread. Initial-exec keeps each lookup
+// to one load relative to the thread pointer.
+constexpr uint64_t kNoGeneration = ~uint64_t{0};
 [[gnu::tls_model("initial-exec")]] thread_local zuCacheManager* tCallingThreadManager = nullptr;
-[[gnu::tls_model("initial-exec")]] thread_local uint64_t tCallingThreadGeneration = 0;
+[[gnu::tls_model("initial-exec")]] thread_local uint64_t tCallingThreadGeneration = kNoGeneration;
 
 void* heapAlloc(unsigned int size) {
   void* block = std::malloc(size == 0 ? 1 : size);
@@ -76,7 +79,10 @@ zuCacheManager& zuCacheManager::GlobalManager() {
 }
 
 zuCacheManager::~zuCacheManager() {
-  if (tCallingThreadManager == this) tCallingThreadManager = nullptr;
+  if (tCallingThreadManager == this) {
+    tCallingThreadManager = nullptr;
+    tCallingThreadGeneration = kNoGeneration;
+  }
   if (counted_) gManagers.fetch_sub(1, std::memory_order_relaxed);
   // Deleting a list destroys its wholly free pools, parked or not, and cuts
   // loose those still in use.
@@ -93,9 +99,10 @@ zuCacheManager::~zuCacheManager() {
 }
 
 zuCacheManager* zuCacheManager::getCacheManager(unsigned int threadId) {
-  if (gCaching.load(std::memory_order_relaxed) == 0) return &GlobalManager();
+  // The generation first: one that setCaching raised comes with its switch.
   const uint64_t generation =
       zu::internal::gRememberedSlotGeneration.load(std::memory_order_acquire);
+  if (gCaching.load(std::memory_order_relaxed) == 0) return &GlobalManager();
   zuCacheManager* calling = tCallingThreadManager;
   if (calling != nullptr && tCallingThreadGeneration == generation &&
       (threadId == 0 || threadId == calling->threadId_)) {
@@ -198,7 +205,8 @@ void zuCacheManager::freeMemory(void* block) {
   zuMemoryCache* pool = zuMemoryCache::FromBlock(block);
   if (pool == nullptr) zu::internal::raiseMessage(zuMessageIds::kInvalidArgument);
   pool->Give(block);
-  if (pool->InUse() == 0) PoolEmptied(pool);
+  // A parked pool taken from and emptied again stays where it is.
+  if (pool->InUse() == 0 && !pool->parked_) PoolEmptied(pool);
 }
 
 void zuCacheManager::PoolEmptied(zuMemoryCache* pool) {
@@ -206,19 +214,13 @@ void zuCacheManager::PoolEmptied(zuMemoryCache* pool) {
     zuMemoryCache::Destroy(pool);
     return;
   }
-  zuCacheManager* manager = pool->Manager();
-  // The common case: the pool parked last is taken from and emptied again.
-  if (pool == manager->parkedNewest_) return;
-  manager->ParkPool(pool);
+  pool->Manager()->ParkPool(pool);
 }
 
 void zuCacheManager::ParkPool(zuMemoryCache* pool) {
   if (pool->AreaBytes() > kParkedBytes) {
     DropPool(pool);
     return;
-  }
-  if (pool->parked_) {
-    UnlinkParked(pool);
   }
   pool->parked_ = true;
   pool->parkedOlder_ = parkedNewest_;
@@ -318,6 +320,9 @@ zuCacheManager::ArenaInfo* zuCacheManager::NewArena(unsigned int size, int full)
 
 void zuCacheManager::setCaching(int caching) {
   gCaching.store(caching != 0 ? 1 : 0, std::memory_order_relaxed);
+  // Another manager serves the threads now: the remembered ones are no
+  // longer trusted, which keeps the switch off the allocation fast path.
+  zu::internal::noteRememberedSlotChange();
 }
 
 std::size_t zuCacheManager::ManagerCount() {
@@ -335,17 +340,16 @@ void* zuCacheManager::AllocateForCallingThread(unsigned int size) {
 
 void* zuCacheManager::AllocateForCallingThread(unsigned int size, unsigned int& ownerThreadId) {
   // The common case in a few instructions, without saving registers: the
-  // remembered manager, still valid, has a pool for the size with a block.
-  if (gCaching.load(std::memory_order_relaxed) != 0 && size < kDirectSizes) {
+  // remembered manager, still valid (so caching is on), has a pool for the
+  // size with a block.
+  if (size < kDirectSizes &&
+      tCallingThreadGeneration ==
+          zu::internal::gRememberedSlotGeneration.load(std::memory_order_acquire)) {
     zuCacheManager* calling = tCallingThreadManager;
-    if (calling != nullptr &&
-        tCallingThreadGeneration ==
-            zu::internal::gRememberedSlotGeneration.load(std::memory_order_acquire)) {
-      if (zuMemoryCache* pool = calling->directFront_[size]) {
-        if (void* block = pool->Take()) {
-          ownerThreadId = calling->threadId_;
-          return block;
-        }
+    if (zuMemoryCache* pool = calling->directFront_[size]) {
+      if (void* block = pool->Take()) {
+        ownerThreadId = calling->threadId_;
+        return block;
       }
     }
   }

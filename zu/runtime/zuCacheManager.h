@@ -11,7 +11,7 @@
 // through block sizes, a value formatted, its text dropped, the next one
 // formatted) takes a block from it at once. Parked pools are bounded per
 // thread by kParkedBytes: when parking one more would pass the bound, the
-// pools parked longest ago go back to the heap first, and a pool larger than
+// pools parked longest ago go back to the heap first (those wholly free), and a pool larger than
 // the bound is released at once. A thread that stops asking for blocks thus
 // holds at most kParkedBytes of wholly free pools, and its exit releases
 // everything (a pool whose blocks outlive the thread goes with its last
@@ -133,11 +133,14 @@ class ZU_EXPORT zuCacheManager : public zuThreadStorage {
   // Clears the shortcuts to `pool`, which `list` is about to destroy.
   void ForgetPool(const zuMemoryCacheList* list, const zuMemoryCache* pool);
   zuMemoryCacheList* FindOrAddList(unsigned int size, unsigned long long maxSize);
-  // Parks `pool`, whose last block in use was just freed (or destroys it when
-  // its manager is gone).
+  // Parks `pool`, whose last block in use was just freed and which is not
+  // parked (or destroys it when its manager is gone).
   [[gnu::noinline]] static void PoolEmptied(zuMemoryCache* pool);
   // Makes `pool` the newest parked pool, then releases the oldest wholly
-  // free ones while the parked bytes pass kParkedBytes.
+  // free ones while the parked bytes pass kParkedBytes. A parked pool keeps
+  // its place while it is taken from and emptied again; when its turn to go
+  // comes while it is in use, it leaves the parked pools and parks anew
+  // once wholly free.
   void ParkPool(zuMemoryCache* pool);
   void UnlinkParked(zuMemoryCache* pool);
   // Destroys `pool` (no block in use) and, when it was its list's last one,

@@ -94,6 +94,7 @@ class ZU_EXPORT zuMemoryCache {
   void Orphan() {
     list_ = nullptr;
     manager_ = nullptr;
+    parked_ = false;
   }
 
   zuMemoryCache(const zuMemoryCache&) = delete;
