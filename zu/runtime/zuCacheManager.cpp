@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <atomic>
+#include <bit>
+#include <iterator>
 #include <cstdlib>
 #include <new>
 
@@ -155,7 +157,13 @@ void* zuCacheManager::allocMemoryMin(unsigned int& size, unsigned int maxSize) {
 }
 
 void* zuCacheManager::TakeFromList(unsigned int size, unsigned long long maxSize) {
-  zuMemoryCacheList* list = size < kDirectSizes ? direct_[size] : nullptr;
+  zuMemoryCacheList* list = nullptr;
+  if (size < kDirectSizes) {
+    list = direct_[size];
+  } else {
+    const WideChoice& choice = wide_[std::bit_width(size)];
+    if (choice.size == size && choice.maxSize == maxSize) list = choice.list;
+  }
   if (list == nullptr) list = ChooseList(size, maxSize);
   void* block = list->Take();
   if (size < kDirectSizes) directFront_[size] = list->Front();
@@ -168,6 +176,8 @@ zuMemoryCacheList* zuCacheManager::ChooseList(unsigned int size, unsigned long l
   if (size < kDirectSizes) {
     direct_[size] = list;
     list->NoteDirectSize(size);
+  } else {
+    wide_[std::bit_width(size)] = WideChoice{size, maxSize, list};
   }
   return list;
 }
@@ -193,6 +203,8 @@ zuMemoryCacheList* zuCacheManager::FindOrAddList(unsigned int size, unsigned lon
     if (list == nullptr) zu::internal::raiseOutOfMemory();
   }
   lists_.insert(lists_.begin() + index, list);
+  // A new list may be a better choice for a size remembered before.
+  std::fill(std::begin(wide_), std::end(wide_), WideChoice{});
   return list;
 }
 
@@ -281,6 +293,9 @@ void zuCacheManager::ForgetPool(const zuMemoryCacheList* list, const zuMemoryCac
 
 void zuCacheManager::UnlinkList(zuMemoryCacheList* list) {
   lists_.erase(std::find(lists_.begin(), lists_.end(), list));
+  for (WideChoice& choice : wide_) {
+    if (choice.list == list) choice = WideChoice{};
+  }
   // A list is remembered only for requested sizes up to its block size.
   const std::size_t last = std::min<std::size_t>(list->BlockSize(), kDirectSizes - 1);
   for (std::size_t size = list->LowestDirectSize(); size <= last; ++size) {
@@ -342,18 +357,25 @@ void* zuCacheManager::AllocateForCallingThread(unsigned int size, unsigned int& 
   // The common case in a few instructions, without saving registers: the
   // remembered manager, still valid (so caching is on), has a pool for the
   // size with a block.
-  if (size < kDirectSizes &&
-      tCallingThreadGeneration ==
-          zu::internal::gRememberedSlotGeneration.load(std::memory_order_acquire)) {
+  if (tCallingThreadGeneration ==
+      zu::internal::gRememberedSlotGeneration.load(std::memory_order_acquire)) {
     zuCacheManager* calling = tCallingThreadManager;
-    if (zuMemoryCache* pool = calling->directFront_[size]) {
-      if (void* block = pool->Take()) {
-        ownerThreadId = calling->threadId_;
-        return block;
+    if (size < kDirectSizes) {
+      if (zuMemoryCache* pool = calling->directFront_[size]) {
+        if (void* block = pool->Take()) {
+          ownerThreadId = calling->threadId_;
+          return block;
+        }
       }
     }
+    return calling->TakeForCallingThread(size, ownerThreadId);
   }
   return AllocateSlowly(size, ownerThreadId);
+}
+
+void* zuCacheManager::TakeForCallingThread(unsigned int size, unsigned int& ownerThreadId) {
+  ownerThreadId = threadId_;
+  return TakeFromList(size, 2ull * size);
 }
 
 void* zuCacheManager::AllocateSlowly(unsigned int size, unsigned int& ownerThreadId) {

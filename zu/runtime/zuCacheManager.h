@@ -127,6 +127,9 @@ class ZU_EXPORT zuCacheManager : public zuThreadStorage {
   explicit zuCacheManager(GlobalTag);
   static zuCacheManager& GlobalManager();
   [[gnu::noinline]] static void* AllocateSlowly(unsigned int size, unsigned int& ownerThreadId);
+  // allocMemory for the calling thread's remembered manager, past the
+  // direct pools.
+  [[gnu::noinline]] void* TakeForCallingThread(unsigned int size, unsigned int& ownerThreadId);
   static zuCacheManager* CreateForThread(unsigned int threadId);
   void* TakeFromList(unsigned int size, unsigned long long maxSize);
   zuMemoryCacheList* ChooseList(unsigned int size, unsigned long long maxSize);
@@ -158,6 +161,16 @@ class ZU_EXPORT zuCacheManager : public zuThreadStorage {
   // (its front when last set), so that the common allocation skips the list.
   // Cleared before such a pool is destroyed.
   zuMemoryCache* directFront_[kDirectSizes] = {};
+  // Per bit width of a requested size of kDirectSizes or more, the list last
+  // chosen for a size and maximum: what the search of the lists gives
+  // until a list is added or removed, when it is forgotten. A string
+  // growing through block sizes asks for one size per width.
+  struct WideChoice {
+    unsigned int size = 0;
+    unsigned long long maxSize = 0;
+    zuMemoryCacheList* list = nullptr;
+  };
+  WideChoice wide_[33];
   unsigned int poolBudget_;
   unsigned int threadId_;
   std::vector<ArenaInfo*> arenas_;      // searched, newest last
