@@ -434,8 +434,13 @@ zuString& zuString::AppendText(const char* text) {
   while (i + kWordBytes <= room + kBlockTailBytes && WordFitsPage(text + i)) {
     uint64_t word;
     std::memcpy(&word, text + i, kWordBytes);
+    // The text is at least `length` bytes long (exactly, when the word
+    // holds its end).
     const std::size_t length = i + FirstZeroByte(word);
-    if (length > room) break;
+    if (length > room) {
+      end[0] = '\0';
+      return false;
+    }
     std::memcpy(end + i, &word, kWordBytes);
     if (length < i + kWordBytes) {
       lengthScope_ = lengthScope + static_cast<uint32_t>(length << kLengthShift);
