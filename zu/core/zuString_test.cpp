@@ -127,10 +127,18 @@ TEST(zuStringTest, AppendsMatchStdStringOnRandomInput) {
   for (int round = 0; round < 20000; ++round) {
     std::unique_ptr<zuString> text;
     switch (round % 4) {
-      case 0: text = std::make_unique<zuString>(); break;
-      case 1: text = std::make_unique<zuString>(1, "lit"); break;
-      case 2: text = std::make_unique<zuThreadSafeString>("global"); break;
-      default: text = std::make_unique<zuString>("start"); break;
+      case 0:
+        text = std::make_unique<zuString>();
+        break;
+      case 1:
+        text = std::make_unique<zuString>(1, "lit");
+        break;
+      case 2:
+        text = std::make_unique<zuThreadSafeString>("global");
+        break;
+      default:
+        text = std::make_unique<zuString>("start");
+        break;
     }
     std::string model = str(*text);
     zuString sharer;

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <atomic>
 #include <bit>
-#include <iterator>
 #include <cstdlib>
+#include <iterator>
 #include <new>
 
 #include "zu/runtime/internal/zuRememberedSlots.h"
