@@ -54,8 +54,6 @@ class ZU_EXPORT zuMemoryCache {
     char* block = freeHead_;
     if (block != nullptr) {
       freeHead_ = *reinterpret_cast<char**>(block);
-      // The next Take() reads the new head's link: start fetching it now.
-      __builtin_prefetch(freeHead_);
     } else if (untouched_ < end_) {
       block = untouched_ + kHeaderBytes;
       untouched_ += stride_;
