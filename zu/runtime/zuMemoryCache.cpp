@@ -40,7 +40,9 @@ zuMemoryCache* zuMemoryCache::Create(std::size_t blockSize, std::size_t blockCou
   if (blockCount == 0) blockCount = 1;
   constexpr std::size_t kMax = std::numeric_limits<std::size_t>::max();
   if (blockSize > kMax / 2) zu::internal::raiseOutOfMemory();
-  const std::size_t payload = roundUp(blockSize, kAlignment);
+  // A free block keeps its free-list link in its first word.
+  const std::size_t payload =
+      roundUp(blockSize < sizeof(char*) ? sizeof(char*) : blockSize, kAlignment);
   const std::size_t stride = kHeaderBytes + payload;
   std::size_t blockBytes = 0;
   if (__builtin_mul_overflow(blockCount, stride, &blockBytes) || blockBytes > kMax - kPoolBytes) {

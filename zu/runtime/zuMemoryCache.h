@@ -2,10 +2,9 @@
 // blocks, with a free list. The building brick of zuCacheManager.
 //
 // Every block starts with a pointer-sized header holding the address of its
-// pool, so that a block can be freed knowing nothing but its address (a free
-// block's header links the pool's free list instead, tagged so that it names
-// no pool). The caller's bytes follow the header and are 8-byte aligned
-// (blocks are laid out in steps of 8 from a heap area).
+// pool, so that a block can be freed knowing nothing but its address. The
+// caller's bytes follow the header and are 8-byte aligned (blocks are laid
+// out in steps of 8 from a heap area).
 //
 //   zuMemoryCache* pool = zuMemoryCache::Create(32, 100, nullptr, nullptr);
 //   void* bytes = pool->Take();              // null once all 100 are used
@@ -19,7 +18,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 
 #include "zu/core/zuExport.h"
 
@@ -45,10 +43,9 @@ class ZU_EXPORT zuMemoryCache {
   static std::size_t LiveAreaBytes();
 
   // The pool named in the header of a block handed out by Take(); null when
-  // the header names no pool (the block was already given back).
+  // the header was cleared (the block was already given back).
   static zuMemoryCache* FromBlock(void* block) {
-    const std::uintptr_t header = Header(static_cast<char*>(block));
-    return (header & kFreeTag) == 0 ? reinterpret_cast<zuMemoryCache*>(header) : nullptr;
+    return *reinterpret_cast<zuMemoryCache**>(static_cast<char*>(block) - kHeaderBytes);
   }
 
   // Pops a free block (lowest address first in a fresh pool) and writes
@@ -56,25 +53,24 @@ class ZU_EXPORT zuMemoryCache {
   void* Take() {
     char* block = freeHead_;
     if (block != nullptr) {
-      freeHead_ = reinterpret_cast<char*>(Header(block) - kFreeTag);
+      freeHead_ = *reinterpret_cast<char**>(block);
     } else if (untouched_ < end_) {
       block = untouched_ + kHeaderBytes;
       untouched_ += stride_;
     } else {
       return nullptr;
     }
-    SetHeader(block, reinterpret_cast<std::uintptr_t>(this));
+    *reinterpret_cast<zuMemoryCache**>(block - kHeaderBytes) = this;
     ++inUse_;
     return block;
   }
 
-  // Pushes a block of this pool back on the free list. A free block's
-  // header links the next free block, tagged so that it names no pool:
-  // freeing the block again is detected, and giving it back writes one
-  // word only.
+  // Pushes a block of this pool back on the free list and clears its
+  // header, so that freeing it again is detected.
   void Give(void* block) {
     char* bytes = static_cast<char*>(block);
-    SetHeader(bytes, reinterpret_cast<std::uintptr_t>(freeHead_) | kFreeTag);
+    *reinterpret_cast<zuMemoryCache**>(bytes - kHeaderBytes) = nullptr;
+    *reinterpret_cast<char**>(bytes) = freeHead_;
     freeHead_ = bytes;
     --inUse_;
   }
@@ -106,17 +102,6 @@ class ZU_EXPORT zuMemoryCache {
   // The manager links the pools it parks (zuCacheManager::ParkPool).
   friend class zuCacheManager;
 
-  // The low bit of a free block's header; pools and blocks are 8-aligned.
-  static constexpr std::uintptr_t kFreeTag = 1;
-  static std::uintptr_t Header(const char* block) {
-    std::uintptr_t header;
-    std::memcpy(&header, block - kHeaderBytes, sizeof header);
-    return header;
-  }
-  static void SetHeader(char* block, std::uintptr_t header) {
-    std::memcpy(block - kHeaderBytes, &header, sizeof header);
-  }
-
   zuMemoryCache(std::size_t blockSize, std::size_t blockCount, std::size_t areaBytes,
                 std::size_t stride, char* area, zuMemoryCacheList* list, zuCacheManager* manager);
   ~zuMemoryCache() = default;
@@ -126,7 +111,7 @@ class ZU_EXPORT zuMemoryCache {
   std::size_t areaBytes_;  // the one allocation holding the pool and its blocks
   std::size_t stride_;  // header + block size rounded up to kAlignment
   std::size_t inUse_ = 0;
-  // Blocks given back, most recent first; their headers link the next.
+  // Blocks given back, most recent first; their first word links the next.
   char* freeHead_ = nullptr;
   // Blocks never handed out yet lie in [untouched_, end_), in address
   // order: the free list of a fresh pool, threaded as it is consumed.
