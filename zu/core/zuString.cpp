@@ -407,6 +407,59 @@ void zuString::Append(const char* text, unsigned int length) {
   chars_[oldLength + length] = '\0';
 }
 
+zuString& zuString::AppendText(const char* text) {
+  if (!CopyInPlace(text)) Append(text, static_cast<unsigned int>(std::strlen(text)));
+  return *this;
+}
+
+// Copies the NUL-terminated `text` after the characters, in one pass that
+// also finds its end, when AppendInPlace's conditions hold and the block has
+// room for all of it; false, the string unchanged, otherwise. Long appends
+// so make no call to measure the text first. The text goes eight bytes at a
+// time, as in CopyShortInPlace, while a load stays inside its page and a
+// store inside the block (kBlockTailBytes past the capacity), then byte by
+// byte.
+[[gnu::no_sanitize("address", "thread")]] bool zuString::CopyInPlace(const char* text) {
+  char* const chars = chars_;
+  const uint32_t lengthScope = lengthScope_;
+  if ((lengthScope & kScopeMask) != eOrdinary || chars == nullptr) return false;
+  const std::size_t oldLength = lengthScope >> kLengthShift;
+  if (text >= chars && text <= chars + oldLength) return false;
+  const zuStringData* block = blockOf(chars);
+  if (block->refCount != 1) return false;
+  // The block has room for `room` more characters and the NUL after them.
+  const std::size_t room = block->allocSize - oldLength;
+  char* const end = chars + oldLength;
+  std::size_t i = 0;
+  while (i + kWordBytes <= room + kBlockTailBytes && WordFitsPage(text + i)) {
+    uint64_t word;
+    std::memcpy(&word, text + i, kWordBytes);
+    // The text is at least `length` bytes long (exactly, when the word
+    // holds its end).
+    const std::size_t length = i + FirstZeroByte(word);
+    if (length > room) {
+      end[0] = '\0';
+      return false;
+    }
+    std::memcpy(end + i, &word, kWordBytes);
+    if (length < i + kWordBytes) {
+      lengthScope_ = lengthScope + static_cast<uint32_t>(length << kLengthShift);
+      return true;
+    }
+    i += kWordBytes;
+  }
+  for (; i <= room; ++i) {
+    const char byte = text[i];
+    end[i] = byte;
+    if (byte == '\0') {
+      lengthScope_ = lengthScope + static_cast<uint32_t>(i << kLengthShift);
+      return true;
+    }
+  }
+  end[0] = '\0';
+  return false;
+}
+
 zuString& zuString::operator+=(const zuString& other) {
   if (chars_ == nullptr && !other.IsNull() && !IsGlobal()) return *this = other;
   Append(other.chars_, other.Length());

@@ -151,11 +151,10 @@ class ZU_EXPORT zuString {
   zuString& operator=(const char16_t* utf16);
 
   zuString& operator+=(const zuString& other);
-  // Inline while the string owns its ordinary block alone and has room.
+  // Inline for a text of up to 7 bytes while the string owns its ordinary
+  // block alone and has room.
   zuString& operator+=(const char* text) {
-    if (text != nullptr && !CopyInPlace(text)) {
-      Append(text, static_cast<unsigned int>(std::strlen(text)));
-    }
+    if (text != nullptr && !CopyShortInPlace(text)) AppendText(text);
     return *this;
   }
   // Appends one byte; a 0 byte is ignored. Inline while the string owns its
@@ -168,9 +167,8 @@ class ZU_EXPORT zuString {
     char* const chars = chars_;
     const uint32_t lengthScope = lengthScope_;
     if (byte != '\0' && (lengthScope & kScopeMask) == eOrdinary && chars != nullptr) {
-      const Block* block = Block::fromChars(chars);
       const std::size_t length = lengthScope >> kLengthShift;
-      if (block->refCount == 1 && block->allocSize > length) {
+      if (HasRoomAlone(chars, length + 1)) {
         lengthScope_ = lengthScope + (1u << kLengthShift);
         const uint16_t pair = static_cast<unsigned char>(byte);  // little-endian: byte, NUL
         std::memcpy(chars + length, &pair, 2);
@@ -443,6 +441,24 @@ class ZU_EXPORT zuString {
   static constexpr unsigned int kLengthShift = zu::internal::kStringLengthShift;
 
   static const char kEmptyText[1];
+  // Bytes of a block past its capacity: the NUL and 4 spare.
+  static constexpr std::size_t kBlockTailBytes = 5;
+
+  // True when the ordinary block holding `chars` is not shared and has room
+  // for `needed` characters (and the NUL). The capacity and the count are
+  // adjacent in the header and read as one little-endian word, capacity
+  // low: with a count of 1 the word minus (2^32 + needed) is the spare room,
+  // which is below 2^31 as capacities are at most 2^30; a larger count, or
+  // too little room, leaves it far above.
+  static bool HasRoomAlone(const char* chars, std::size_t needed) {
+    static_assert(offsetof(Block, refCount) == offsetof(Block, allocSize) + 4,
+                  "the capacity and the count are adjacent, capacity first");
+    uint64_t sizeAndCount;
+    std::memcpy(&sizeAndCount,
+                reinterpret_cast<const char*>(Block::fromChars(chars)) + offsetof(Block, allocSize),
+                sizeof sizeAndCount);
+    return sizeAndCount - ((uint64_t{1} << 32) + needed) < (uint64_t{1} << 31);
+  }
 
   void SetLengthBits(unsigned int length) {
     lengthScope_ = (length << kLengthShift) | (lengthScope_ & kScopeMask);
@@ -467,31 +483,51 @@ class ZU_EXPORT zuString {
   static void FreeOrdinaryBlock(char* chars);
   void CopyGlobal(const zuString& other);
   zuString& AssignSlow(const zuString& other);
-  // Copies the NUL-terminated `text` after the characters, in one pass that
-  // also finds its end, when AppendInPlace's conditions hold and the block
-  // has room for all of it; false, the string unchanged, otherwise. Short
-  // appends so make no call to measure the text first.
-  bool CopyInPlace(const char* text) {
+  // Appends the NUL-terminated `text` when it is at most 7 bytes long, the
+  // string ordinary and the block its own with room for 7 more characters;
+  // false, the string unchanged, otherwise. The text may lie in the block
+  // itself: it is read whole before anything is stored.
+  // The text is read as one 8-byte word when that stays inside its memory
+  // page, and stored whole when the block has room for 7 more characters
+  // (the eighth byte goes where the NUL goes): the bytes loaded past the
+  // text's NUL, which the page holds, land past the new NUL. The sanitizers
+  // are told to let that reading through.
+  [[gnu::no_sanitize("address", "thread")]] bool CopyShortInPlace(const char* text) {
     char* const chars = chars_;
     const uint32_t lengthScope = lengthScope_;
     if ((lengthScope & kScopeMask) != eOrdinary || chars == nullptr) return false;
-    const Block* block = Block::fromChars(chars);
     const std::size_t oldLength = lengthScope >> kLengthShift;
-    if (block->refCount != 1 || (text >= chars && text <= chars + oldLength)) return false;
-    // The block has room for `room` more characters and the NUL after them.
-    const std::size_t room = block->allocSize - oldLength;
-    char* const end = chars + oldLength;
-    for (std::size_t i = 0; i <= room; ++i) {
-      const char byte = text[i];
-      end[i] = byte;
-      if (byte == '\0') {
-        lengthScope_ = lengthScope + static_cast<uint32_t>(i << kLengthShift);
-        return true;
-      }
-    }
-    end[0] = '\0';
-    return false;
+    if (!HasRoomAlone(chars, oldLength + kWordBytes - 1) || !WordFitsPage(text)) return false;
+    // Hidden from the optimiser, which would otherwise see the load pass
+    // the end of a literal text.
+    asm("" : "+r"(text));
+    uint64_t word;
+    std::memcpy(&word, text, kWordBytes);
+    const unsigned int length = FirstZeroByte(word);
+    if (length == kWordBytes) return false;
+    std::memcpy(chars + oldLength, &word, kWordBytes);
+    lengthScope_ = lengthScope + (length << kLengthShift);
+    return true;
   }
+  static constexpr std::size_t kWordBytes = sizeof(uint64_t);
+  // True when the 8 bytes from `bytes` lie in one memory page (of 4 KiB,
+  // the smallest there is).
+  static bool WordFitsPage(const char* bytes) {
+    constexpr std::uintptr_t kPage = 4096;
+    return (reinterpret_cast<std::uintptr_t>(bytes) & (kPage - 1)) <= kPage - kWordBytes;
+  }
+  // The index of the first zero byte of `word` in memory order (8: none).
+  // The lowest flagged byte is the first zero one: borrows only flag bytes
+  // above a zero byte.
+  static unsigned int FirstZeroByte(uint64_t word) {
+    constexpr uint64_t kOnes = 0x0101010101010101u;
+    const uint64_t zeros = (word - kOnes) & ~word & (kOnes << 7);
+    return static_cast<unsigned int>(std::countr_zero(zeros)) >> 3;
+  }
+  // operator+=(const char*) when CopyShortInPlace does not do: a longer
+  // text copied in place eight bytes at a time while it fits, else Append.
+  zuString& AppendText(const char* text);
+  bool CopyInPlace(const char* text);
   zuString& AppendByte(char byte);
   int OwnsBlock() const;
   int IsPrivateBlock() const;

@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <atomic>
+#include <bit>
 #include <cstdlib>
+#include <iterator>
 #include <new>
-#include <utility>
 
 #include "zu/runtime/internal/zuRememberedSlots.h"
 #include "zu/runtime/internal/zuThreadId.h"
@@ -21,11 +22,14 @@ std::atomic<int> gCaching{1};
 std::atomic<std::size_t> gManagers{0};
 
 // The calling thread's manager, found without searching the thread table,
-// and the slot generation it was found under (see zuRememberedSlots.h).
-// The manager clears it when it dies on its own thread. Initial-exec keeps
-// the lookup to one load relative to the thread pointer.
+// and the slot generation it was found under (see zuRememberedSlots.h);
+// kNoGeneration, which no generation reaches, while none is remembered, so
+// that a matching generation alone vouches for the manager. The manager
+// clears both when it dies on its own thread. Initial-exec keeps each lookup
+// to one load relative to the thread pointer.
+constexpr uint64_t kNoGeneration = ~uint64_t{0};
 [[gnu::tls_model("initial-exec")]] thread_local zuCacheManager* tCallingThreadManager = nullptr;
-[[gnu::tls_model("initial-exec")]] thread_local uint64_t tCallingThreadGeneration = 0;
+[[gnu::tls_model("initial-exec")]] thread_local uint64_t tCallingThreadGeneration = kNoGeneration;
 
 void* heapAlloc(unsigned int size) {
   void* block = std::malloc(size == 0 ? 1 : size);
@@ -77,10 +81,14 @@ zuCacheManager& zuCacheManager::GlobalManager() {
 }
 
 zuCacheManager::~zuCacheManager() {
-  if (tCallingThreadManager == this) tCallingThreadManager = nullptr;
+  if (tCallingThreadManager == this) {
+    tCallingThreadManager = nullptr;
+    tCallingThreadGeneration = kNoGeneration;
+  }
   if (counted_) gManagers.fetch_sub(1, std::memory_order_relaxed);
+  // Deleting a list destroys its wholly free pools, parked or not, and cuts
+  // loose those still in use.
   for (zuMemoryCacheList* list : lists_) delete list;
-  delete parked_;
   for (std::size_t i = 0; i < spareListCount_; ++i) delete spareLists_[i];
   for (ArenaInfo* arena : arenas_) {
     std::free(arena->area);
@@ -90,14 +98,13 @@ zuCacheManager::~zuCacheManager() {
     std::free(arena->area);
     delete arena;
   }
-  // Last: deleting the lists above offers their pools' areas as spares.
-  for (SpareArea& spare : spares_) std::free(spare.memory);
 }
 
 zuCacheManager* zuCacheManager::getCacheManager(unsigned int threadId) {
-  if (gCaching.load(std::memory_order_relaxed) == 0) return &GlobalManager();
+  // The generation first: one that setCaching raised comes with its switch.
   const uint64_t generation =
       zu::internal::gRememberedSlotGeneration.load(std::memory_order_acquire);
+  if (gCaching.load(std::memory_order_relaxed) == 0) return &GlobalManager();
   zuCacheManager* calling = tCallingThreadManager;
   if (calling != nullptr && tCallingThreadGeneration == generation &&
       (threadId == 0 || threadId == calling->threadId_)) {
@@ -150,7 +157,13 @@ void* zuCacheManager::allocMemoryMin(unsigned int& size, unsigned int maxSize) {
 }
 
 void* zuCacheManager::TakeFromList(unsigned int size, unsigned long long maxSize) {
-  zuMemoryCacheList* list = size < kDirectSizes ? direct_[size] : nullptr;
+  zuMemoryCacheList* list = nullptr;
+  if (size < kDirectSizes) {
+    list = direct_[size];
+  } else {
+    const WideChoice& choice = wide_[std::bit_width(size)];
+    if (choice.size == size && choice.maxSize == maxSize) list = choice.list;
+  }
   if (list == nullptr) list = ChooseList(size, maxSize);
   void* block = list->Take();
   if (size < kDirectSizes) directFront_[size] = list->Front();
@@ -163,6 +176,8 @@ zuMemoryCacheList* zuCacheManager::ChooseList(unsigned int size, unsigned long l
   if (size < kDirectSizes) {
     direct_[size] = list;
     list->NoteDirectSize(size);
+  } else {
+    wide_[std::bit_width(size)] = WideChoice{size, maxSize, list};
   }
   return list;
 }
@@ -180,10 +195,7 @@ zuMemoryCacheList* zuCacheManager::FindOrAddList(unsigned int size, unsigned lon
   const std::ptrdiff_t index = position - lists_.begin();
   reserveOneMore(lists_);
   zuMemoryCacheList* list = nullptr;
-  if (parked_ != nullptr && parked_->BlockSize() == size) {
-    list = std::exchange(parked_, nullptr);
-    list->Reuse(size, blocksPerPool);
-  } else if (spareListCount_ != 0) {
+  if (spareListCount_ != 0) {
     list = spareLists_[--spareListCount_];
     list->Reuse(size, blocksPerPool);
   } else {
@@ -191,6 +203,8 @@ zuMemoryCacheList* zuCacheManager::FindOrAddList(unsigned int size, unsigned lon
     if (list == nullptr) zu::internal::raiseOutOfMemory();
   }
   lists_.insert(lists_.begin() + index, list);
+  // A new list may be a better choice for a size remembered before.
+  std::fill(std::begin(wide_), std::end(wide_), WideChoice{});
   return list;
 }
 
@@ -203,28 +217,62 @@ void zuCacheManager::freeMemory(void* block) {
   zuMemoryCache* pool = zuMemoryCache::FromBlock(block);
   if (pool == nullptr) zu::internal::raiseMessage(zuMessageIds::kInvalidArgument);
   pool->Give(block);
-  if (pool->InUse() == 0) ReleasePool(pool);
+  // A parked pool taken from and emptied again stays where it is.
+  if (pool->InUse() == 0 && !pool->parked_) PoolEmptied(pool);
 }
 
-void zuCacheManager::ReleasePool(zuMemoryCache* pool) {
-  zuMemoryCacheList* list = pool->List();
-  if (list == nullptr) {
+void zuCacheManager::PoolEmptied(zuMemoryCache* pool) {
+  if (pool->List() == nullptr) {
     zuMemoryCache::Destroy(pool);
     return;
   }
-  zuCacheManager* manager = pool->Manager();
-  manager->ForgetPool(list, pool);
-  if (list->PoolCount() == 1) {
-    manager->ParkList(list);
+  pool->Manager()->ParkPool(pool);
+}
+
+void zuCacheManager::ParkPool(zuMemoryCache* pool) {
+  if (pool->AreaBytes() > kParkedBytes) {
+    DropPool(pool);
+    return;
+  }
+  pool->parked_ = true;
+  pool->parkedOlder_ = parkedNewest_;
+  pool->parkedNewer_ = nullptr;
+  if (parkedNewest_ != nullptr) {
+    parkedNewest_->parkedNewer_ = pool;
   } else {
-    list->Release(pool);
+    parkedOldest_ = pool;
+  }
+  parkedNewest_ = pool;
+  parkedBytes_ += pool->AreaBytes();
+  while (parkedBytes_ > kParkedBytes) {
+    zuMemoryCache* oldest = parkedOldest_;
+    UnlinkParked(oldest);
+    // A pool taken from again since it was parked stays; it parks anew when
+    // it is wholly free again.
+    if (oldest->InUse() == 0) DropPool(oldest);
   }
 }
 
-void zuCacheManager::ParkList(zuMemoryCacheList* list) {
-  UnlinkList(list);
-  if (parked_ != nullptr) RetireList(parked_);
-  parked_ = list;
+void zuCacheManager::UnlinkParked(zuMemoryCache* pool) {
+  (pool->parkedOlder_ != nullptr ? pool->parkedOlder_->parkedNewer_ : parkedOldest_) =
+      pool->parkedNewer_;
+  (pool->parkedNewer_ != nullptr ? pool->parkedNewer_->parkedOlder_ : parkedNewest_) =
+      pool->parkedOlder_;
+  pool->parkedOlder_ = nullptr;
+  pool->parkedNewer_ = nullptr;
+  pool->parked_ = false;
+  parkedBytes_ -= pool->AreaBytes();
+}
+
+void zuCacheManager::DropPool(zuMemoryCache* pool) {
+  zuMemoryCacheList* list = pool->List();
+  ForgetPool(list, pool);
+  if (list->PoolCount() == 1) {
+    UnlinkList(list);
+    RetireList(list);
+  } else {
+    list->Release(pool);
+  }
 }
 
 void zuCacheManager::RetireList(zuMemoryCacheList* list) {
@@ -236,26 +284,6 @@ void zuCacheManager::RetireList(zuMemoryCacheList* list) {
   }
 }
 
-void* zuCacheManager::TakeSpareArea(std::size_t& bytes) {
-  for (SpareArea& spare : spares_) {
-    if (spare.memory != nullptr && spare.bytes >= bytes && spare.bytes / 2 <= bytes) {
-      bytes = spare.bytes;
-      return std::exchange(spare.memory, nullptr);
-    }
-  }
-  return nullptr;
-}
-
-bool zuCacheManager::KeepSpareArea(void* area, std::size_t bytes) {
-  for (SpareArea& spare : spares_) {
-    if (spare.memory == nullptr) {
-      spare = SpareArea{area, bytes};
-      return true;
-    }
-  }
-  return false;
-}
-
 void zuCacheManager::ForgetPool(const zuMemoryCacheList* list, const zuMemoryCache* pool) {
   const std::size_t last = std::min<std::size_t>(list->BlockSize(), kDirectSizes - 1);
   for (std::size_t size = list->LowestDirectSize(); size <= last; ++size) {
@@ -265,6 +293,9 @@ void zuCacheManager::ForgetPool(const zuMemoryCacheList* list, const zuMemoryCac
 
 void zuCacheManager::UnlinkList(zuMemoryCacheList* list) {
   lists_.erase(std::find(lists_.begin(), lists_.end(), list));
+  for (WideChoice& choice : wide_) {
+    if (choice.list == list) choice = WideChoice{};
+  }
   // A list is remembered only for requested sizes up to its block size.
   const std::size_t last = std::min<std::size_t>(list->BlockSize(), kDirectSizes - 1);
   for (std::size_t size = list->LowestDirectSize(); size <= last; ++size) {
@@ -304,6 +335,9 @@ zuCacheManager::ArenaInfo* zuCacheManager::NewArena(unsigned int size, int full)
 
 void zuCacheManager::setCaching(int caching) {
   gCaching.store(caching != 0 ? 1 : 0, std::memory_order_relaxed);
+  // Another manager serves the threads now: the remembered ones are no
+  // longer trusted, which keeps the switch off the allocation fast path.
+  zu::internal::noteRememberedSlotChange();
 }
 
 std::size_t zuCacheManager::ManagerCount() {
@@ -321,12 +355,12 @@ void* zuCacheManager::AllocateForCallingThread(unsigned int size) {
 
 void* zuCacheManager::AllocateForCallingThread(unsigned int size, unsigned int& ownerThreadId) {
   // The common case in a few instructions, without saving registers: the
-  // remembered manager, still valid, has a pool for the size with a block.
-  if (gCaching.load(std::memory_order_relaxed) != 0 && size < kDirectSizes) {
+  // remembered manager, still valid (so caching is on), has a pool for the
+  // size with a block.
+  if (tCallingThreadGeneration ==
+      zu::internal::gRememberedSlotGeneration.load(std::memory_order_acquire)) {
     zuCacheManager* calling = tCallingThreadManager;
-    if (calling != nullptr &&
-        tCallingThreadGeneration ==
-            zu::internal::gRememberedSlotGeneration.load(std::memory_order_acquire)) {
+    if (size < kDirectSizes) {
       if (zuMemoryCache* pool = calling->directFront_[size]) {
         if (void* block = pool->Take()) {
           ownerThreadId = calling->threadId_;
@@ -334,8 +368,14 @@ void* zuCacheManager::AllocateForCallingThread(unsigned int size, unsigned int& 
         }
       }
     }
+    return calling->TakeForCallingThread(size, ownerThreadId);
   }
   return AllocateSlowly(size, ownerThreadId);
+}
+
+void* zuCacheManager::TakeForCallingThread(unsigned int size, unsigned int& ownerThreadId) {
+  ownerThreadId = threadId_;
+  return TakeFromList(size, 2ull * size);
 }
 
 void* zuCacheManager::AllocateSlowly(unsigned int size, unsigned int& ownerThreadId) {

@@ -4,17 +4,18 @@
 // returning a block is a pointer pop and push without a lock. A block
 // remembers its pool in a pointer-sized header in front of the caller's
 // bytes, so it is freed by address alone. The caller's bytes are 8-byte
-// aligned. Pools hold about 50,000 bytes of blocks and are released as soon
-// as they are wholly free, and a list without pools leaves the manager. Two
-// things are held back from the heap: the areas of the last three released
-// pools, as spares for the pools made next (a string or an object list
-// growing through block sizes does not make the heap grow and shrink at
-// every step: a list's growth has its old array, its new one and the list
-// parked before in flight at once), and the last
-// list whose only pool became wholly free, parked outside the manager's
-// lists with that pool, which the next request for its block size takes
-// back as it stands (a value formatted, its text dropped, the next value
-// formatted). Everything else goes back to the heap at once.
+// aligned. Pools hold about 50,000 bytes of blocks.
+//
+// A pool that becomes wholly free is parked, not released: it stays in its
+// list, so that the next request for its block size (a string growing
+// through block sizes, a value formatted, its text dropped, the next one
+// formatted) takes a block from it at once. Parked pools are bounded per
+// thread by kParkedBytes: when parking one more would pass the bound, the
+// pools parked longest ago go back to the heap first (those wholly free), and a pool larger than
+// the bound is released at once. A thread that stops asking for blocks thus
+// holds at most kParkedBytes of wholly free pools, and its exit releases
+// everything (a pool whose blocks outlive the thread goes with its last
+// block). A list whose last pool is released leaves the manager.
 //
 //   void* bytes = zuCacheManager_alloc(40);    // the calling thread's cache
 //   zuCacheManager_free(bytes);                // by the same thread
@@ -49,6 +50,9 @@ class ZU_EXPORT zuCacheManager : public zuThreadStorage {
   static constexpr unsigned int kArenaBytes = 16000;
   // An arena with less room than this is no longer searched.
   static constexpr unsigned int kArenaSlack = 200;
+  // The most bytes of wholly free pools a manager keeps (pool areas counted
+  // whole): 1 MiB.
+  static constexpr std::size_t kParkedBytes = std::size_t{1} << 20;
 
   // A raw area from which memory is cut in steps of 8 bytes and never given
   // back singly; it lives as long as its manager.
@@ -115,13 +119,6 @@ class ZU_EXPORT zuCacheManager : public zuThreadStorage {
   // owner need it.
   static void* AllocateForCallingThread(unsigned int size, unsigned int& ownerThreadId);
 
-  // For zuMemoryCache: a spare area of at least `bytes` (and not more than
-  // twice as many), `bytes` then set to its size; or null. And the offer of
-  // a released pool's area, false when the manager keeps no more spares (the
-  // caller frees it).
-  void* TakeSpareArea(std::size_t& bytes);
-  bool KeepSpareArea(void* area, std::size_t bytes);
-
  private:
   friend struct zu::internal::CacheManagerPeer;
 
@@ -130,18 +127,30 @@ class ZU_EXPORT zuCacheManager : public zuThreadStorage {
   explicit zuCacheManager(GlobalTag);
   static zuCacheManager& GlobalManager();
   [[gnu::noinline]] static void* AllocateSlowly(unsigned int size, unsigned int& ownerThreadId);
+  // allocMemory for the calling thread's remembered manager, past the
+  // direct pools.
+  [[gnu::noinline]] void* TakeForCallingThread(unsigned int size, unsigned int& ownerThreadId);
   static zuCacheManager* CreateForThread(unsigned int threadId);
   void* TakeFromList(unsigned int size, unsigned long long maxSize);
   zuMemoryCacheList* ChooseList(unsigned int size, unsigned long long maxSize);
   // Clears the shortcuts to `pool`, which `list` is about to destroy.
   void ForgetPool(const zuMemoryCacheList* list, const zuMemoryCache* pool);
   zuMemoryCacheList* FindOrAddList(unsigned int size, unsigned long long maxSize);
-  static void ReleasePool(zuMemoryCache* pool);
+  // Parks `pool`, whose last block in use was just freed and which is not
+  // parked (or destroys it when its manager is gone).
+  [[gnu::noinline]] static void PoolEmptied(zuMemoryCache* pool);
+  // Makes `pool` the newest parked pool, then releases the oldest wholly
+  // free ones while the parked bytes pass kParkedBytes. A parked pool keeps
+  // its place while it is taken from and emptied again; when its turn to go
+  // comes while it is in use, it leaves the parked pools and parks anew
+  // once wholly free.
+  void ParkPool(zuMemoryCache* pool);
+  void UnlinkParked(zuMemoryCache* pool);
+  // Destroys `pool` (no block in use) and, when it was its list's last one,
+  // the list.
+  void DropPool(zuMemoryCache* pool);
   // Takes a list out of the manager's lists and direct table.
   void UnlinkList(zuMemoryCacheList* list);
-  // Unlinks `list`, whose one pool has just become wholly free, keeping the
-  // pool; the list parked before it is retired.
-  void ParkList(zuMemoryCacheList* list);
   // Destroys the pools of an unlinked list and keeps it as a spare.
   void RetireList(zuMemoryCacheList* list);
   ArenaInfo* NewArena(unsigned int size, int full);
@@ -152,24 +161,31 @@ class ZU_EXPORT zuCacheManager : public zuThreadStorage {
   // (its front when last set), so that the common allocation skips the list.
   // Cleared before such a pool is destroyed.
   zuMemoryCache* directFront_[kDirectSizes] = {};
+  // Per bit width of a requested size of kDirectSizes or more, the list last
+  // chosen for a size and maximum: what the search of the lists gives
+  // until a list is added or removed, when it is forgotten. A string
+  // growing through block sizes asks for one size per width.
+  struct WideChoice {
+    unsigned int size = 0;
+    unsigned long long maxSize = 0;
+    zuMemoryCacheList* list = nullptr;
+  };
+  WideChoice wide_[33];
   unsigned int poolBudget_;
   unsigned int threadId_;
   std::vector<ArenaInfo*> arenas_;      // searched, newest last
   std::vector<ArenaInfo*> fullArenas_;  // dropped or dedicated, kept until the end
   bool counted_ = true;                 // in ManagerCount()
 
-  struct SpareArea {
-    void* memory = nullptr;
-    std::size_t bytes = 0;
-  };
-  static constexpr int kSpareAreas = 3;
-  SpareArea spares_[kSpareAreas];
-  // Removed lists kept for reuse, for the same reason as the spare areas.
+  // Pools parked since they became wholly free, oldest first (some may have
+  // been taken from again since), and the sum of their areas.
+  zuMemoryCache* parkedOldest_ = nullptr;
+  zuMemoryCache* parkedNewest_ = nullptr;
+  std::size_t parkedBytes_ = 0;
+  // Removed lists kept for reuse, so that sizes coming and going do not
+  // allocate list objects at every step.
   static constexpr std::size_t kSpareLists = 4;
   zuMemoryCacheList* spareLists_[kSpareLists] = {};
-  // The list last emptied, unlinked but still holding its wholly free pool,
-  // which a next request for its block size takes back as it stands.
-  zuMemoryCacheList* parked_ = nullptr;
   std::size_t spareListCount_ = 0;
 };
 

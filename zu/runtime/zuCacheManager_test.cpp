@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <random>
 #include <vector>
 
 #include "zu/core/zuException.h"
@@ -21,6 +22,10 @@ using Peer = zu::internal::CacheManagerPeer;
 // policy test below depends on what the budget comes to in blocks.
 constexpr unsigned int kListCapacity = 10;
 constexpr unsigned int kPoolBudget = 50000;
+
+// A budget whose pools of 200-byte blocks are larger than the parking bound,
+// so that they go back to the heap as soon as they are wholly free.
+constexpr unsigned int kUnparkedBudget = 1100000;
 
 std::vector<std::size_t> blockSizes(const zuCacheManager& cache) {
   std::vector<std::size_t> sizes;
@@ -108,11 +113,28 @@ TEST(zuCacheManagerTest, ChoosesListWithinSizeAndTwiceSize) {
   EXPECT_EQ(reinterpret_cast<std::uintptr_t>(block) % zuMemoryCache::kAlignment, 0u);
 }
 
+// The bytes of the pools in `cache` that have no block in use, and of all.
+struct PoolBytes {
+  std::size_t whollyFree = 0;
+  std::size_t all = 0;
+};
+PoolBytes poolBytes(const zuCacheManager& cache) {
+  PoolBytes bytes;
+  for (std::size_t index = 0; index < Peer::listCount(cache); ++index) {
+    const zuMemoryCacheList* list = Peer::list(cache, index);
+    for (std::size_t pool = 0; pool < list->PoolCount(); ++pool) {
+      bytes.all += list->Pool(pool)->AreaBytes();
+      if (list->Pool(pool)->InUse() == 0) bytes.whollyFree += list->Pool(pool)->AreaBytes();
+    }
+  }
+  return bytes;
+}
+
 // Sizes 200 and 150 share the list of 200-byte blocks. Size 150 last saw
 // the first pool; 200 fills it and moves on to a second. When the first
 // pool is released, size 150 must not be served from it.
 TEST(zuCacheManagerTest, SizesSharingAListFollowItsPools) {
-  zuCacheManager cache(kListCapacity, kPoolBudget);
+  zuCacheManager cache(kListCapacity, kUnparkedBudget);
   void* front = cache.allocMemory(200);
   std::vector<void*> first(Peer::list(cache, 0)->PoolBlockCount());
   first[0] = front;
@@ -135,23 +157,53 @@ TEST(zuCacheManagerTest, SizesSharingAListFollowItsPools) {
   EXPECT_EQ(Peer::listCount(cache), 0u);
 }
 
-// A list whose only pool empties leaves the manager at once; taking its
-// block size again brings it back, and another list emptied retires it.
-TEST(zuCacheManagerTest, EmptiedListLeavesAndComesBack) {
+// A wholly free pool is parked in its list and serves its size again; the
+// pools parked longest ago go once the bound is passed, taking their lists
+// (and the direct-table entries of the sizes they served) along, and a pool
+// larger than the bound is released at once.
+TEST(zuCacheManagerTest, WhollyFreePoolsAreParkedWithinTheBound) {
   zuCacheManager cache(kListCapacity, kPoolBudget);
-  const struct {
-    unsigned int size;
-    std::vector<std::size_t> listsWhileHeld;
-  } steps[] = {{64, {64}}, {64, {64}}, {100, {100}}, {64, {64}}, {100, {100}}};
-  for (const auto& step : steps) {
-    SCOPED_TRACE(step.size);
-    void* block = cache.allocMemory(step.size);
-    std::memset(block, 0x5A, step.size);
-    EXPECT_EQ(blockSizes(cache), step.listsWhileHeld);
-    EXPECT_EQ(Peer::list(cache, 0)->PoolCount(), 1u);
-    zuCacheManager::freeMemory(block);
-    EXPECT_EQ(Peer::listCount(cache), 0u);
+  void* block = cache.allocMemory(100);
+  const zuMemoryCache* pool = zuMemoryCache::FromBlock(block);
+  zuCacheManager::freeMemory(block);
+  block = cache.allocMemory(60);  // 100 lies within [60, 120]
+  EXPECT_EQ(zuMemoryCache::FromBlock(block), pool);
+  zuCacheManager::freeMemory(block);
+  EXPECT_EQ(blockSizes(cache), std::vector<std::size_t>{100});
+
+  // Pools of about 50 KB each: 21 of them pass 1 MiB.
+  std::vector<std::size_t> sizes;
+  for (unsigned int size = 1000; size < 1000 + 30 * 8; size += 8) {
+    zuCacheManager::freeMemory(cache.allocMemory(size));
+    sizes.push_back(size);
+    const PoolBytes bytes = poolBytes(cache);
+    ASSERT_EQ(bytes.whollyFree, bytes.all);
+    ASSERT_LE(bytes.all, zuCacheManager::kParkedBytes);
   }
+  // The oldest went first; the newest are all still there.
+  const std::vector<std::size_t> kept = blockSizes(cache);
+  ASSERT_LT(kept.size(), sizes.size());
+  EXPECT_TRUE(std::equal(kept.begin(), kept.end(), sizes.end() - kept.size()));
+  block = cache.allocMemory(60);
+  EXPECT_EQ(zuMemoryCache::FromBlock(block)->BlockSize(), 60u);
+  zuCacheManager::freeMemory(block);
+
+  // A pool taken from again is not released when its turn comes while in
+  // use; it parks anew once wholly free.
+  void* held = cache.allocMemory(static_cast<unsigned int>(sizes.back()));
+  for (unsigned int size = 2000; size < 2000 + 30 * 8; size += 8) {
+    zuCacheManager::freeMemory(cache.allocMemory(size));
+  }
+  const std::vector<std::size_t> after = blockSizes(cache);
+  EXPECT_EQ(std::count_if(after.begin(), after.end(), [](std::size_t size) { return size < 2000; }),
+            1);
+  EXPECT_TRUE(std::binary_search(after.begin(), after.end(), sizes.back()));
+  zuCacheManager::freeMemory(held);
+  EXPECT_LE(poolBytes(cache).whollyFree, zuCacheManager::kParkedBytes);
+
+  const std::size_t before = Peer::listCount(cache);
+  zuCacheManager::freeMemory(cache.allocMemory(zuCacheManager::kParkedBytes));
+  EXPECT_EQ(Peer::listCount(cache), before);
 }
 
 TEST(zuCacheManagerTest, PoolsFillInAddressOrderAndReleaseWhenWhollyFree) {
@@ -181,25 +233,81 @@ TEST(zuCacheManagerTest, PoolsFillInAddressOrderAndReleaseWhenWhollyFree) {
   EXPECT_EQ(zuMemoryCache::FromBlock(first[7]), firstPool);
   EXPECT_EQ(list->Pool(0), firstPool);
 
-  // Freeing the last block in use of a pool releases it.
+  // Freeing the last block in use of a pool parks it in its list.
   for (void* block : second) zuCacheManager::freeMemory(block);
-  EXPECT_EQ(list->PoolCount(), 1u);
-  EXPECT_EQ(list->Pool(0), firstPool);
-
-  // The last pool of a list goes with its list.
+  EXPECT_EQ(list->PoolCount(), 2u);
+  EXPECT_EQ(secondPool->InUse(), 0u);
   for (void* block : first) zuCacheManager::freeMemory(block);
-  EXPECT_EQ(Peer::listCount(cache), 0u);
+  EXPECT_EQ(poolBytes(cache).whollyFree, poolBytes(cache).all);
+}
 
-  // ... and so do the direct-table entries of the small sizes it served.
-  void* hundred = cache.allocMemory(100);
-  void* sixty = cache.allocMemory(60);  // 100 lies within [60, 120]
-  EXPECT_EQ(blockSizes(cache), std::vector<std::size_t>{100});
-  zuCacheManager::freeMemory(hundred);
-  zuCacheManager::freeMemory(sixty);
-  EXPECT_EQ(Peer::listCount(cache), 0u);
-  sixty = cache.allocMemory(60);
-  EXPECT_EQ(zuMemoryCache::FromBlock(sixty)->BlockSize(), 60u);
-  zuCacheManager::freeMemory(sixty);
+// Random traffic against a plain model: each request gets the block size
+// the list rule picks from the lists there before it (the exact size, else
+// the smallest within [size, maxSize], else a new list of exactly the size),
+// sizes below 256 keeping their first choice while its list lives;
+// no block overlaps another; wholly free pools never pass the bound; and the
+// process-wide count of pool bytes follows the pools.
+TEST(zuCacheManagerTest, RandomTrafficFollowsTheListRuleAndTheBound) {
+  struct Live {
+    unsigned char* bytes;
+    unsigned int size;
+    unsigned char fill;
+  };
+  const std::size_t areaBytesBefore = zuMemoryCache::LiveAreaBytes();
+  std::mt19937 random(23);
+  std::vector<Live> live;
+  // Per requested size below 256, the block size first chosen for it.
+  std::size_t remembered[zuCacheManager::kDirectSizes] = {};
+  int mistakes = 0;
+  {
+    zuCacheManager cache(kListCapacity, kPoolBudget);
+    for (int step = 0; step < 1000000; ++step) {
+      // Live blocks drift between none and a few hundred.
+      const std::size_t target = (step / 20000) % 2 == 0 ? 300 : 0;
+      if (live.empty() || (live.size() < target && random() % 4 != 0) ||
+          (live.size() >= target && random() % 4 == 0)) {
+        const unsigned int size = random() % 8 == 0 ? random() % 3000 : random() % 300;
+        const unsigned int maxSize = random() % 4 == 0 ? size + random() % (size + 1) : 0;
+        const unsigned long long widest = maxSize != 0 ? maxSize : 2ull * size;
+        std::size_t expected = size != 0 ? size : 1;
+        const std::vector<std::size_t> lists = blockSizes(cache);
+        const auto fit = std::lower_bound(lists.begin(), lists.end(), expected);
+        if (fit != lists.end() && *fit <= std::max(widest, 1ull)) expected = *fit;
+        if (size < zuCacheManager::kDirectSizes) {
+          if (remembered[size] == 0) remembered[size] = expected;
+          expected = remembered[size];
+        }
+        unsigned int got = size;
+        auto* bytes = static_cast<unsigned char*>(cache.allocMemoryMin(got, maxSize));
+        mistakes += got != expected;
+        const auto fill = static_cast<unsigned char>(step);
+        std::memset(bytes, fill, got);
+        live.push_back(Live{bytes, got, fill});
+      } else {
+        const std::size_t index = random() % live.size();
+        const Live block = live[index];
+        live[index] = live.back();
+        live.pop_back();
+        mistakes += std::count(block.bytes, block.bytes + block.size, block.fill) != block.size;
+        const std::size_t listsBefore = Peer::listCount(cache);
+        zuCacheManager::freeMemory(block.bytes);
+        if (Peer::listCount(cache) != listsBefore) {
+          const std::vector<std::size_t> lists = blockSizes(cache);
+          for (std::size_t& choice : remembered) {
+            if (!std::binary_search(lists.begin(), lists.end(), choice)) choice = 0;
+          }
+        }
+        mistakes += poolBytes(cache).whollyFree > zuCacheManager::kParkedBytes;
+      }
+      if (step % 1000 == 0) {
+        mistakes += zuMemoryCache::LiveAreaBytes() - areaBytesBefore != poolBytes(cache).all;
+      }
+    }
+    for (const Live& block : live) zuCacheManager::freeMemory(block.bytes);
+    EXPECT_LE(poolBytes(cache).all, zuCacheManager::kParkedBytes);
+  }
+  EXPECT_EQ(mistakes, 0);
+  EXPECT_EQ(zuMemoryCache::LiveAreaBytes(), areaBytesBefore);
 }
 
 TEST(zuCacheManagerTest, FreeingABlockWithoutPoolThrows) {

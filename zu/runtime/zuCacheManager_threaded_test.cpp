@@ -93,6 +93,41 @@ TEST(zuCacheManagerThreadedTest, ThreadsUseTheirOwnCachesAndReleaseThemAtExit) {
   EXPECT_EQ(zuCacheManager::ManagerCount(), managersBefore);
 }
 
+// Threads that take and free blocks of many sizes (far more pools than the
+// bound) and then stop asking keep at most the bound each; their exit
+// returns everything.
+TEST(zuCacheManagerThreadedTest, IdleThreadsKeepTheBoundAndExitReturnsAll) {
+  constexpr int kIdleThreads = 4;
+  const std::size_t bytesBefore = zuMemoryCache::LiveAreaBytes();
+  std::latch idle(kIdleThreads + 1);
+  std::latch leave(kIdleThreads + 1);
+  std::atomic<std::size_t> largestHeld{0};
+  std::vector<std::thread> threads;
+  for (int index = 0; index < kIdleThreads; ++index) {
+    threads.emplace_back([&] {
+      std::vector<void*> blocks;
+      for (unsigned int size = 16; size < 4000; size += 24) {
+        for (int count = 0; count < 40; ++count) blocks.push_back(zuCacheManager_alloc(size));
+      }
+      const std::size_t held = zuMemoryCache::LiveAreaBytes();
+      std::size_t seen = largestHeld.load();
+      while (held > seen && !largestHeld.compare_exchange_weak(seen, held)) {
+      }
+      for (void* block : blocks) zuCacheManager_free(block);
+      idle.arrive_and_wait();
+      leave.arrive_and_wait();
+    });
+  }
+  idle.arrive_and_wait();
+  const std::size_t idleBytes = zuMemoryCache::LiveAreaBytes() - bytesBefore;
+  leave.arrive_and_wait();
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_GT(largestHeld.load() - bytesBefore, kIdleThreads * zuCacheManager::kParkedBytes);
+  EXPECT_GT(idleBytes, 0u);
+  EXPECT_LE(idleBytes, kIdleThreads * zuCacheManager::kParkedBytes);
+  EXPECT_EQ(zuMemoryCache::LiveAreaBytes(), bytesBefore);
+}
+
 // Another thread destroys a waiting thread's manager; the waiting thread
 // must then get a new one instead of the one it remembered.
 TEST(zuCacheManagerThreadedTest, ManagerResetByAnotherThreadIsNotReused) {

@@ -1,10 +1,10 @@
 #include "zu/runtime/zuMemoryCache.h"
 
+#include <atomic>
 #include <cstdlib>
 #include <limits>
 #include <new>
 
-#include "zu/runtime/zuCacheManager.h"
 #include "zu/runtime/internal/zuRaise.h"
 
 namespace {
@@ -15,6 +15,10 @@ constexpr std::size_t roundUp(std::size_t value, std::size_t step) {
 
 // The pool object sits at the start of its own area; the blocks follow.
 constexpr std::size_t kPoolBytes = roundUp(sizeof(zuMemoryCache), 16);
+
+// Pools are made and released seldom (wholly free ones are parked first), so
+// one process-wide count costs nothing on the paths that take blocks.
+std::atomic<std::size_t> gLiveAreaBytes{0};
 
 }  // namespace
 
@@ -44,18 +48,20 @@ zuMemoryCache* zuMemoryCache::Create(std::size_t blockSize, std::size_t blockCou
   if (__builtin_mul_overflow(blockCount, stride, &blockBytes) || blockBytes > kMax - kPoolBytes) {
     zu::internal::raiseOutOfMemory();
   }
-  std::size_t areaBytes = kPoolBytes + blockBytes;
-  void* memory =
-      manager != nullptr ? manager->TakeSpareArea(areaBytes) : nullptr;  // may raise areaBytes
-  if (memory == nullptr) memory = std::malloc(areaBytes);
+  const std::size_t areaBytes = kPoolBytes + blockBytes;
+  void* memory = std::malloc(areaBytes);
   if (memory == nullptr) zu::internal::raiseOutOfMemory();
+  gLiveAreaBytes.fetch_add(areaBytes, std::memory_order_relaxed);
   char* area = static_cast<char*>(memory) + kPoolBytes;
   return new (memory) zuMemoryCache(blockSize, blockCount, areaBytes, stride, area, list, manager);
 }
 
 void zuMemoryCache::Destroy(zuMemoryCache* pool) {
-  zuCacheManager* manager = pool->manager_;
-  const std::size_t areaBytes = pool->areaBytes_;
+  gLiveAreaBytes.fetch_sub(pool->areaBytes_, std::memory_order_relaxed);
   pool->~zuMemoryCache();
-  if (manager == nullptr || !manager->KeepSpareArea(pool, areaBytes)) std::free(pool);
+  std::free(pool);
+}
+
+std::size_t zuMemoryCache::LiveAreaBytes() {
+  return gLiveAreaBytes.load(std::memory_order_relaxed);
 }

@@ -11,8 +11,9 @@
 //   zuMemoryCache::FromBlock(bytes)->Give(bytes);
 //   zuMemoryCache::Destroy(pool);
 //
-// Pools are normally made and released by zuCacheManager only. A pool is
-// used by one thread and takes no lock.
+// Pools are normally made and released by zuCacheManager only, which also
+// parks wholly free pools for reuse (see zuCacheManager.h). A pool is used by
+// one thread and takes no lock.
 #pragma once
 
 #include <cstddef>
@@ -31,14 +32,15 @@ class ZU_EXPORT zuMemoryCache {
   static constexpr std::size_t kAlignment = 8;
 
   // A pool of `blockCount` blocks (at least 1) of `blockSize` bytes each
-  // (0 counts as 1), owned by `list` of `manager`. One allocation holds the
-  // pool and all its blocks: a spare area of the manager when one fits, else
-  // a new one from the heap. Throws zuExMemory.
+  // (0 counts as 1), owned by `list` of `manager`. One heap allocation holds
+  // the pool and all its blocks. Throws zuExMemory.
   static zuMemoryCache* Create(std::size_t blockSize, std::size_t blockCount,
                                zuMemoryCacheList* list, zuCacheManager* manager);
-  // Frees the pool and its blocks, in use or not; the manager may keep the
-  // area as a spare for its next pool.
+  // Frees the pool and its blocks, in use or not.
   static void Destroy(zuMemoryCache* pool);
+  // Bytes of pool areas alive in the whole process (every manager's pools,
+  // parked or not, and pools cut loose from a dead manager). Any thread.
+  static std::size_t LiveAreaBytes();
 
   // The pool named in the header of a block handed out by Take(); null when
   // the header was cleared (the block was already given back).
@@ -52,8 +54,6 @@ class ZU_EXPORT zuMemoryCache {
     char* block = freeHead_;
     if (block != nullptr) {
       freeHead_ = *reinterpret_cast<char**>(block);
-      // The next Take() reads the new head's link: start fetching it now.
-      __builtin_prefetch(freeHead_);
     } else if (untouched_ < end_) {
       block = untouched_ + kHeaderBytes;
       untouched_ += stride_;
@@ -79,6 +79,8 @@ class ZU_EXPORT zuMemoryCache {
   std::size_t BlockSize() const { return blockSize_; }
   std::size_t BlockCount() const { return blockCount_; }
   std::size_t InUse() const { return inUse_; }
+  // Bytes of the one allocation holding the pool and its blocks.
+  std::size_t AreaBytes() const { return areaBytes_; }
   zuMemoryCacheList* List() const { return list_; }
   zuCacheManager* Manager() const { return manager_; }
 
@@ -90,12 +92,16 @@ class ZU_EXPORT zuMemoryCache {
   void Orphan() {
     list_ = nullptr;
     manager_ = nullptr;
+    parked_ = false;
   }
 
   zuMemoryCache(const zuMemoryCache&) = delete;
   zuMemoryCache& operator=(const zuMemoryCache&) = delete;
 
  private:
+  // The manager links the pools it parks (zuCacheManager::ParkPool).
+  friend class zuCacheManager;
+
   zuMemoryCache(std::size_t blockSize, std::size_t blockCount, std::size_t areaBytes,
                 std::size_t stride, char* area, zuMemoryCacheList* list, zuCacheManager* manager);
   ~zuMemoryCache() = default;
@@ -114,4 +120,8 @@ class ZU_EXPORT zuMemoryCache {
   zuMemoryCacheList* list_;
   zuCacheManager* manager_;
   std::size_t listIndex_ = 0;
+  // The manager's chain of parked pools, oldest first; parked_ while in it.
+  zuMemoryCache* parkedOlder_ = nullptr;
+  zuMemoryCache* parkedNewer_ = nullptr;
+  bool parked_ = false;
 };

@@ -2,8 +2,8 @@
 //
 // The pool that last had room is kept in front, so that taking a block is
 // usually one pop from the front pool. When every pool is full a new pool
-// is made and put in front; a pool that becomes wholly free is released at
-// once, and the list's last pool takes its place.
+// is made and put in front. The manager decides when a wholly free pool is
+// released (zuCacheManager.h); the list's last pool then takes its place.
 //
 //   zuMemoryCacheList list(40, 1250, manager);
 //   void* bytes = list.Take();               // 40 usable bytes
@@ -39,8 +39,7 @@ class ZU_EXPORT zuMemoryCacheList {
     return TakeFromAnotherPool();
   }
 
-  // Makes an unlinked list serve a block size as if new: with no pools, or
-  // with the wholly free pool it was parked with (same block size).
+  // Makes an unlinked list without pools serve a block size as if new.
   void Reuse(std::size_t blockSize, std::size_t poolBlockCount) {
     blockSize_ = blockSize;
     poolBlockCount_ = poolBlockCount;

@@ -7,8 +7,9 @@
 // knowledge that the slot is empty, so that a hot path need not search the
 // thread table. The slot can change under
 // it: setThreadStorage may put another object there and resetThreadStorage
-// may destroy the object, also from another thread while the owner waits.
-// Each such change raises this count, and a remembered pointer is trusted
+// may destroy the object, also from another thread while the owner waits,
+// and switching the block cache on or off changes which manager serves a
+// thread. Each such change raises this count, and a remembered pointer is trusted
 // only while the count is the one it was taken under.
 #pragma once
 
