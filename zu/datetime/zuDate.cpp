@@ -17,7 +17,6 @@
 #include "zu/datetime/internal/zuClock.h"
 #include "zu/datetime/internal/zuDateFormats.h"
 #include "zu/datetime/internal/zuDateLocale.h"
-#include "zu/datetime/internal/zuResultPools.h"
 #include "zu/locale/RnLocale.h"
 #include "zu/locale/internal/RnRunTimeStore.h"
 #include "zu/picture/RnDate.h"
@@ -731,7 +730,6 @@ zuString zuDate::Format(zuDateFmt fmt) const {
     digits.Number(static_cast<long>(date_));
     return digits;
   }
-  zu::internal::keepResultPools();
   char text[kDigitsBytes];
   const unsigned int length = FormatDigits(fmt, text);
   if (length != kNotDigits) return zuString::FromBytes(text, length);

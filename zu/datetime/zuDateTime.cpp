@@ -6,7 +6,6 @@
 #include "zu/core/zuException.h"
 #include "zu/core/zuMessageIds.h"
 #include "zu/datetime/internal/zuClock.h"
-#include "zu/datetime/internal/zuResultPools.h"
 
 namespace {
 
@@ -122,7 +121,6 @@ zuString zuDateTime::Format(zuDate::zuDateFmt dateFmt, zuTime::zuTimeFmt timeFmt
   const unsigned int dateLength = date.FormatDigits(dateFmt, dateDigits);
   const unsigned int timeLength = time.FormatDigits(timeFmt, timeDigits);
   if (dateLength != zuDate::kNotDigits && timeLength != zuTime::kNotDigits) {
-    zu::internal::keepResultPools();
     char text[zuDate::kDigitsBytes + 1 + zuTime::kDigitsBytes];
     const char* first = timeFirst != 0 ? timeDigits : dateDigits;
     const unsigned int firstLength = timeFirst != 0 ? timeLength : dateLength;

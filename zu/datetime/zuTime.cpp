@@ -11,7 +11,6 @@
 #include "zu/core/zuMessageIds.h"
 #include "zu/datetime/internal/zuClock.h"
 #include "zu/datetime/internal/zuDateFormats.h"
-#include "zu/datetime/internal/zuResultPools.h"
 
 using zu::internal::kTimeForms;
 
@@ -265,7 +264,6 @@ zuString zuTime::Format(zuTimeFmt fmt) const {
     digits.Number(static_cast<long>(time_));
     return digits;
   }
-  zu::internal::keepResultPools();
   const zu::internal::TimeFormRow& form = kTimeForms[fmt];
   // The numbers and, when it is short, the marker.
   char text[kDigitsBytes + kShortMarker];
