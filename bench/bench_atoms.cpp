@@ -18,13 +18,13 @@
 namespace {
 
 std::vector<std::string> makeNames(size_t count) {
-  static const char* const kStems[] = {"font",   "border", "margin",  "fill",   "caption",
-                                       "para",   "value",  "items",   "bind",   "event",
-                                       "script", "edge",   "corner",  "draw",   "field",
+  static const char* const kStems[] = {"font",    "border",    "margin",    "fill",   "caption",
+                                       "para",    "value",     "items",     "bind",   "event",
+                                       "script",  "edge",      "corner",    "draw",   "field",
                                        "subform", "exclGroup", "traversal", "assist", "keep"};
-  static const char* const kLeaves[] = {"thickness", "typeface", "size",   "weight", "presence",
-                                        "hAlign",    "vAlign",   "colSpan", "ref",   "match",
-                                        "access",    "layout",   "name",   "use",    "usehref"};
+  static const char* const kLeaves[] = {"thickness", "typeface", "size",    "weight", "presence",
+                                        "hAlign",    "vAlign",   "colSpan", "ref",    "match",
+                                        "access",    "layout",   "name",    "use",    "usehref"};
   std::mt19937 random(12345);
   std::vector<std::string> names;
   std::unordered_set<std::string> seen;
@@ -86,8 +86,7 @@ constexpr size_t kTypicalCount = 1000;
 constexpr size_t kLargeCount = 20000;
 
 BENCHMARK_CAPTURE(lookUpOurs, typical, kTypicalCount)->Name("AtomLookup/ours");
-BENCHMARK_CAPTURE(lookUpUnorderedSet, typical, kTypicalCount)
-    ->Name("AtomLookup/std_unordered_set");
+BENCHMARK_CAPTURE(lookUpUnorderedSet, typical, kTypicalCount)->Name("AtomLookup/std_unordered_set");
 BENCHMARK_CAPTURE(lookUpOurs, large, kLargeCount)->Name("AtomLookupLarge/ours");
 BENCHMARK_CAPTURE(lookUpUnorderedSet, large, kLargeCount)
     ->Name("AtomLookupLarge/std_unordered_set");

@@ -31,7 +31,9 @@ std::unique_ptr<icu::SimpleDateFormat> newIcuFormat() {
   return format;
 }
 
-UDate icuDate(int day) { return (day - kUnixEpochDay) * kMillisPerDay; }
+UDate icuDate(int day) {
+  return (day - kUnixEpochDay) * kMillisPerDay;
+}
 
 void ourFormat(benchmark::State& state) {
   const zuString picture(kPicture);
@@ -79,7 +81,8 @@ void ourParse(benchmark::State& state) {
   const zuString picture(kPicture);
   const zuString locale("fr_FR");
   std::vector<zuString> texts;
-  for (int day = 0; day < kDays; ++day) texts.push_back(RnDate(kFirstDay + day, "fr_FR").format(picture));
+  for (int day = 0; day < kDays; ++day)
+    texts.push_back(RnDate(kFirstDay + day, "fr_FR").format(picture));
   int step = 0;
   for (auto _ : state) {
     RnDate date(texts[step], picture, locale);

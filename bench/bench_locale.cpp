@@ -42,10 +42,18 @@ void resolveIcu(benchmark::State& state, const char* const (&names)[N]) {
   }
 }
 
-void ResolveCanonicalOurs(benchmark::State& state) { resolveOurs(state, kCanonical); }
-void ResolveCanonicalIcu(benchmark::State& state) { resolveIcu(state, kCanonical); }
-void ResolveMixedOurs(benchmark::State& state) { resolveOurs(state, kMixed); }
-void ResolveMixedIcu(benchmark::State& state) { resolveIcu(state, kMixed); }
+void ResolveCanonicalOurs(benchmark::State& state) {
+  resolveOurs(state, kCanonical);
+}
+void ResolveCanonicalIcu(benchmark::State& state) {
+  resolveIcu(state, kCanonical);
+}
+void ResolveMixedOurs(benchmark::State& state) {
+  resolveOurs(state, kMixed);
+}
+void ResolveMixedIcu(benchmark::State& state) {
+  resolveIcu(state, kMixed);
+}
 
 BENCHMARK(ResolveCanonicalOurs)->Name("ResolveCanonical/ours");
 BENCHMARK(ResolveCanonicalIcu)->Name("ResolveCanonical/icu");

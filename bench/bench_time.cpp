@@ -23,7 +23,9 @@ const zuLiteral kPicture("h:MM:SS A");
 const char kIcuPattern[] = "h:mm:ss a";
 
 // Times spread over the day, morning and afternoon.
-int timeOfDay(int index) { return (index * 1349117 + 3600000) % RnTime::MILLISPERDAY; }
+int timeOfDay(int index) {
+  return (index * 1349117 + 3600000) % RnTime::MILLISPERDAY;
+}
 
 std::unique_ptr<icu::SimpleDateFormat> icuFormatter() {
   UErrorCode status = U_ZERO_ERROR;
@@ -76,7 +78,8 @@ void icuFormatNew(benchmark::State& state) {
 
 void ourParse(benchmark::State& state) {
   std::vector<zuString> texts;
-  for (int i = 0; i < kTimes; ++i) texts.push_back(RnTime(timeOfDay(i) + 1, "en_US").format(kPicture));
+  for (int i = 0; i < kTimes; ++i)
+    texts.push_back(RnTime(timeOfDay(i) + 1, "en_US").format(kPicture));
   const zuString locale("en_US");
   int index = 0;
   for (auto _ : state) {

@@ -15,12 +15,12 @@
 namespace {
 
 const char* const kLocales[] = {"en_US", "ja_JP", "ko_KR", "zh_CN", "zh_TW", "ar_SA", "ar",
-                                "de_DE", "fr_FR", "hi_IN", "th_TH", "en_CA", "xx", ""};
+                                "de_DE", "fr_FR", "hi_IN", "th_TH", "en_CA", "xx",    ""};
 
 void checkReadings(const RnTime& time) {
   if (!time.isValid()) return;
-  if (time.getHour() < 0 || time.getHour() > 23 || time.getMinute() > 59 ||
-      time.getSecond() > 59 || time.getMilliSecond() > 999) {
+  if (time.getHour() < 0 || time.getHour() > 23 || time.getMinute() > 59 || time.getSecond() > 59 ||
+      time.getMilliSecond() > 999) {
     __builtin_trap();
   }
 }
@@ -37,10 +37,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const size_t pictureLength = strnlen(rest, restSize);
   const std::string picture(rest, pictureLength);
   const std::string text =
-      pictureLength < restSize ? std::string(rest + pictureLength + 1,
-                                             strnlen(rest + pictureLength + 1,
-                                                     restSize - pictureLength - 1))
-                               : std::string();
+      pictureLength < restSize
+          ? std::string(rest + pictureLength + 1,
+                        strnlen(rest + pictureLength + 1, restSize - pictureLength - 1))
+          : std::string();
 
   RnTime time(millis, locale);
   time += millis;

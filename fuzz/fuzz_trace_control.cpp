@@ -23,7 +23,9 @@ namespace {
 
 using zu::internal::TraceControlLine;
 
-bool isCSpace(char byte) { return byte != '\0' && std::strchr(" \t\n\v\f\r", byte) != nullptr; }
+bool isCSpace(char byte) {
+  return byte != '\0' && std::strchr(" \t\n\v\f\r", byte) != nullptr;
+}
 
 void checkName(const std::string& name) {
   if (name.empty() || name.size() > zu::internal::kTraceControlLineMax) __builtin_trap();

@@ -10,12 +10,10 @@
 #include "zu/core/zuString.h"
 #include "zu/core/zuThreadSafeString.h"
 
-
 // Unicode encodings
 #include "zu/core/zuUCS2.h"
 #include "zu/core/zuUCS4.h"
 #include "zu/core/zuUnicode.h"
-
 
 // Exceptions and message formatting
 #include "zu/core/zuExAssert.h"
@@ -24,17 +22,15 @@
 #include "zu/core/zuExResourceFailure.h"
 #include "zu/core/zuExVersionMismatch.h"
 #include "zu/core/zuException.h"
-#include "zu/core/zuMessageIds.h"
 #include "zu/core/zuFormat.h"
 #include "zu/core/zuFormatPos.h"
+#include "zu/core/zuMessageIds.h"
 #include "zu/core/zuNewHandler.h"
-
 
 // Trace and timing
 #include "zu/runtime/zuTrace.h"
 #include "zu/runtime/zuTraceHandler.h"
 #include "zu/runtime/zuTraceHandlerTLS.h"
-
 
 // Threads, synchronisation and thread-local storage
 #include "zu/runtime/zuEvent.h"
@@ -50,22 +46,19 @@
 #include "zu/runtime/zuThreadLocalStorage.h"
 #include "zu/runtime/zuTlsAnchor.h"
 
-
 // Block cache and atoms
-#include "zu/runtime/zuCacheManager.h"
-#include "zu/runtime/zuMemoryCache.h"
-#include "zu/runtime/zuMemoryCacheList.h"
 #include "zu/core/zuAtomInitializer.h"
 #include "zu/core/zuAtomStore.h"
 #include "zu/core/zuAtomTable.h"
 #include "zu/core/zuAtom_str.h"
 #include "zu/core/zuStringLookup.h"
-
+#include "zu/runtime/zuCacheManager.h"
+#include "zu/runtime/zuMemoryCache.h"
+#include "zu/runtime/zuMemoryCacheList.h"
 
 // Character-set converters
 #include "zu/core/zuCharConverter.h"
 #include "zu/core/zuGxCharConverter.h"
-
 
 // Message catalogues and start-up
 #include "zu/core/zuPosixResourceLoader.h"
@@ -73,14 +66,11 @@
 #include "zu/core/zuUtilityInit.h"
 #include "zu/core/zuVersionChecker.h"
 
-
 // Locale identity and resolution
 #include "zu/locale/RnLocale.h"
 
-
 // Locale data
 #include "zu/locale/RnData.h"
-
 
 // Numeric helpers and numeric pictures
 #include "zu/picture/RnNum.h"
@@ -90,38 +80,31 @@
 // Text pictures
 #include "zu/picture/RnText.h"
 
-
 // Calendar converters
 #include "zu/picture/GregorianCalendarConvertor.h"
 #include "zu/picture/HijriCalendarConvertor.h"
 #include "zu/picture/ICalendarConverter.h"
 #include "zu/picture/zuCalendarConverters.h"
 
-
 // Date pictures
 #include "zu/picture/RnDate.h"
 #include "zu/picture/RnEraTables.h"
 
-
 // Time pictures
 #include "zu/picture/RnTime.h"
-
 
 // ISO 8601 values
 #include "zu/datetime/ISODate.h"
 #include "zu/datetime/ISODateTime.h"
 #include "zu/datetime/ISOTime.h"
 
-
 // Dates, times and date-times as values
 #include "zu/datetime/zuDate.h"
 #include "zu/datetime/zuDateTime.h"
 #include "zu/datetime/zuTime.h"
 
-
 // Picture-clause dispatcher
 #include "zu/picture/zuPicture.h"
-
 
 // Memory streams, stream transformers and Base64
 #include "zu/stream/zuBase64.h"
@@ -142,10 +125,8 @@
 #include "zu/measure/zuRect.h"
 #include "zu/measure/zuUnitSpan.h"
 
-
 // Containers
 #include "zu/core/zuStorage.h"
-
 
 // Objects and lists
 #include "zu/core/zuObj.h"

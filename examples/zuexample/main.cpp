@@ -14,7 +14,9 @@ void print(const char* label, const zuString& value) {
 
 void showStrings() {
   std::printf("Strings\n");
-  zuString greeting("Gr\xC3\xBC\xC3\x9F" "e, \xE4\xB8\x96\xE7\x95\x8C");
+  zuString greeting(
+      "Gr\xC3\xBC\xC3\x9F"
+      "e, \xE4\xB8\x96\xE7\x95\x8C");
   zuString copy = greeting;
   print("text", greeting);
   std::printf("  %-34s %u bytes, %u code points\n", "length", greeting.Length(),
@@ -26,8 +28,8 @@ void showStrings() {
   upper.ToUpper(0, upper.Length());
   print("ToUpper (ASCII only)", upper);
   zuString markup("Fish & <chips> \"to go\"");
-  print("toXML, attribute in quotes", markup.toXML(zuXMLAttributeDQuote, zuString::EmptyString(),
-                                                   0, 0, zuString::EmptyString()));
+  print("toXML, attribute in quotes",
+        markup.toXML(zuXMLAttributeDQuote, zuString::EmptyString(), 0, 0, zuString::EmptyString()));
   zuString number;
   number.Number(3.14159, 2, 0);
   print("Number(3.14159, 2 decimals)", number);
@@ -42,7 +44,8 @@ void showFormatting() {
   sequential << zuString("caf\xC3\xA9") << 4 << 255;
   print("zuFormat", sequential.GetString());
   zuFormatPos numbered("%2 before %1");
-  numbered << "first" << "second";
+  numbered << "first"
+           << "second";
   print("zuFormatPos (reordered)", numbered.GetString());
 }
 
@@ -57,9 +60,12 @@ void showExceptions() {
   }
   try {
     zuString text;
-    text = "\xFF\xFE" "A";
+    text =
+        "\xFF\xFE"
+        "A";
   } catch (const zuExFull& error) {
-    std::printf("  %-34s id %u\n", "UTF-16 text given as bytes", static_cast<unsigned>(error.FirstResId()));
+    std::printf("  %-34s id %u\n", "UTF-16 text given as bytes",
+                static_cast<unsigned>(error.FirstResId()));
   }
 }
 

@@ -7,14 +7,14 @@
 // "en_US" and "ar" then take the library's fixed values. Every record other
 // than "root" finally keeps only the fields that differ from what its parent
 // resolves to (parent: the name cut at its last "_", then "root").
+#include <unicode/datefmt.h>
 #include <unicode/dcfmtsym.h>
 #include <unicode/decimfmt.h>
-#include <unicode/datefmt.h>
 #include <unicode/dtfmtsym.h>
 #include <unicode/dtptngen.h>
-#include <unicode/smpdtfmt.h>
 #include <unicode/locid.h>
 #include <unicode/numfmt.h>
+#include <unicode/smpdtfmt.h>
 #include <unicode/ucurr.h>
 #include <unicode/uloc.h>
 #include <unicode/unistr.h>
@@ -38,24 +38,34 @@ using Record = std::array<std::optional<std::string>, kFields>;
 
 // The records of the table, in byte order.
 const char* const kNames[] = {
-    "ar", "ar_AE", "ar_BH", "ar_DZ", "ar_EG", "ar_IQ", "ar_JO", "ar_KW", "ar_LB", "ar_LY", "ar_MA",
-    "ar_OM", "ar_QA", "ar_SA", "ar_SD", "ar_SY", "ar_TN", "ar_YE", "az", "az_Cyrl", "az_Cyrl_AZ",
-    "az_Latn", "az_Latn_AZ", "be", "be_BY", "bg", "bg_BG", "bs", "bs_BA", "c", "ca", "ca_ES", "cs",
-    "cs_CZ", "da", "da_DK", "de", "de_AT", "de_BE", "de_CH", "de_DE", "de_LI", "de_LU", "el",
-    "el_GR", "en", "en_AU", "en_BE", "en_CA", "en_GB", "en_GB_EURO", "en_HK", "en_IE", "en_IN",
-    "en_IN_RUPEE", "en_NZ", "en_PH", "en_SG", "en_US", "en_US_POSIX", "en_VI", "en_ZA", "es",
-    "es_AR", "es_BO", "es_CL", "es_CO", "es_CR", "es_DO", "es_EC", "es_ES", "es_GT", "es_HN",
-    "es_MX", "es_NI", "es_PA", "es_PE", "es_PR", "es_PY", "es_SV", "es_US", "es_UY", "es_VE", "et",
-    "et_EE", "eu", "eu_ES", "fa", "fa_IR", "fi", "fi_FI", "fr", "fr_BE", "fr_CA", "fr_CH", "fr_FR",
-    "fr_LU", "he", "he_IL", "hi", "hi_IN", "hr", "hr_HR", "hu", "hu_HU", "hy", "hy_AM", "id",
-    "id_ID", "is", "is_IS", "it", "it_CH", "it_IT", "ja", "ja_JP", "kk", "kk_KZ", "km", "km_KH",
-    "ko", "ko_KR", "ko_KR_HANI", "lo", "lo_LA", "lt", "lt_LT", "lv", "lv_LV", "mk", "mk_MK", "ms",
-    "ms_MY", "nb", "nb_NO", "nl", "nl_BE", "nl_NL", "nn", "nn_NO", "no", "no_NO", "no_NO_NY", "pl",
-    "pl_PL", "pt", "pt_BR", "pt_PT", "ro", "ro_RO", "root", "ru", "ru_RU", "ru_UA", "sh", "sh_BA",
-    "sh_CS", "sh_HR", "sk", "sk_SK", "sl", "sl_SI", "sq", "sq_AL", "sr", "sr_CS", "sr_Cyrl",
-    "sr_Cyrl_CS", "sr_Latn", "sr_Latn_CS", "sv", "sv_FI", "sv_SE", "th", "th_TH", "th_TH_TH", "tl",
-    "tl_PH", "tr", "tr_TR", "tr_TR_LIRA", "uk", "uk_UA", "vi", "vi_VN", "zh", "zh_CN", "zh_HK",
-    "zh_SG", "zh_TW"};
+    "ar",       "ar_AE",      "ar_BH",    "ar_DZ",       "ar_EG", "ar_IQ",       "ar_JO",
+    "ar_KW",    "ar_LB",      "ar_LY",    "ar_MA",       "ar_OM", "ar_QA",       "ar_SA",
+    "ar_SD",    "ar_SY",      "ar_TN",    "ar_YE",       "az",    "az_Cyrl",     "az_Cyrl_AZ",
+    "az_Latn",  "az_Latn_AZ", "be",       "be_BY",       "bg",    "bg_BG",       "bs",
+    "bs_BA",    "c",          "ca",       "ca_ES",       "cs",    "cs_CZ",       "da",
+    "da_DK",    "de",         "de_AT",    "de_BE",       "de_CH", "de_DE",       "de_LI",
+    "de_LU",    "el",         "el_GR",    "en",          "en_AU", "en_BE",       "en_CA",
+    "en_GB",    "en_GB_EURO", "en_HK",    "en_IE",       "en_IN", "en_IN_RUPEE", "en_NZ",
+    "en_PH",    "en_SG",      "en_US",    "en_US_POSIX", "en_VI", "en_ZA",       "es",
+    "es_AR",    "es_BO",      "es_CL",    "es_CO",       "es_CR", "es_DO",       "es_EC",
+    "es_ES",    "es_GT",      "es_HN",    "es_MX",       "es_NI", "es_PA",       "es_PE",
+    "es_PR",    "es_PY",      "es_SV",    "es_US",       "es_UY", "es_VE",       "et",
+    "et_EE",    "eu",         "eu_ES",    "fa",          "fa_IR", "fi",          "fi_FI",
+    "fr",       "fr_BE",      "fr_CA",    "fr_CH",       "fr_FR", "fr_LU",       "he",
+    "he_IL",    "hi",         "hi_IN",    "hr",          "hr_HR", "hu",          "hu_HU",
+    "hy",       "hy_AM",      "id",       "id_ID",       "is",    "is_IS",       "it",
+    "it_CH",    "it_IT",      "ja",       "ja_JP",       "kk",    "kk_KZ",       "km",
+    "km_KH",    "ko",         "ko_KR",    "ko_KR_HANI",  "lo",    "lo_LA",       "lt",
+    "lt_LT",    "lv",         "lv_LV",    "mk",          "mk_MK", "ms",          "ms_MY",
+    "nb",       "nb_NO",      "nl",       "nl_BE",       "nl_NL", "nn",          "nn_NO",
+    "no",       "no_NO",      "no_NO_NY", "pl",          "pl_PL", "pt",          "pt_BR",
+    "pt_PT",    "ro",         "ro_RO",    "root",        "ru",    "ru_RU",       "ru_UA",
+    "sh",       "sh_BA",      "sh_CS",    "sh_HR",       "sk",    "sk_SK",       "sl",
+    "sl_SI",    "sq",         "sq_AL",    "sr",          "sr_CS", "sr_Cyrl",     "sr_Cyrl_CS",
+    "sr_Latn",  "sr_Latn_CS", "sv",       "sv_FI",       "sv_SE", "th",          "th_TH",
+    "th_TH_TH", "tl",         "tl_PH",    "tr",          "tr_TR", "tr_TR_LIRA",  "uk",
+    "uk_UA",    "vi",         "vi_VN",    "zh",          "zh_CN", "zh_HK",       "zh_SG",
+    "zh_TW"};
 
 // Names that CLDR lacks or spells differently: the CLDR locale whose data
 // they take, and the currency they use when it is not the country's own.
@@ -73,9 +83,9 @@ const Mapping kMappings[] = {
     {"no", "nb", nullptr},
     {"no_NO", "nb_NO", nullptr},
     {"no_NO_NY", "nn_NO", nullptr},
-    {"sh", "sr_Latn", nullptr},          // Serbo-Croatian in Latin script
+    {"sh", "sr_Latn", nullptr},  // Serbo-Croatian in Latin script
     {"sh_BA", "sr_Latn_BA", nullptr},
-    {"sh_CS", "sr_Latn_RS", nullptr},    // Serbia and Montenegro
+    {"sh_CS", "sr_Latn_RS", nullptr},  // Serbia and Montenegro
     {"sh_HR", "sr_Latn", "EUR"},
     {"sr_CS", "sr_RS", nullptr},
     {"sr_Cyrl_CS", "sr_Cyrl_RS", nullptr},
@@ -102,8 +112,9 @@ void check(UErrorCode status, const char* what) {
 // The gregorian date (`time` false) or time pattern of a style, as CLDR's
 // calendar/gregorian/DateTimePatterns give it through ICU's fallback.
 std::string dateTimePattern(const icu::Locale& locale, bool time, icu::DateFormat::EStyle style) {
-  std::unique_ptr<icu::DateFormat> format(time ? icu::DateFormat::createTimeInstance(style, locale)
-                                               : icu::DateFormat::createDateInstance(style, locale));
+  std::unique_ptr<icu::DateFormat> format(time
+                                              ? icu::DateFormat::createTimeInstance(style, locale)
+                                              : icu::DateFormat::createDateInstance(style, locale));
   auto* simple = dynamic_cast<icu::SimpleDateFormat*>(format.get());
   if (simple == nullptr) check(U_UNSUPPORTED_ERROR, "SimpleDateFormat");
   icu::UnicodeString pattern;
@@ -121,7 +132,8 @@ std::string combiningPattern(const icu::Locale& locale) {
 
 std::string numberPattern(const icu::Locale& locale, UNumberFormatStyle style) {
   UErrorCode status = U_ZERO_ERROR;
-  std::unique_ptr<icu::NumberFormat> format(icu::NumberFormat::createInstance(locale, style, status));
+  std::unique_ptr<icu::NumberFormat> format(
+      icu::NumberFormat::createInstance(locale, style, status));
   check(status, "NumberFormat");
   icu::UnicodeString pattern;
   auto* decimal = dynamic_cast<icu::DecimalFormat*>(format.get());
@@ -146,7 +158,8 @@ std::string currencySymbol(const char* locale, const std::string& code) {
   icu::UnicodeString iso(code.c_str(), -1, US_INV);
   UBool isChoice = false;
   int32_t length = 0;
-  const UChar* symbol = ucurr_getName(iso.getTerminatedBuffer(), locale, UCURR_SYMBOL_NAME, &isChoice, &length, &status);
+  const UChar* symbol = ucurr_getName(iso.getTerminatedBuffer(), locale, UCURR_SYMBOL_NAME,
+                                      &isChoice, &length, &status);
   check(status, "currency symbol");
   return utf8(icu::UnicodeString(symbol, length));
 }
@@ -174,8 +187,9 @@ std::string typefaces(const char* locale) {
   };
   auto found = byScript.find(s);
   const std::vector<std::string> names =
-      found != byScript.end() ? found->second
-                              : std::vector<std::string>{"Noto Sans", "DejaVu Sans", "Liberation Sans"};
+      found != byScript.end()
+          ? found->second
+          : std::vector<std::string>{"Noto Sans", "DejaVu Sans", "Liberation Sans"};
   std::string out;
   for (const std::string& name : names) out += name + '\0';
   return out;
@@ -250,14 +264,70 @@ Record fromIcu(const std::string& name) {
 // parent's; `fixed` receives their (name, field) pairs.
 void applyFixedValues(std::map<std::string, Record>& records,
                       std::set<std::pair<std::string, int>>& fixed) {
-  const char* const root[kFields - 1] = {
-      "root", "AM", "PM", "$", "USD", ".", "h:MM:SS A Z", "h:MM:SS A Z", "h:MM:SS A", "h:MM A",
-      "EEEE, MMMM D, YYYY", "MMMM D, YYYY", "MMM D, YYYY", "M/D/YY", "date{} time{}", "Sun", "Mon",
-      "Tue", "Wed", "Thu", "Fri", "Sat", "Sunday", "Monday", "Tuesday", "Wednesday", "Thursday",
-      "Friday", "Saturday", "BC", "AD", "GyMdkHmsSEDFwWahKzZ", "Jan", "Feb", "Mar", "Apr", "May",
-      "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec", "January", "February", "March", "April",
-      "May", "June", "July", "August", "September", "October", "November", "December", ".", ",",
-      "%", "-", "0", "z,zz9.zzz", "s$ z,zz9.99", "z,zz9%"};
+  const char* const root[kFields - 1] = {"root",
+                                         "AM",
+                                         "PM",
+                                         "$",
+                                         "USD",
+                                         ".",
+                                         "h:MM:SS A Z",
+                                         "h:MM:SS A Z",
+                                         "h:MM:SS A",
+                                         "h:MM A",
+                                         "EEEE, MMMM D, YYYY",
+                                         "MMMM D, YYYY",
+                                         "MMM D, YYYY",
+                                         "M/D/YY",
+                                         "date{} time{}",
+                                         "Sun",
+                                         "Mon",
+                                         "Tue",
+                                         "Wed",
+                                         "Thu",
+                                         "Fri",
+                                         "Sat",
+                                         "Sunday",
+                                         "Monday",
+                                         "Tuesday",
+                                         "Wednesday",
+                                         "Thursday",
+                                         "Friday",
+                                         "Saturday",
+                                         "BC",
+                                         "AD",
+                                         "GyMdkHmsSEDFwWahKzZ",
+                                         "Jan",
+                                         "Feb",
+                                         "Mar",
+                                         "Apr",
+                                         "May",
+                                         "Jun",
+                                         "Jul",
+                                         "Aug",
+                                         "Sep",
+                                         "Oct",
+                                         "Nov",
+                                         "Dec",
+                                         "January",
+                                         "February",
+                                         "March",
+                                         "April",
+                                         "May",
+                                         "June",
+                                         "July",
+                                         "August",
+                                         "September",
+                                         "October",
+                                         "November",
+                                         "December",
+                                         ".",
+                                         ",",
+                                         "%",
+                                         "-",
+                                         "0",
+                                         "z,zz9.zzz",
+                                         "s$ z,zz9.99",
+                                         "z,zz9%"};
   Record& rootRecord = records["root"];
   for (int i = 0; i < kFields - 1; ++i) rootRecord[i] = root[i];
   rootRecord[64] = std::string("Noto Sans\0DejaVu Sans\0Liberation Sans\0", 39);
@@ -272,12 +342,25 @@ void applyFixedValues(std::map<std::string, Record>& records,
   for (int field : {3, 4, 5, 62}) fixed.insert({"en_US", field});
 
   Record& ar = records["ar"];
-  const std::pair<int, const char*> arabic[] = {
-      {1, "\u0635"}, {2, "\u0645"}, {3, "\u00a4"}, {4, "XXX"},
-      {6, "Z h:MM:SS A"}, {7, "h:MM:SS A"}, {8, "h:MM:SS A"}, {9, "h:MM A"},
-      {10, "EEEE, D MMMM, YYYY"}, {11, "D MMMM, YYYY"}, {12, "DD/MM/YYYY"}, {13, "D/M/YYYY"},
-      {31, "GanjkHmsSEDFwWxhKzZ"}, {56, "\u066b"}, {57, "\u066c"}, {58, "\u066a"},
-      {60, "\u0660"}, {61, "z,zz9.zzz"}, {62, "$ z,zz9.99s"}};
+  const std::pair<int, const char*> arabic[] = {{1, "\u0635"},
+                                                {2, "\u0645"},
+                                                {3, "\u00a4"},
+                                                {4, "XXX"},
+                                                {6, "Z h:MM:SS A"},
+                                                {7, "h:MM:SS A"},
+                                                {8, "h:MM:SS A"},
+                                                {9, "h:MM A"},
+                                                {10, "EEEE, D MMMM, YYYY"},
+                                                {11, "D MMMM, YYYY"},
+                                                {12, "DD/MM/YYYY"},
+                                                {13, "D/M/YYYY"},
+                                                {31, "GanjkHmsSEDFwWxhKzZ"},
+                                                {56, "\u066b"},
+                                                {57, "\u066c"},
+                                                {58, "\u066a"},
+                                                {60, "\u0660"},
+                                                {61, "z,zz9.zzz"},
+                                                {62, "$ z,zz9.99s"}};
   for (const auto& [field, value] : arabic) {
     ar[field] = value;
     fixed.insert({"ar", field});
@@ -340,7 +423,8 @@ void write(const std::string& path, const std::map<std::string, Record>& stored)
     out << "}},\n";
   }
   out << "};\n#undef N\n"
-      << "const unsigned int kRnDataRecordCount = sizeof(kRnDataRecords) / sizeof(kRnDataRecords[0]);\n\n"
+      << "const unsigned int kRnDataRecordCount = sizeof(kRnDataRecords) / "
+         "sizeof(kRnDataRecords[0]);\n\n"
       << "}  // namespace zu::internal\n";
 }
 
@@ -369,7 +453,8 @@ int main(int argc, char** argv) {
     Record own;
     own[0] = name;
     for (int i = 1; i < kFields; ++i) {
-      if (record[i] && (record[i] != inherited[i] || fixed.count({name, i}) != 0)) own[i] = record[i];
+      if (record[i] && (record[i] != inherited[i] || fixed.count({name, i}) != 0))
+        own[i] = record[i];
     }
     stored[name] = own;
   }

@@ -10,7 +10,9 @@ constexpr std::string_view kNoBreakSpace = "\u00a0";
 constexpr std::string_view kNarrowNoBreakSpace = "\u202f";
 constexpr std::string_view kCurrencySign = "\u00a4";
 
-bool isAsciiLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+bool isAsciiLetter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
 
 // Appends literal text: characters in `plain` stay unquoted, runs of any
 // other characters are quoted (a quote inside doubled).
@@ -81,44 +83,79 @@ void walkPattern(std::string_view pattern, Field field, Literal literal) {
 // Punctuation that a date or time picture shows as it is.
 constexpr std::string_view kDateTimePlain = " ,-./:$()";
 
-std::string repeat(char c, int count) { return std::string(static_cast<size_t>(count), c); }
+std::string repeat(char c, int count) {
+  return std::string(static_cast<size_t>(count), c);
+}
 
 std::string dateField(char letter, int count) {
   switch (letter) {
-    case 'G': return "G";
-    case 'y': case 'Y': case 'u': return count == 2 ? "YY" : "YYYY";
-    case 'M': case 'L': return repeat('M', std::min(count, 4));
-    case 'd': return count >= 2 ? "DD" : "D";
-    case 'D': return count >= 3 ? "JJJ" : "J";
-    case 'E': return count == 4 ? "EEEE" : "EEE";
-    case 'c': case 'e': return count >= 4 ? "EEEE" : count == 3 ? "EEE" : "e";
-    case 'w': return "WW";
-    case 'W': return "w";
-    default: return "";
+    case 'G':
+      return "G";
+    case 'y':
+    case 'Y':
+    case 'u':
+      return count == 2 ? "YY" : "YYYY";
+    case 'M':
+    case 'L':
+      return repeat('M', std::min(count, 4));
+    case 'd':
+      return count >= 2 ? "DD" : "D";
+    case 'D':
+      return count >= 3 ? "JJJ" : "J";
+    case 'E':
+      return count == 4 ? "EEEE" : "EEE";
+    case 'c':
+    case 'e':
+      return count >= 4 ? "EEEE" : count == 3 ? "EEE" : "e";
+    case 'w':
+      return "WW";
+    case 'W':
+      return "w";
+    default:
+      return "";
   }
 }
 
 std::string timeField(char letter, int count) {
   const int two = std::min(count, 2);
   switch (letter) {
-    case 'h': return repeat('h', two);
-    case 'H': return repeat('H', two);
-    case 'K': return repeat('k', two);  // 0-11
-    case 'k': return repeat('K', two);  // 1-24
-    case 'm': return repeat('M', two);
-    case 's': return repeat('S', two);
-    case 'S': return "FFF";
-    case 'a': case 'b': case 'B': return "A";
-    case 'z': case 'Z': case 'v': case 'V': case 'O': case 'X': case 'x': return "Z";
-    default: return "";
+    case 'h':
+      return repeat('h', two);
+    case 'H':
+      return repeat('H', two);
+    case 'K':
+      return repeat('k', two);  // 0-11
+    case 'k':
+      return repeat('K', two);  // 1-24
+    case 'm':
+      return repeat('M', two);
+    case 's':
+      return repeat('S', two);
+    case 'S':
+      return "FFF";
+    case 'a':
+    case 'b':
+    case 'B':
+      return "A";
+    case 'z':
+    case 'Z':
+    case 'v':
+    case 'V':
+    case 'O':
+    case 'X':
+    case 'x':
+      return "Z";
+    default:
+      return "";
   }
 }
 
 template <class FieldMap>
 std::string convert(const std::string& cldr, FieldMap map) {
   std::string out;
-  walkPattern(cldr, [&](char letter, int count) { out += map(letter, count); },
-              [&](const std::string& text) { appendLiteral(out, text, kDateTimePlain); });
+  walkPattern(
+      cldr, [&](char letter, int count) { out += map(letter, count); },
+      [&](const std::string& text) { appendLiteral(out, text, kDateTimePlain); });
   // A dropped field can leave a space at either end.
   while (!out.empty() && out.back() == ' ') out.pop_back();
   out.erase(0, out.find_first_not_of(' '));
@@ -147,14 +184,36 @@ std::string numericSubpattern(std::string_view cldr) {
     }
     const char* symbol = nullptr;
     switch (c) {
-      case '#': symbol = "z"; break;
-      case '0': case '1': case '2': case '3': case '4': case '5': case '6': case '7': case '8':
-      case '9': case '@': symbol = "9"; break;
-      case ',': symbol = ","; break;
-      case '.': symbol = "."; break;
-      case '%': symbol = "%"; break;
-      case '-': symbol = "s"; break;
-      default: break;
+      case '#':
+        symbol = "z";
+        break;
+      case '0':
+      case '1':
+      case '2':
+      case '3':
+      case '4':
+      case '5':
+      case '6':
+      case '7':
+      case '8':
+      case '9':
+      case '@':
+        symbol = "9";
+        break;
+      case ',':
+        symbol = ",";
+        break;
+      case '.':
+        symbol = ".";
+        break;
+      case '%':
+        symbol = "%";
+        break;
+      case '-':
+        symbol = "s";
+        break;
+      default:
+        break;
     }
     if (symbol != nullptr) {
       flush();
@@ -174,8 +233,12 @@ std::string numericSubpattern(std::string_view cldr) {
 
 }  // namespace
 
-std::string datePicture(const std::string& cldr) { return convert(cldr, dateField); }
-std::string timePicture(const std::string& cldr) { return convert(cldr, timeField); }
+std::string datePicture(const std::string& cldr) {
+  return convert(cldr, dateField);
+}
+std::string timePicture(const std::string& cldr) {
+  return convert(cldr, timeField);
+}
 
 std::string combiningPicture(const std::string& cldr) {
   std::string out;

@@ -18,8 +18,8 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdint>
-#include <cstdlib>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <iostream>
@@ -33,38 +33,34 @@ namespace {
 // The supported locales, sorted case-insensitively (the map is searched by
 // binary search under that order).
 const char* const kNames[] = {
-    "ar",         "ar_AE",      "ar_BH",      "ar_DZ",       "ar_EG",      "ar_IQ",
-    "ar_JO",      "ar_KW",      "ar_LB",      "ar_LY",       "ar_MA",      "ar_OM",
-    "ar_QA",      "ar_SA",      "ar_SD",      "ar_SY",       "ar_TN",      "ar_YE",
-    "az",         "az_Cyrl",    "az_Cyrl_AZ", "az_Latn",     "az_Latn_AZ", "be",
-    "be_BY",      "bg",         "bg_BG",      "bs",          "bs_BA",      "c",
-    "ca",         "ca_ES",      "cs",         "cs_CZ",       "da",         "da_DK",
-    "de",         "de_AT",      "de_BE",      "de_CH",       "de_DE",      "de_LI",
-    "de_LU",      "el",         "el_GR",      "en",          "en_AU",      "en_BE",
-    "en_CA",      "en_GB",      "en_GB_EURO", "en_HK",       "en_IE",      "en_IN",
-    "en_IN_RUPEE", "en_NZ",     "en_PH",      "en_SG",       "en_US",      "en_VI",
-    "en_ZA",      "es",         "es_AR",      "es_BO",       "es_CL",      "es_CO",
-    "es_CR",      "es_DO",      "es_EC",      "es_ES",       "es_GT",      "es_HN",
-    "es_MX",      "es_NI",      "es_PA",      "es_PE",       "es_PR",      "es_PY",
-    "es_SV",      "es_US",      "es_UY",      "es_VE",       "et",         "et_EE",
-    "eu",         "eu_ES",      "fa",         "fa_IR",       "fi",         "fi_FI",
-    "fr",         "fr_BE",      "fr_CA",      "fr_CH",       "fr_FR",      "fr_LU",
-    "he",         "he_IL",      "hi",         "hi_IN",       "hr",         "hr_HR",
-    "hu",         "hu_HU",      "hy",         "hy_AM",       "id",         "id_ID",
-    "is",         "is_IS",      "it",         "it_CH",       "it_IT",      "ja",
-    "ja_JP",      "kk",         "kk_KZ",      "km",          "km_KH",      "ko",
-    "ko_KR",      "ko_KR_HANI", "lo",         "lo_LA",       "lt",         "lt_LT",
-    "lv",         "lv_LV",      "mk",         "mk_MK",       "ms",         "ms_MY",
-    "nb",         "nb_NO",      "nl",         "nl_BE",       "nl_NL",      "nn",
-    "nn_NO",      "no",         "no_NO",      "no_NO_NY",    "pl",         "pl_PL",
-    "pt",         "pt_BR",      "pt_PT",      "ro",          "ro_MD",      "ro_RO",
-    "ru",         "ru_MD",      "ru_RU",      "ru_UA",       "sh",         "sh_BA",
-    "sh_CS",      "sh_HR",      "sk",         "sk_SK",       "sl",         "sl_SI",
-    "sq",         "sq_AL",      "sr",         "sr_CS",       "sr_Cyrl",    "sr_Cyrl_CS",
-    "sr_Latn",    "sr_Latn_CS", "sv",         "sv_FI",       "sv_SE",      "th",
-    "th_TH",      "th_TH_TH",   "tl",         "tl_PH",       "tr",         "tr_TR",
-    "tr_TR_LIRA", "uk",         "uk_UA",      "vi",          "vi_VN",      "zh",
-    "zh_CN",      "zh_HK",      "zh_SG",      "zh_TW",
+    "ar",       "ar_AE",      "ar_BH",      "ar_DZ", "ar_EG", "ar_IQ",       "ar_JO",
+    "ar_KW",    "ar_LB",      "ar_LY",      "ar_MA", "ar_OM", "ar_QA",       "ar_SA",
+    "ar_SD",    "ar_SY",      "ar_TN",      "ar_YE", "az",    "az_Cyrl",     "az_Cyrl_AZ",
+    "az_Latn",  "az_Latn_AZ", "be",         "be_BY", "bg",    "bg_BG",       "bs",
+    "bs_BA",    "c",          "ca",         "ca_ES", "cs",    "cs_CZ",       "da",
+    "da_DK",    "de",         "de_AT",      "de_BE", "de_CH", "de_DE",       "de_LI",
+    "de_LU",    "el",         "el_GR",      "en",    "en_AU", "en_BE",       "en_CA",
+    "en_GB",    "en_GB_EURO", "en_HK",      "en_IE", "en_IN", "en_IN_RUPEE", "en_NZ",
+    "en_PH",    "en_SG",      "en_US",      "en_VI", "en_ZA", "es",          "es_AR",
+    "es_BO",    "es_CL",      "es_CO",      "es_CR", "es_DO", "es_EC",       "es_ES",
+    "es_GT",    "es_HN",      "es_MX",      "es_NI", "es_PA", "es_PE",       "es_PR",
+    "es_PY",    "es_SV",      "es_US",      "es_UY", "es_VE", "et",          "et_EE",
+    "eu",       "eu_ES",      "fa",         "fa_IR", "fi",    "fi_FI",       "fr",
+    "fr_BE",    "fr_CA",      "fr_CH",      "fr_FR", "fr_LU", "he",          "he_IL",
+    "hi",       "hi_IN",      "hr",         "hr_HR", "hu",    "hu_HU",       "hy",
+    "hy_AM",    "id",         "id_ID",      "is",    "is_IS", "it",          "it_CH",
+    "it_IT",    "ja",         "ja_JP",      "kk",    "kk_KZ", "km",          "km_KH",
+    "ko",       "ko_KR",      "ko_KR_HANI", "lo",    "lo_LA", "lt",          "lt_LT",
+    "lv",       "lv_LV",      "mk",         "mk_MK", "ms",    "ms_MY",       "nb",
+    "nb_NO",    "nl",         "nl_BE",      "nl_NL", "nn",    "nn_NO",       "no",
+    "no_NO",    "no_NO_NY",   "pl",         "pl_PL", "pt",    "pt_BR",       "pt_PT",
+    "ro",       "ro_MD",      "ro_RO",      "ru",    "ru_MD", "ru_RU",       "ru_UA",
+    "sh",       "sh_BA",      "sh_CS",      "sh_HR", "sk",    "sk_SK",       "sl",
+    "sl_SI",    "sq",         "sq_AL",      "sr",    "sr_CS", "sr_Cyrl",     "sr_Cyrl_CS",
+    "sr_Latn",  "sr_Latn_CS", "sv",         "sv_FI", "sv_SE", "th",          "th_TH",
+    "th_TH_TH", "tl",         "tl_PH",      "tr",    "tr_TR", "tr_TR_LIRA",  "uk",
+    "uk_UA",    "vi",         "vi_VN",      "zh",    "zh_CN", "zh_HK",       "zh_SG",
+    "zh_TW",
 };
 constexpr size_t kNameCount = sizeof kNames / sizeof kNames[0];
 
@@ -123,19 +119,19 @@ const std::map<std::string, std::string> kCountryNames = {
 
 // Code sets by language; scripts and corrections above override them.
 const std::map<std::string, std::string> kCodeSets = {
-    {"ar", "iso88596"},  {"az", "iso88599"},   {"be", "ibm1124"},   {"bg", "iso88595"},
-    {"bs", "iso88592"},  {"ca", "iso88591"},   {"cs", "iso88592"},  {"da", "iso88591"},
-    {"de", "iso88591"},  {"el", "iso88597"},   {"en", "iso88591"},  {"es", "iso88591"},
-    {"et", "iso885913"}, {"eu", "iso88591"},   {"fa", "utf8"},      {"fi", "iso88591"},
-    {"fr", "iso88591"},  {"he", "iso88598"},   {"hi", "utf8"},      {"hr", "iso88592"},
-    {"hu", "iso88592"},  {"hy", "utf8"},       {"id", "iso88591"},  {"is", "iso88591"},
-    {"it", "iso88591"},  {"ja", "shift-jis"},  {"kk", "utf8"},      {"km", "utf8"},
-    {"ko", "ksc-5601"},  {"lo", "utf8"},       {"lt", "iso885913"}, {"lv", "iso885913"},
-    {"mk", "iso88595"},  {"ms", "iso88591"},   {"nb", "iso88591"},  {"nl", "iso88591"},
-    {"nn", "iso88591"},  {"no", "iso88591"},   {"pl", "iso88592"},  {"pt", "iso88591"},
-    {"ro", "iso88592"},  {"ru", "iso88595"},   {"sh", "iso88592"},  {"sk", "iso88592"},
-    {"sl", "iso88592"},  {"sq", "iso88592"},   {"sr", "iso88595"},  {"sv", "iso88591"},
-    {"th", "ibm874"},    {"tl", "iso88591"},   {"tr", "iso88599"},  {"uk", "ibm1124"},
+    {"ar", "iso88596"},  {"az", "iso88599"},  {"be", "ibm1124"},   {"bg", "iso88595"},
+    {"bs", "iso88592"},  {"ca", "iso88591"},  {"cs", "iso88592"},  {"da", "iso88591"},
+    {"de", "iso88591"},  {"el", "iso88597"},  {"en", "iso88591"},  {"es", "iso88591"},
+    {"et", "iso885913"}, {"eu", "iso88591"},  {"fa", "utf8"},      {"fi", "iso88591"},
+    {"fr", "iso88591"},  {"he", "iso88598"},  {"hi", "utf8"},      {"hr", "iso88592"},
+    {"hu", "iso88592"},  {"hy", "utf8"},      {"id", "iso88591"},  {"is", "iso88591"},
+    {"it", "iso88591"},  {"ja", "shift-jis"}, {"kk", "utf8"},      {"km", "utf8"},
+    {"ko", "ksc-5601"},  {"lo", "utf8"},      {"lt", "iso885913"}, {"lv", "iso885913"},
+    {"mk", "iso88595"},  {"ms", "iso88591"},  {"nb", "iso88591"},  {"nl", "iso88591"},
+    {"nn", "iso88591"},  {"no", "iso88591"},  {"pl", "iso88592"},  {"pt", "iso88591"},
+    {"ro", "iso88592"},  {"ru", "iso88595"},  {"sh", "iso88592"},  {"sk", "iso88592"},
+    {"sl", "iso88592"},  {"sq", "iso88592"},  {"sr", "iso88595"},  {"sv", "iso88591"},
+    {"th", "ibm874"},    {"tl", "iso88591"},  {"tr", "iso88599"},  {"uk", "ibm1124"},
     {"vi", "ibm1258"},   {"zh", "gbk"},
 };
 const std::map<std::string, std::string> kChineseCodeSets = {
@@ -285,7 +281,9 @@ void applyCorrection(Row& row) {
   }
 }
 
-bool lessNoCase(const char* left, const char* right) { return strcasecmp(left, right) < 0; }
+bool lessNoCase(const char* left, const char* right) {
+  return strcasecmp(left, right) < 0;
+}
 
 std::string quoted(const std::string& text) {
   std::string out = "\"";

@@ -16,7 +16,6 @@ enum ExitStatus { kOk = 0, kNoMatch = 1, kUsage = 2 };
 
 enum class Direction { kFormat, kParse };
 
-
 // What one value gave through a picture.
 struct Outcome {
   zuString text;          // the result; empty when the value did not match
@@ -44,8 +43,7 @@ class PictureApplier {
 // result a line; without values, streams standard input line by line, on
 // `jobs` threads when that is more than 1 (results still in input order).
 int runPicture(Direction direction, const std::string& picture,
-               const std::vector<std::string>& values, const std::string& locale,
-               unsigned jobs);
+               const std::vector<std::string>& values, const std::string& locale, unsigned jobs);
 
 // One built-in locale as `zupic locales` lists it.
 struct LocaleEntry {

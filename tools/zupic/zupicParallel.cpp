@@ -22,10 +22,10 @@ constexpr size_t kBatchLines = 4096;
 constexpr size_t kBatchesPerThread = 3;
 
 struct Batch {
-  std::string text;           // the lines, each followed by '\n'
+  std::string text;            // the lines, each followed by '\n'
   std::vector<size_t> starts;  // where each line starts in `text`
-  std::string out;            // results, one a line
-  std::string err;            // messages for standard error
+  std::string out;             // results, one a line
+  std::string err;             // messages for standard error
   bool matched = true;
   bool done = false;
 };
@@ -72,10 +72,9 @@ class Pipeline {
       }
       for (size_t line = 0; line < batch->starts.size(); ++line) {
         const size_t start = batch->starts[line];
-        const size_t end = line + 1 < batch->starts.size() ? batch->starts[line + 1] - 1
-                                                           : batch->text.size() - 1;
-        batch->matched &=
-            worker(batch->text.data() + start, end - start, batch->out, batch->err);
+        const size_t end =
+            line + 1 < batch->starts.size() ? batch->starts[line + 1] - 1 : batch->text.size() - 1;
+        batch->matched &= worker(batch->text.data() + start, end - start, batch->out, batch->err);
       }
       {
         std::lock_guard<std::mutex> lock(mutex_);

@@ -54,8 +54,7 @@ Outcome PictureApplier::apply(const char* value, size_t length) const {
 }
 
 int runPicture(Direction direction, const std::string& picture,
-               const std::vector<std::string>& values, const std::string& locale,
-               unsigned jobs) {
+               const std::vector<std::string>& values, const std::string& locale, unsigned jobs) {
   zuStorage<zuString> alternates;
   if (!zuPicture::getAlternates(zuString(picture.c_str()), alternates)) {
     std::fprintf(stderr, "zupic: the picture ends inside a quoted literal\n");

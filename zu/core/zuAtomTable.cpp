@@ -19,7 +19,9 @@ constexpr uint32_t kInitialMask = 4095;
 // Marks a retired atom: no lookup can produce this length or hash.
 constexpr uint32_t kRetired = 0xFFFFFFFFu;
 
-uint32_t thresholdFor(uint32_t mask) { return mask * 3u / 4u; }
+uint32_t thresholdFor(uint32_t mask) {
+  return mask * 3u / 4u;
+}
 
 zuAtomStore** newBuckets(uint32_t mask) {
   auto* buckets = new (std::nothrow) zuAtomStore*[mask + 1u]();
@@ -35,12 +37,15 @@ zuAtomTable::zuAtomTable()
       count_(0),
       threshold_(thresholdFor(kInitialMask)) {}
 
-zuAtomTable::~zuAtomTable() { delete[] buckets_; }
+zuAtomTable::~zuAtomTable() {
+  delete[] buckets_;
+}
 
 zuAtomStore* zuAtomTable::findInTable(const char* text, unsigned int hash,
                                       unsigned int length) const {
   for (zuAtomStore* atom = buckets_[hash & mask_]; atom != nullptr; atom = atom->next) {
-    if (atom->hash == hash && atom->length == length && std::memcmp(atom->text, text, length) == 0) {
+    if (atom->hash == hash && atom->length == length &&
+        std::memcmp(atom->text, text, length) == 0) {
       return atom;
     }
   }

@@ -24,7 +24,8 @@
 class ZU_EXPORT zuAtomTable {
  public:
   // The text a retired atom is given when an equal atom was already entered.
-  static constexpr const char* kRemappedText = "Atom was remapped!!  See zuAtomTable::initializeAtom";
+  static constexpr const char* kRemappedText =
+      "Atom was remapped!!  See zuAtomTable::initializeAtom";
 
   // An empty table of 4,096 buckets. Throws zuExMemory.
   zuAtomTable();

@@ -14,9 +14,15 @@ void writeEscaped(std::FILE* out, const zuAtomStore& atom) {
   for (unsigned int index = 0; index < atom.length; ++index) {
     const unsigned char byte = static_cast<unsigned char>(atom.text[index]);
     switch (byte) {
-      case '\t': std::fputs("\\t", out); break;
-      case '\n': std::fputs("\\n", out); break;
-      case '\\': std::fputs("\\\\", out); break;
+      case '\t':
+        std::fputs("\\t", out);
+        break;
+      case '\n':
+        std::fputs("\\n", out);
+        break;
+      case '\\':
+        std::fputs("\\\\", out);
+        break;
       default:
         if (byte < 0x20) {
           std::fprintf(out, "\\x%02X", byte);

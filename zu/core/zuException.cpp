@@ -3,9 +3,9 @@
 #include "zu/core/zuExErrItem.h"
 #include "zu/core/zuFormat.h"
 #include "zu/core/zuFormatPos.h"
+#include "zu/core/zuMessageIds.h"
 #include "zu/core/zuString.h"
 #include "zu/runtime/internal/zuRaise.h"
-#include "zu/core/zuMessageIds.h"
 
 namespace {
 
@@ -188,5 +188,9 @@ void ZuExThrow(const zuFormatPos& format) {
 }
 
 // The base layer's failures, thrown as the rest of the library throws them.
-void zu::internal::raiseOutOfMemory() { throw zuExMemory(); }
-void zu::internal::raiseMessage(unsigned short id) { ZuExThrow(id); }
+void zu::internal::raiseOutOfMemory() {
+  throw zuExMemory();
+}
+void zu::internal::raiseMessage(unsigned short id) {
+  ZuExThrow(id);
+}

@@ -185,7 +185,9 @@ zuFormat& zuFormat::operator<<(const zuString& text) {
   return *this;
 }
 
-zuFormat& zuFormat::operator<<(zuAtomStore* atom) { return *this << zuString(atom); }
+zuFormat& zuFormat::operator<<(zuAtomStore* atom) {
+  return *this << zuString(atom);
+}
 
 char* zuFormat::GetAllocdChar() const {
   const unsigned int length = result_.Length();

@@ -47,7 +47,9 @@ zuFormatPos::zuFormatPos(const zuString& templateText, const zuString& argument)
   *this << argument;
 }
 
-zuFormatPos::zuFormatPos(unsigned short id, zuAtomStore* atom) : zuFormatPos(id) { *this << atom; }
+zuFormatPos::zuFormatPos(unsigned short id, zuAtomStore* atom) : zuFormatPos(id) {
+  *this << atom;
+}
 
 zuFormatPos::zuFormatPos(const zuString& templateText, zuAtomStore* atom)
     : zuFormatPos(templateText) {
@@ -65,7 +67,9 @@ zuFormatPos& zuFormatPos::operator<<(const zuString& text) {
   return *this;
 }
 
-zuFormatPos& zuFormatPos::operator<<(zuAtomStore* atom) { return *this << zuString(atom); }
+zuFormatPos& zuFormatPos::operator<<(zuAtomStore* atom) {
+  return *this << zuString(atom);
+}
 
 zuFormatPos& zuFormatPos::operator<<(const char* text) {
   StoreArgument(zuString(text ? text : ""));

@@ -13,12 +13,12 @@
 namespace zuMessageIds {
 
 inline constexpr unsigned short kInvalidArgument = 16479;
-inline constexpr unsigned short kCompoundPicture = 16480;   // argument: the operation
+inline constexpr unsigned short kCompoundPicture = 16480;  // argument: the operation
 inline constexpr unsigned short kOutOfMemory = 16583;
 inline constexpr unsigned short kStreamAllocation = 16656;
 inline constexpr unsigned short kInvalidBase64 = 16777;
 inline constexpr unsigned short kListIndex = 16984;
-inline constexpr unsigned short kUnknownUnit = 17107;       // argument: the unit code
+inline constexpr unsigned short kUnknownUnit = 17107;  // argument: the unit code
 inline constexpr unsigned short kAngleRange = 17174;
 inline constexpr unsigned short kInvalidYear = 17185;
 inline constexpr unsigned short kInvalidMonth = 17186;
@@ -33,9 +33,9 @@ inline constexpr unsigned short kAfternoonMarker = 17245;
 
 // Every id above, in increasing order.
 inline constexpr unsigned short kAll[] = {
-    kInvalidArgument, kCompoundPicture, kOutOfMemory,  kStreamAllocation, kInvalidBase64,
-    kListIndex,       kUnknownUnit,     kAngleRange,   kInvalidYear,      kInvalidMonth,
-    kInvalidDay,      kInvalidHour,     kInvalidMinute, kInvalidSecond,   kInvalidMillisecond,
+    kInvalidArgument, kCompoundPicture, kOutOfMemory,   kStreamAllocation, kInvalidBase64,
+    kListIndex,       kUnknownUnit,     kAngleRange,    kInvalidYear,      kInvalidMonth,
+    kInvalidDay,      kInvalidHour,     kInvalidMinute, kInvalidSecond,    kInvalidMillisecond,
     kMorningMarker,   kAfternoonMarker,
 };
 

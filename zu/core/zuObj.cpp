@@ -9,9 +9,13 @@
 
 zuObj::~zuObj() = default;
 
-int zuObj::IsDerivedFrom(unsigned short typeId) const { return typeId == kTypeId ? 1 : 0; }
+int zuObj::IsDerivedFrom(unsigned short typeId) const {
+  return typeId == kTypeId ? 1 : 0;
+}
 
-unsigned short zuObj::Type() const { return kTypeId; }
+unsigned short zuObj::Type() const {
+  return kTypeId;
+}
 
 zuString zuObj::toString() const {
   char text[48];
@@ -25,7 +29,9 @@ void* zuObj::operator new(std::size_t size) {
   return zuCacheManager_alloc(static_cast<unsigned int>(size));
 }
 
-void zuObj::operator delete(void* memory) { zuCacheManager_free(memory); }
+void zuObj::operator delete(void* memory) {
+  zuCacheManager_free(memory);
+}
 
 void zuObjImpl::releaseLast(zuObjImpl* body, int destroy) {
   if (body->refCount_ == 0) {

@@ -28,13 +28,17 @@ zuObjArrayListImpl* zuObjArrayListImpl::NEW(unsigned int threadId) {
 zuObjArrayListImpl::zuObjArrayListImpl(unsigned int threadId)
     : increment_(kMinIncrement), firstIncrement_(kMinIncrement), ownerThreadId_(threadId) {}
 
-zuObjArrayListImpl::~zuObjArrayListImpl() { clear(); }
+zuObjArrayListImpl::~zuObjArrayListImpl() {
+  clear();
+}
 
 int zuObjArrayListImpl::IsDerivedFrom(unsigned short typeId) const {
   return typeId == kTypeId || zuObjImpl::IsDerivedFrom(typeId) != 0 ? 1 : 0;
 }
 
-unsigned short zuObjArrayListImpl::Type() const { return kTypeId; }
+unsigned short zuObjArrayListImpl::Type() const {
+  return kTypeId;
+}
 
 void zuObjArrayListImpl::checkOwner() const {
   if (ownerThreadId_ != zuThreadLocalStorage::getThreadId()) {

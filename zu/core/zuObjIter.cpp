@@ -2,7 +2,9 @@
 
 zuAbstractObjIter::~zuAbstractObjIter() = default;
 
-int zuArrayObjIter::hasNext() { return next_ < storage_.GetSize() ? 1 : 0; }
+int zuArrayObjIter::hasNext() {
+  return next_ < storage_.GetSize() ? 1 : 0;
+}
 
 zuObjWrap zuArrayObjIter::next() {
   if (next_ >= storage_.GetSize()) {

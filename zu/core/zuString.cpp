@@ -8,8 +8,8 @@
 #include "zu/core/zuAtomStore.h"
 #include "zu/core/zuCharConverter.h"
 #include "zu/core/zuException.h"
-#include "zu/runtime/internal/zuThreadId.h"
 #include "zu/core/zuMessageIds.h"
+#include "zu/runtime/internal/zuThreadId.h"
 
 using zu::internal::zuStringData;
 

@@ -8,7 +8,6 @@
 
 namespace {
 
-
 const zuString** newNames(uint32_t capacity) {
   auto* names = new (std::nothrow) const zuString*[capacity];
   if (names == nullptr) throw zuExMemory();
@@ -22,7 +21,9 @@ zuStringLookup::zuStringLookup(unsigned int capacity)
       size_(0),
       capacity_(capacity != 0 ? capacity : 1) {}
 
-zuStringLookup::~zuStringLookup() { delete[] names_; }
+zuStringLookup::~zuStringLookup() {
+  delete[] names_;
+}
 
 unsigned int zuStringLookup::add(const zuString* name) {
   if (name == nullptr) ZuExThrow(zuMessageIds::kInvalidArgument);

@@ -343,9 +343,10 @@ TEST(zuStringTest, ByteOrderMarksAndWideSources) {
   const zuString exact = zuString::FromBytes(littleEndian, 4);
   EXPECT_EQ(str(exact), std::string(littleEndian, 4));
   EXPECT_FALSE(exact.IsLiteral() || exact.IsGlobal());
-  const std::string marked("\xEF\xBB\xBF"
-                           "ab\0c",
-                           7);
+  const std::string marked(
+      "\xEF\xBB\xBF"
+      "ab\0c",
+      7);
   EXPECT_EQ(str(zuString::FromBytes(marked.data(), 7)), marked);
   // Every length through the short copies and past them.
   const std::string alphabet = "abcdefghijklmnopqrstuvwxyz0123456789";

@@ -43,7 +43,8 @@ TEST_F(zuUtilityInitTest, VersionsMatchUpToTheLastDot) {
       {"3", 0},
       {"", 0},
   };
-  for (const Case& c : cases) EXPECT_EQ(zuVersionChecker::IsCorrect(c.version), c.correct) << c.version;
+  for (const Case& c : cases)
+    EXPECT_EQ(zuVersionChecker::IsCorrect(c.version), c.correct) << c.version;
   gbUtilityVersionTestMode = 1;
   EXPECT_STREQ(zuGetUtilityVersion(), "x.x.x.x");
 }
@@ -99,7 +100,8 @@ TEST_F(zuUtilityInitTest, MissingCatalogueIsQuietBeforeInitialisationAndAnErrorA
     zuString(static_cast<unsigned short>(16479));
     ADD_FAILURE() << "a missing catalogue must be an error after initialisation";
   } catch (const zuExResourceFailure& failure) {
-    EXPECT_EQ(std::string(failure[0].Text()), "Unable to locate resource file: NoSuchCataloguefr.msg");
+    EXPECT_EQ(std::string(failure[0].Text()),
+              "Unable to locate resource file: NoSuchCataloguefr.msg");
   }
   EXPECT_THROW(zuUtilityInit("3.6.19011.0", 1), zuExResourceFailure);
 

@@ -19,9 +19,8 @@ ISODate::ISODate(const zuString& text, const zuString& locale)
 
 bool ISODate::parse(const zuString& text) {
   resetFields();
-  return zu::internal::readCanonicalDateForm(
-      text, fields_,
-      [&](unsigned int pos, unsigned int symbol, int count) {
-        return subParse(text, pos, symbol, count);
-      });
+  return zu::internal::readCanonicalDateForm(text, fields_,
+                                             [&](unsigned int pos, unsigned int symbol, int count) {
+                                               return subParse(text, pos, symbol, count);
+                                             });
 }

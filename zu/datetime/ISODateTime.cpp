@@ -10,7 +10,9 @@ const zuLiteral& ISODateTime::getKDL_DATETIME_FMT2() {
   return kValue;
 }
 
-ISODateTime::ISODateTime() { setLocalTime(); }
+ISODateTime::ISODateTime() {
+  setLocalTime();
+}
 
 ISODateTime::ISODateTime(const zuString& text, const zuString& dateLocale,
                          const zuString& timeLocale)

@@ -12,7 +12,10 @@ namespace {
 using zu::testing::ScopedTimeZone;
 
 TEST(ISODateTest, ReadsTheCalendarDateForms) {
-  struct Case { const char* text; const char* expected; };  // "" fails
+  struct Case {
+    const char* text;
+    const char* expected;
+  };  // "" fails
   const Case cases[] = {
       {"2024", "2024-01-01"},
       {"2024-03", "2024-03-01"},
@@ -44,7 +47,11 @@ TEST(ISODateTest, ReadsTheCalendarDateForms) {
 
 TEST(ISODateTimeTest, SplitsAtTAndFormatsBothParts) {
   ScopedTimeZone zone("UTC");
-  struct Case { const char* text; const char* picture; const char* expected; };
+  struct Case {
+    const char* text;
+    const char* picture;
+    const char* expected;
+  };
   const Case cases[] = {
       {"2024-03-05T10:20:30.500+05:30", "YYYY-MM-DDTHH:MM:SS.FFFzz", "2024-03-05T04:50:30.500Z"},
       {"20240305T102030.500Z", "YYYYMMDDTHHMMSS.FFFz", "20240305T102030.500Z"},

@@ -28,9 +28,8 @@ ISOTime::ISOTime(const zuString& text, const zuString& locale)
 
 bool ISOTime::parse(const zuString& text) {
   resetFields();
-  return zu::internal::readCanonicalTimeForm(
-      text, zoneGiven_,
-      [&](unsigned int pos, unsigned int symbol, int count) {
-        return subParse(text, pos, symbol, count);
-      });
+  return zu::internal::readCanonicalTimeForm(text, zoneGiven_,
+                                             [&](unsigned int pos, unsigned int symbol, int count) {
+                                               return subParse(text, pos, symbol, count);
+                                             });
 }

@@ -11,7 +11,11 @@ namespace {
 using zu::testing::ScopedTimeZone;
 
 TEST(ISOTimeTest, ReadsTheCalendarTimeForms) {
-  struct Case { const char* tz; const char* text; const char* expected; };  // "" fails
+  struct Case {
+    const char* tz;
+    const char* text;
+    const char* expected;
+  };  // "" fails
   const Case cases[] = {
       {"UTC", "10", "10:00:00.000Z"},
       {"UTC", "1020", "10:20:00.000Z"},

@@ -18,10 +18,14 @@ namespace {
 // Position of a style inside a group of four patterns (full first).
 int stylePosition(int style) {
   switch (style) {
-    case RnData::SHORT_FMT: return RnData::SHORT;
-    case RnData::LONG_FMT: return RnData::LONG;
-    case RnData::FULL_FMT: return RnData::FULL;
-    default: return RnData::DEFLT;
+    case RnData::SHORT_FMT:
+      return RnData::SHORT;
+    case RnData::LONG_FMT:
+      return RnData::LONG;
+    case RnData::FULL_FMT:
+      return RnData::FULL;
+    default:
+      return RnData::DEFLT;
   }
 }
 
@@ -57,7 +61,9 @@ RnData::RnData(const char* locale) {
   }
 }
 
-zuString RnData::getLocale() const { return zuString(locale_, localeLength_); }
+zuString RnData::getLocale() const {
+  return zuString(locale_, localeLength_);
+}
 
 const char* RnData::field(int index, bool& builtIn) const {
   for (int i = 0; i < candidateCount_; ++i) {
@@ -91,14 +97,24 @@ zuString RnData::indexed(int firstField, int count, int index) const {
   return text(firstField + index);
 }
 
-zuString RnData::getMonthName(int month) const { return indexed(kFieldMonth, 12, month); }
-zuString RnData::getAbbrMonthName(int month) const { return indexed(kFieldAbbrMonth, 12, month); }
-zuString RnData::getWeekDayName(int weekDay) const { return indexed(kFieldWeekDay, 7, weekDay); }
+zuString RnData::getMonthName(int month) const {
+  return indexed(kFieldMonth, 12, month);
+}
+zuString RnData::getAbbrMonthName(int month) const {
+  return indexed(kFieldAbbrMonth, 12, month);
+}
+zuString RnData::getWeekDayName(int weekDay) const {
+  return indexed(kFieldWeekDay, 7, weekDay);
+}
 zuString RnData::getAbbrWeekDayName(int weekDay) const {
   return indexed(kFieldAbbrWeekDay, 7, weekDay);
 }
-zuString RnData::getMeridiemName(int meridiem) const { return indexed(kFieldMeridiem, 2, meridiem); }
-zuString RnData::getEraName(int era) const { return indexed(kFieldEra, 2, era); }
+zuString RnData::getMeridiemName(int meridiem) const {
+  return indexed(kFieldMeridiem, 2, meridiem);
+}
+zuString RnData::getEraName(int era) const {
+  return indexed(kFieldEra, 2, era);
+}
 
 zuString RnData::getDateFormat(int style) const {
   return text(kFieldDateFormat + stylePosition(style));
@@ -106,19 +122,41 @@ zuString RnData::getDateFormat(int style) const {
 zuString RnData::getTimeFormat(int style) const {
   return text(kFieldTimeFormat + stylePosition(style));
 }
-zuString RnData::getDateTimePattern() const { return text(kFieldDateTime); }
+zuString RnData::getDateTimePattern() const {
+  return text(kFieldDateTime);
+}
 
-zuString RnData::getNumericFormat(int category) const { return indexed(kFieldNumFormat, 3, category); }
+zuString RnData::getNumericFormat(int category) const {
+  return indexed(kFieldNumFormat, 3, category);
+}
 
-zuString RnData::getRadixSymbol() const { return text(kFieldNumSymbol + NUM_DECIMAL); }
-zuString RnData::getGroupingSymbol() const { return text(kFieldNumSymbol + NUM_GROUPING); }
-zuString RnData::getPercentSymbol() const { return text(kFieldNumSymbol + NUM_PERCENT); }
-zuString RnData::getNegativeSymbol() const { return text(kFieldNumSymbol + NUM_MINUS); }
-zuString RnData::getZeroSymbol() const { return text(kFieldNumSymbol + NUM_ZERO); }
-zuString RnData::getPositiveSymbol() const { return zuString(1, "+"); }
-zuString RnData::getCurrencySymbol() const { return text(kFieldCurrency + CUR_SYMBOL); }
-zuString RnData::getCurrencyName() const { return text(kFieldCurrency + CUR_ISONAME); }
-zuString RnData::getCurrencyRadix() const { return text(kFieldCurrency + CUR_DECIMAL); }
+zuString RnData::getRadixSymbol() const {
+  return text(kFieldNumSymbol + NUM_DECIMAL);
+}
+zuString RnData::getGroupingSymbol() const {
+  return text(kFieldNumSymbol + NUM_GROUPING);
+}
+zuString RnData::getPercentSymbol() const {
+  return text(kFieldNumSymbol + NUM_PERCENT);
+}
+zuString RnData::getNegativeSymbol() const {
+  return text(kFieldNumSymbol + NUM_MINUS);
+}
+zuString RnData::getZeroSymbol() const {
+  return text(kFieldNumSymbol + NUM_ZERO);
+}
+zuString RnData::getPositiveSymbol() const {
+  return zuString(1, "+");
+}
+zuString RnData::getCurrencySymbol() const {
+  return text(kFieldCurrency + CUR_SYMBOL);
+}
+zuString RnData::getCurrencyName() const {
+  return text(kFieldCurrency + CUR_ISONAME);
+}
+zuString RnData::getCurrencyRadix() const {
+  return text(kFieldCurrency + CUR_DECIMAL);
+}
 
 zuStorage<zuString> RnData::getTypefaces() const {
   zuStorage<zuString> faces;

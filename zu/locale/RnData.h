@@ -35,11 +35,11 @@ struct ZU_EXPORT RnRunTimeData_s {
   zuString abbrMonthNames[12];
   zuString weekDayNames[7];  // Sunday first
   zuString abbrWeekDayNames[7];
-  zuString eraNames[2];       // BC, AD
-  zuString meridiemNames[2];  // AM, PM
-  zuString dateFormats[4];    // full, long, medium, short (picture syntax)
-  zuString timeFormats[4];    // full, long, medium, short
-  zuString numberFormats[3];  // number, currency, percent pictures
+  zuString eraNames[2];        // BC, AD
+  zuString meridiemNames[2];   // AM, PM
+  zuString dateFormats[4];     // full, long, medium, short (picture syntax)
+  zuString timeFormats[4];     // full, long, medium, short
+  zuString numberFormats[3];   // number, currency, percent pictures
   zuString numericSymbols[5];  // decimal, grouping, percent, minus, zero digit
   zuString currency[3];        // symbol, ISO code, decimal separator
 };
@@ -48,8 +48,8 @@ class ZU_EXPORT RnData {
  public:
   // Weekdays, months, meridiems and eras.
   static constexpr int SUN = 0, MON = 1, TUE = 2, WED = 3, THU = 4, FRI = 5, SAT = 6;
-  static constexpr int JAN = 0, FEB = 1, MAR = 2, APR = 3, MAY = 4, JUN = 5, JUL = 6,
-                       AUG = 7, SEP = 8, OCT = 9, NOV = 10, DEC = 11;
+  static constexpr int JAN = 0, FEB = 1, MAR = 2, APR = 3, MAY = 4, JUN = 5, JUL = 6, AUG = 7,
+                       SEP = 8, OCT = 9, NOV = 10, DEC = 11;
   static constexpr int AM = 0, PM = 1;
   static constexpr int BC = 0, AD = 1;
   // Styles taken by the pattern getters; any other value means medium.
@@ -89,12 +89,12 @@ class ZU_EXPORT RnData {
   zuString getLocale() const;
 
   // Names; an index out of range gives the empty text.
-  zuString getMonthName(int month) const;         // JAN..DEC
-  zuString getAbbrMonthName(int month) const;     // JAN..DEC
-  zuString getWeekDayName(int weekDay) const;     // SUN..SAT
-  zuString getAbbrWeekDayName(int weekDay) const; // SUN..SAT
-  zuString getMeridiemName(int meridiem) const;   // AM, PM
-  zuString getEraName(int era) const;             // BC, AD
+  zuString getMonthName(int month) const;          // JAN..DEC
+  zuString getAbbrMonthName(int month) const;      // JAN..DEC
+  zuString getWeekDayName(int weekDay) const;      // SUN..SAT
+  zuString getAbbrWeekDayName(int weekDay) const;  // SUN..SAT
+  zuString getMeridiemName(int meridiem) const;    // AM, PM
+  zuString getEraName(int era) const;              // BC, AD
 
   // Date and time pictures of a style (*_FMT; any other value: medium).
   zuString getDateFormat(int style) const;

@@ -14,8 +14,12 @@ constexpr std::string_view kDigitSymbols = "9z8Z";
 constexpr int kMaxPrecision = 15;
 constexpr int kMaxWidth = 30;
 
-bool isDigitSymbol(char c) { return kDigitSymbols.find(c) != std::string_view::npos; }
-bool isBodySymbol(char c) { return isDigitSymbol(c) || c == ',' || c == '.'; }
+bool isDigitSymbol(char c) {
+  return kDigitSymbols.find(c) != std::string_view::npos;
+}
+bool isBodySymbol(char c) {
+  return isDigitSymbol(c) || c == ',' || c == '.';
+}
 
 // The digit body of one alternative of a locale pattern.
 struct DigitBody {
@@ -65,8 +69,8 @@ DigitBody findBody(std::string_view alternative) {
 std::string integerPart(int width, int primary, int secondary) {
   std::string reversed;
   for (int i = 0; i < width; ++i) {
-    const bool groupStart = primary > 0 && i > 0 &&
-                            (i == primary || (i > primary && (i - primary) % secondary == 0));
+    const bool groupStart =
+        primary > 0 && i > 0 && (i == primary || (i > primary && (i - primary) % secondary == 0));
     if (groupStart) reversed += ',';
     reversed += i == 0 ? '9' : 'z';
   }
@@ -74,7 +78,9 @@ std::string integerPart(int width, int primary, int secondary) {
 }
 
 // The packed count of an option field, or -1 when the field is unset.
-int packedCount(int options, int shift) { return ((options >> shift) & 0xFF) - 1; }
+int packedCount(int options, int shift) {
+  return ((options >> shift) & 0xFF) - 1;
+}
 
 }  // namespace
 
@@ -82,10 +88,17 @@ zuString RnData::getNumberFormat(int kind, int options) const {
   int category = 0;
   switch (kind) {
     case INTEGRAL_FMT:
-    case DECIMAL_FMT: category = NUMERIC; break;
-    case CURRENCY_FMT: category = CURRENCY; break;
-    case PERCENT_FMT: category = PERCENT; break;
-    default: return zuString::EmptyString();
+    case DECIMAL_FMT:
+      category = NUMERIC;
+      break;
+    case CURRENCY_FMT:
+      category = CURRENCY;
+      break;
+    case PERCENT_FMT:
+      category = PERCENT;
+      break;
+    default:
+      return zuString::EmptyString();
   }
   const zuString pattern = getNumericFormat(category);
   const std::string_view whole(pattern, pattern.Length());
@@ -104,16 +117,19 @@ zuString RnData::getNumberFormat(int kind, int options) const {
     if (body.begin == std::string_view::npos) {
       out.append(alternative);
     } else {
-      const int width = std::clamp(widthOption >= 0 ? widthOption : body.integerDigits, 1, kMaxWidth);
-      const int defaultPrecision = kind == INTEGRAL_FMT ? 0 : static_cast<int>(body.fraction.size());
-      const int precision = std::min(precisionOption >= 0 ? precisionOption : defaultPrecision, kMaxPrecision);
+      const int width =
+          std::clamp(widthOption >= 0 ? widthOption : body.integerDigits, 1, kMaxWidth);
+      const int defaultPrecision =
+          kind == INTEGRAL_FMT ? 0 : static_cast<int>(body.fraction.size());
+      const int precision =
+          std::min(precisionOption >= 0 ? precisionOption : defaultPrecision, kMaxPrecision);
       const bool grouped = (options & WITH_GROUPINGS) != 0;
       out.append(alternative.substr(0, body.begin));
       out += integerPart(width, grouped ? body.primaryGroup : 0, body.secondaryGroup);
       if (precision > 0 || (options & WITH_RADIX) != 0) out += '.';
       for (int i = 0; i < precision; ++i) {
-        const bool keepNine = (options & KEEP_NINES) != 0 && i < static_cast<int>(body.fraction.size()) &&
-                              body.fraction[i] == '9';
+        const bool keepNine = (options & KEEP_NINES) != 0 &&
+                              i < static_cast<int>(body.fraction.size()) && body.fraction[i] == '9';
         out += keepNine ? '9' : fractionSymbol;
       }
       out.append(alternative.substr(body.end));

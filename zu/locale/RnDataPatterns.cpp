@@ -42,7 +42,9 @@ void appendLocalSymbols(std::string& out, std::string_view picture, const char* 
   bool quoted = false;
   for (char c : picture) {
     if (c == '\'') quoted = !quoted;  // a doubled quote toggles twice
-    const char* hit = (quoted || c == ' ' || c == '\0') ? nullptr : std::char_traits<char>::find(mask, kAlphabetLength, c);
+    const char* hit = (quoted || c == ' ' || c == '\0')
+                          ? nullptr
+                          : std::char_traits<char>::find(mask, kAlphabetLength, c);
     if (hit != nullptr && alphabet.complete) {
       out += alphabet.letter(static_cast<int>(hit - mask));
     } else {
@@ -79,7 +81,8 @@ zuString toString(const std::string& text) {
 }  // namespace
 
 zuString RnData::localPattern(int firstField, int style, const char* mask) const {
-  const zuString picture = firstField == kFieldDateFormat ? getDateFormat(style) : getTimeFormat(style);
+  const zuString picture =
+      firstField == kFieldDateFormat ? getDateFormat(style) : getTimeFormat(style);
   const zuString letters = text(kFieldAlphabet);
   std::string out;
   appendLocalSymbols(out, std::string_view(picture, picture.Length()), mask,
@@ -101,8 +104,8 @@ zuString RnData::getLocalDateTimeFormat() const {
   const Alphabet alphabet(std::string_view(letters, letters.Length()));
   return toString(rewriteBodies(std::string_view(combining, combining.Length()),
                                 [&](std::string& out, char kind, std::string_view inner) {
-                                  appendLocalSymbols(out, inner, kind == 'd' ? gpDateMask : gpTimeMask,
-                                                     alphabet);
+                                  appendLocalSymbols(
+                                      out, inner, kind == 'd' ? gpDateMask : gpTimeMask, alphabet);
                                 }));
 }
 

@@ -56,9 +56,10 @@ TEST(RnDataTableTest, EveryRecordResolvesToCompleteData) {
     for (int category = RnData::NUMERIC; category <= RnData::PERCENT; ++category) {
       EXPECT_FALSE(data.getNumericFormat(category).IsEmpty()) << locale << " " << category;
     }
-    for (const zuString& symbol : {data.getRadixSymbol(), data.getGroupingSymbol(), data.getPercentSymbol(),
-                                   data.getNegativeSymbol(), data.getZeroSymbol(), data.getCurrencySymbol(),
-                                   data.getCurrencyName(), data.getCurrencyRadix()}) {
+    for (const zuString& symbol :
+         {data.getRadixSymbol(), data.getGroupingSymbol(), data.getPercentSymbol(),
+          data.getNegativeSymbol(), data.getZeroSymbol(), data.getCurrencySymbol(),
+          data.getCurrencyName(), data.getCurrencyRadix()}) {
       EXPECT_FALSE(symbol.IsEmpty()) << locale;
     }
     EXPECT_EQ(data.getCurrencyName().Length(), 3u) << locale;
@@ -111,7 +112,8 @@ TEST(RnDataTableTest, NamesAndSymbolsEqualIcu) {
         {data.getZeroSymbol(), icu::DecimalFormatSymbols::kZeroDigitSymbol},
         {data.getCurrencyRadix(), icu::DecimalFormatSymbols::kMonetarySeparatorSymbol},
     };
-    for (const auto& [ours, which] : symbols) EXPECT_EQ(str(ours), utf8(numbers.getSymbol(which))) << name;
+    for (const auto& [ours, which] : symbols)
+      EXPECT_EQ(str(ours), utf8(numbers.getSymbol(which))) << name;
   }
 }
 
@@ -123,7 +125,8 @@ TEST(RnDataTableTest, NamesFallBackThroughTheirParents) {
   EXPECT_EQ(str(moldova.getLocale()), "ro_MD");
   EXPECT_EQ(str(moldova.getMonthName(RnData::DEC)), str(romanian.getMonthName(RnData::DEC)));
   EXPECT_EQ(str(moldova.getCurrencyName()), str(romanian.getCurrencyName()));
-  EXPECT_EQ(str(moldova.getDateFormat(RnData::LONG_FMT)), str(romanian.getDateFormat(RnData::LONG_FMT)));
+  EXPECT_EQ(str(moldova.getDateFormat(RnData::LONG_FMT)),
+            str(romanian.getDateFormat(RnData::LONG_FMT)));
   // Names that CLDR lacks take their nearest equivalent.
   EXPECT_EQ(str(RnData("no_NO_NY").getWeekDayName(RnData::MON)), "måndag");
   EXPECT_EQ(str(RnData("no_NO").getWeekDayName(RnData::MON)), "mandag");

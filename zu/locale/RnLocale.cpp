@@ -56,8 +56,7 @@ bool startsWith(const char* text, const char* prefix) {
 // Equal to `language` or beginning with `language` and "_".
 bool isLanguage(const char* name, const char* language) {
   const size_t length = std::strlen(language);
-  return std::strncmp(name, language, length) == 0 &&
-         (name[length] == '\0' || name[length] == '_');
+  return std::strncmp(name, language, length) == 0 && (name[length] == '\0' || name[length] == '_');
 }
 
 const zuString& emptyIfNull(const zuString& text) {
@@ -113,21 +112,32 @@ unsigned long RnLocale::getWinLCID() const {
 
 // --- Family tests --------------------------------------------------------------
 
-bool RnLocale::isArabic() const { return isValid() && startsWith(getName(), "ar"); }
-bool RnLocale::isChinese() const { return isValid() && startsWith(getName(), "zh"); }
+bool RnLocale::isArabic() const {
+  return isValid() && startsWith(getName(), "ar");
+}
+bool RnLocale::isChinese() const {
+  return isValid() && startsWith(getName(), "zh");
+}
 bool RnLocale::isSimplifiedChinese() const {
   // Hong Kong counts as simplified here on purpose.
-  return isValid() && (std::strcmp(getName(), "zh_CN") == 0 || std::strcmp(getName(), "zh_HK") == 0);
+  return isValid() &&
+         (std::strcmp(getName(), "zh_CN") == 0 || std::strcmp(getName(), "zh_HK") == 0);
 }
 bool RnLocale::isTraditionalChinese() const {
   return isValid() && std::strcmp(getName(), "zh_TW") == 0;
 }
-bool RnLocale::isJapanese() const { return isValid() && startsWith(getName(), "ja"); }
-bool RnLocale::isKorean() const { return isValid() && startsWith(getName(), "ko"); }
+bool RnLocale::isJapanese() const {
+  return isValid() && startsWith(getName(), "ja");
+}
+bool RnLocale::isKorean() const {
+  return isValid() && startsWith(getName(), "ko");
+}
 bool RnLocale::isKoreanHani() const {
   return isValid() && std::strcmp(getName(), "ko_KR_HANI") == 0;
 }
-bool RnLocale::isThai() const { return isValid() && startsWith(getName(), "th"); }
+bool RnLocale::isThai() const {
+  return isValid() && startsWith(getName(), "th");
+}
 bool RnLocale::isBIDI() const {
   const char* name = getName();
   return isValid() && (isLanguage(name, "ar") || isLanguage(name, "he") || isLanguage(name, "fa"));
@@ -136,7 +146,9 @@ bool RnLocale::isIdeographic() const {
   const char* name = getName();
   return isValid() && (isLanguage(name, "ja") || isLanguage(name, "ko") || isLanguage(name, "zh"));
 }
-bool RnLocale::needsDictionaryBreaking() const { return isValid() && isLanguage(getName(), "th"); }
+bool RnLocale::needsDictionaryBreaking() const {
+  return isValid() && isLanguage(getName(), "th");
+}
 
 // --- Name services --------------------------------------------------------------
 

@@ -54,15 +54,23 @@ class ZU_EXPORT RnLocale {
 
   // Compares the canonical names (getName()), not the handles.
   bool operator==(const RnLocale& other) const;
-  bool operator!=(const RnLocale& other) const { return !(*this == other); }
+  bool operator!=(const RnLocale& other) const {
+    return !(*this == other);
+  }
 
-  bool isValid() const { return handle_ != 0; }
+  bool isValid() const {
+    return handle_ != 0;
+  }
   // The handle itself (see above).
-  int32_t getHandle() const { return handle_; }
+  int32_t getHandle() const {
+    return handle_;
+  }
   // The canonical name; "x" for the invalid handle. The text lives as long as
   // the map row or the registry entry.
   const char* getName() const;
-  const char* getIsoName() const { return getName(); }
+  const char* getIsoName() const {
+    return getName();
+  }
   // The descriptive platform name ("German_Germany"); "" for a registry entry
   // without one.
   const char* getWinName() const;
@@ -78,16 +86,16 @@ class ZU_EXPORT RnLocale {
 
   // --- Script and family tests (false for the invalid handle) ---------------
 
-  bool isArabic() const;              // name begins with "ar"
-  bool isChinese() const;             // name begins with "zh"
-  bool isSimplifiedChinese() const;   // "zh_CN" or "zh_HK"
-  bool isTraditionalChinese() const;  // "zh_TW"
-  bool isJapanese() const;            // name begins with "ja"
-  bool isKorean() const;              // name begins with "ko"
-  bool isKoreanHani() const;          // "ko_KR_HANI"
-  bool isThai() const;                // name begins with "th"
-  bool isBIDI() const;                // Arabic, Hebrew or Persian
-  bool isIdeographic() const;         // Japanese, Korean or Chinese
+  bool isArabic() const;                 // name begins with "ar"
+  bool isChinese() const;                // name begins with "zh"
+  bool isSimplifiedChinese() const;      // "zh_CN" or "zh_HK"
+  bool isTraditionalChinese() const;     // "zh_TW"
+  bool isJapanese() const;               // name begins with "ja"
+  bool isKorean() const;                 // name begins with "ko"
+  bool isKoreanHani() const;             // "ko_KR_HANI"
+  bool isThai() const;                   // name begins with "th"
+  bool isBIDI() const;                   // Arabic, Hebrew or Persian
+  bool isIdeographic() const;            // Japanese, Korean or Chinese
   bool needsDictionaryBreaking() const;  // Thai
 
   // --- Name services --------------------------------------------------------

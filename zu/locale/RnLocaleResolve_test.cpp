@@ -86,9 +86,8 @@ TEST(RnLocaleResolveTest, RowsCarryTheirPlatformIdentity) {
 
 TEST(RnLocaleResolveTest, FamilyTests) {
   constexpr unsigned kArabic = 1 << 0, kChinese = 1 << 1, kSimplified = 1 << 2,
-                     kTraditional = 1 << 3, kJapanese = 1 << 4, kKorean = 1 << 5,
-                     kHani = 1 << 6, kThai = 1 << 7, kBidi = 1 << 8, kIdeographic = 1 << 9,
-                     kDictionary = 1 << 10;
+                     kTraditional = 1 << 3, kJapanese = 1 << 4, kKorean = 1 << 5, kHani = 1 << 6,
+                     kThai = 1 << 7, kBidi = 1 << 8, kIdeographic = 1 << 9, kDictionary = 1 << 10;
   struct Case {
     const char* name;
     unsigned families;
@@ -109,13 +108,13 @@ TEST(RnLocaleResolveTest, FamilyTests) {
   };
   for (const Case& c : cases) {
     const RnLocale l(c.name);
-    const unsigned families =
-        (l.isArabic() ? kArabic : 0u) | (l.isChinese() ? kChinese : 0u) |
-        (l.isSimplifiedChinese() ? kSimplified : 0u) |
-        (l.isTraditionalChinese() ? kTraditional : 0u) | (l.isJapanese() ? kJapanese : 0u) |
-        (l.isKorean() ? kKorean : 0u) | (l.isKoreanHani() ? kHani : 0u) | (l.isThai() ? kThai : 0u) |
-        (l.isBIDI() ? kBidi : 0u) | (l.isIdeographic() ? kIdeographic : 0u) |
-        (l.needsDictionaryBreaking() ? kDictionary : 0u);
+    const unsigned families = (l.isArabic() ? kArabic : 0u) | (l.isChinese() ? kChinese : 0u) |
+                              (l.isSimplifiedChinese() ? kSimplified : 0u) |
+                              (l.isTraditionalChinese() ? kTraditional : 0u) |
+                              (l.isJapanese() ? kJapanese : 0u) | (l.isKorean() ? kKorean : 0u) |
+                              (l.isKoreanHani() ? kHani : 0u) | (l.isThai() ? kThai : 0u) |
+                              (l.isBIDI() ? kBidi : 0u) | (l.isIdeographic() ? kIdeographic : 0u) |
+                              (l.needsDictionaryBreaking() ? kDictionary : 0u);
     EXPECT_EQ(families, c.families) << c.name;
   }
 }

@@ -9,8 +9,8 @@
 #include <string>
 
 #include "zu/core/internal/zuDecimalPoint.h"
-#include "zu/locale/RnLocale.h"
 #include "zu/locale/RnData.h"
+#include "zu/locale/RnLocale.h"
 #include "zu/locale/internal/RnLocaleMap.h"
 #include "zu/locale/internal/RnLocaleName.h"
 #include "zu/locale/internal/RnThreadLocale.h"
@@ -117,20 +117,32 @@ namespace {
 
 RnData systemLocaleData() {
   const RnLocale system(RnLocale::getLocale());
-  const char* name = system.isValid() ? system.getName() 
-                                       : static_cast<const char*>(RnLocale::getDEFAULT_LOCALE());
+  const char* name =
+      system.isValid() ? system.getName() : static_cast<const char*>(RnLocale::getDEFAULT_LOCALE());
   return RnData(name);
 }
 
 }  // namespace
 
-zuString RnLocale::CurrencySymbol() { return systemLocaleData().getCurrencySymbol(); }
-zuString RnLocale::NegativeSign() { return systemLocaleData().getNegativeSymbol(); }
-zuString RnLocale::PositiveSign() { return systemLocaleData().getPositiveSymbol(); }
-zuString RnLocale::DecimalPoint() { return systemLocaleData().getRadixSymbol(); }
-zuString RnLocale::ThousandsSep() { return systemLocaleData().getGroupingSymbol(); }
+zuString RnLocale::CurrencySymbol() {
+  return systemLocaleData().getCurrencySymbol();
+}
+zuString RnLocale::NegativeSign() {
+  return systemLocaleData().getNegativeSymbol();
+}
+zuString RnLocale::PositiveSign() {
+  return systemLocaleData().getPositiveSymbol();
+}
+zuString RnLocale::DecimalPoint() {
+  return systemLocaleData().getRadixSymbol();
+}
+zuString RnLocale::ThousandsSep() {
+  return systemLocaleData().getGroupingSymbol();
+}
 
-char RnLocale::SystemDecimalPointAsChar() { return zu::internal::runtimeDecimalPoint(); }
+char RnLocale::SystemDecimalPointAsChar() {
+  return zu::internal::runtimeDecimalPoint();
+}
 
 zuString RnLocale::SystemDecimalPoint() {
   zuString point;

@@ -32,7 +32,8 @@ TEST(RnDateTest, AgreesWithChronoOnEveryDayFrom1600To2400) {
   for (sys_days day = first; day <= last; day += std::chrono::days{1}, ++days, date += 1) {
     const year_month_day ymd{day};
     const weekday weekDay{day};
-    const sys_days thursday = day - std::chrono::days{weekDay.iso_encoding() - 1} + std::chrono::days{3};
+    const sys_days thursday =
+        day - std::chrono::days{weekDay.iso_encoding() - 1} + std::chrono::days{3};
     const year isoYear = year_month_day{thursday}.year();
     const int isoWeek = static_cast<int>((thursday - sys_days{isoYear / 1 / 1}).count() / 7 + 1);
     const int yearDay = static_cast<int>((day - sys_days{ymd.year() / 1 / 1}).count() + 1);
@@ -143,7 +144,7 @@ TEST(RnDateTest, StylePatternsRoundTripInManyLocales) {
   const char* locales[] = {"en_US", "ja_JP", "ko_KR", "zh_CN", "zh_TW", "ar_SA", "th_TH",
                            "de_DE", "fr_FR", "ru_RU", "hi_IN", "es_ES", "he_IL", "fi_FI"};
   const int dates[][3] = {{1931, 1, 1}, {1969, 7, 20}, {1999, 12, 31}, {2000, 2, 29},
-                          {2009, 1, 5},  {2024, 3, 5},  {2029, 6, 15}, {2024, 9, 30}};
+                          {2009, 1, 5}, {2024, 3, 5},  {2029, 6, 15},  {2024, 9, 30}};
   for (const char* locale : locales) {
     for (int style = 1; style <= 4; ++style) {
       const zuString picture = RnDate::getDateFormat(style, zuString(locale));

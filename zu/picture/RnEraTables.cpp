@@ -22,10 +22,8 @@ constexpr int rows(const cjkTable_s (&)[N]) {
 // Meiji starts on the day its calendar reform names; later eras on the day
 // after the emperor's death (or abdication, for 令和).
 const cjkTable_s gJpEra[] = {
-    {day(1868, 9, 8), 1868, {"M", "明", "明治"}},
-    {day(1912, 7, 30), 1912, {"T", "大", "大正"}},
-    {day(1926, 12, 25), 1926, {"S", "昭", "昭和"}},
-    {day(1989, 1, 8), 1989, {"H", "平", "平成"}},
+    {day(1868, 9, 8), 1868, {"M", "明", "明治"}},   {day(1912, 7, 30), 1912, {"T", "大", "大正"}},
+    {day(1926, 12, 25), 1926, {"S", "昭", "昭和"}}, {day(1989, 1, 8), 1989, {"H", "平", "平成"}},
     {day(2019, 5, 1), 2019, {"R", "令", "令和"}},
 };
 
@@ -75,9 +73,13 @@ TableChoice chooseTable(const RnLocale& locale) {
 
 }  // namespace
 
-const cjkTable_s* getAltEraTable(const RnLocale& locale) { return chooseTable(locale).table; }
+const cjkTable_s* getAltEraTable(const RnLocale& locale) {
+  return chooseTable(locale).table;
+}
 
-int getAltEraTableCount(const RnLocale& locale) { return chooseTable(locale).count; }
+int getAltEraTableCount(const RnLocale& locale) {
+  return chooseTable(locale).count;
+}
 
 int32_t getNextEra(const cjkTable_s* table, int count, int era) {
   if (table == nullptr || era < -1 || era + 1 >= count) return INT32_MAX;

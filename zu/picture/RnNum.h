@@ -95,9 +95,9 @@ class ZU_EXPORT RnNum {
 
   // The value formatted through `picture`; the empty string when the object
   // is not valid, the picture is invalid, or the value does not fit. Throws
-  // only zuExMemory, when memory runs out. `radixPos`, when not null, receives the position (in code
-  // points) of the radix in the result, or the result's length when there
-  // is none. `flags`: ASCII_DIGITS or 0; other bits are ignored.
+  // only zuExMemory, when memory runs out. `radixPos`, when not null, receives the position (in
+  // code points) of the radix in the result, or the result's length when there is none. `flags`:
+  // ASCII_DIGITS or 0; other bits are ignored.
   zuString format(const zuString& picture, unsigned* radixPos = nullptr, int flags = 0);
   // Reads `text` through `picture` (see above). On success the value and
   // validity are replaced and true is returned; otherwise the object is

@@ -65,8 +65,8 @@ zuString RnNum::formatPicture(const zuString& picture, unsigned* radixPos, int f
   RnDecimal value;
   readRemembered(text_, text_.Length(), value);
   const int leading = static_cast<int>(a.leading);
-  int precision = a.trailing < RnDecimal::kSignificant ? static_cast<int>(a.trailing)
-                                                        : RnDecimal::kSignificant;
+  int precision =
+      a.trailing < RnDecimal::kSignificant ? static_cast<int>(a.trailing) : RnDecimal::kSignificant;
   bool withPoint = a.hasRadix;
   FormatState state;
   if (a.scientific) {
@@ -162,8 +162,8 @@ bool RnNum::subFormat(FormatState& state, char symbol, unsigned count) const {
           state.out.put(' ');
           continue;
         }
-        if (symbol == 'z' && (leadingZero || (state.radixPassed && c == '0' &&
-                                              state.nonZeroEnd < state.pos))) {
+        if (symbol == 'z' &&
+            (leadingZero || (state.radixPassed && c == '0' && state.nonZeroEnd < state.pos))) {
           continue;
         }
         implicitSign();
@@ -176,7 +176,7 @@ bool RnNum::subFormat(FormatState& state, char symbol, unsigned count) const {
     case 'v':
       state.radixPassed = true;
       state.radixAt = state.out.size();
-      if (state.pos >= state.digitCount) return true;  // the radix was dropped
+      if (state.pos >= state.digitCount) return true;    // the radix was dropped
       if (state.digits[state.pos] != '.') return false;  // the value does not fit
       ++state.pos;
       if (symbol == 'v' && !a.scientific) return true;
@@ -216,8 +216,8 @@ bool RnNum::subFormat(FormatState& state, char symbol, unsigned count) const {
       state.out.put('E');
       state.out.put(state.exponent < 0 ? '-' : '+');
       char buffer[16];
-      unsigned magnitude = static_cast<unsigned>(state.exponent < 0 ? -state.exponent
-                                                                    : state.exponent);
+      unsigned magnitude =
+          static_cast<unsigned>(state.exponent < 0 ? -state.exponent : state.exponent);
       int length = 0;
       do {
         buffer[length++] = static_cast<char>(magnitude % 10);

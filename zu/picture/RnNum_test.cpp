@@ -55,13 +55,20 @@ TEST(RnNumTest, DigitSymbolsAndZeroBlanking) {
 
 TEST(RnNumTest, SignSymbols) {
   static const FormatCase kCases[] = {
-      {"en_US", "-5", "S9", "-5"},          {"en_US", "5", "S9", " 5"},
-      {"en_US", "5", "s9", "5"},            {"en_US", "-5", "(9)", "(5)"},
-      {"en_US", "5", "(9)", " 5 "},         {"en_US", "-5", "9CR", "5CR"},
-      {"en_US", "5", "9CR", "5  "},         {"en_US", "-5", "9cr", "5CR"},
-      {"en_US", "5", "9cr", "5"},           {"en_US", "-5", "9DB", "5DB"},
-      {"en_US", "5", "9db", "5"},           {"en_US", "-0.001", "9.99", "0.00"},
-      {"en_US", "-0.5", ".99", "-.50"},     {"en_US", "-7", "ZZ9", "  -7"},
+      {"en_US", "-5", "S9", "-5"},
+      {"en_US", "5", "S9", " 5"},
+      {"en_US", "5", "s9", "5"},
+      {"en_US", "-5", "(9)", "(5)"},
+      {"en_US", "5", "(9)", " 5 "},
+      {"en_US", "-5", "9CR", "5CR"},
+      {"en_US", "5", "9CR", "5  "},
+      {"en_US", "-5", "9cr", "5CR"},
+      {"en_US", "5", "9cr", "5"},
+      {"en_US", "-5", "9DB", "5DB"},
+      {"en_US", "5", "9db", "5"},
+      {"en_US", "-0.001", "9.99", "0.00"},
+      {"en_US", "-0.5", ".99", "-.50"},
+      {"en_US", "-7", "ZZ9", "  -7"},
       {"en_US", "-7", "$zz9.99", "$-7.00"},
   };
   expectFormats(kCases, std::size(kCases));
@@ -89,10 +96,14 @@ TEST(RnNumTest, LocaleSymbolsAndDigits) {
 
 TEST(RnNumTest, ScientificNotation) {
   static const FormatCase kCases[] = {
-      {"en_US", "1234.5", "9.99E", "1.23E+3"},   {"en_US", "1234.5", "99.99E", "12.35E+2"},
-      {"en_US", "0.00012", "9.9E", "1.2E-4"},    {"en_US", "9.999", "9.99E", "1.00E+1"},
-      {"en_US", "0", "9.99E", "0.00E+0"},         {"en_US", "-1234.5", "s9.99E", "-1.23E+3"},
-      {"en_US", "1234.5", "9v99E", "1.23E+3"},    {"en_US", "1e-300", "9.9E", "1.0E-300"},
+      {"en_US", "1234.5", "9.99E", "1.23E+3"},
+      {"en_US", "1234.5", "99.99E", "12.35E+2"},
+      {"en_US", "0.00012", "9.9E", "1.2E-4"},
+      {"en_US", "9.999", "9.99E", "1.00E+1"},
+      {"en_US", "0", "9.99E", "0.00E+0"},
+      {"en_US", "-1234.5", "s9.99E", "-1.23E+3"},
+      {"en_US", "1234.5", "9v99E", "1.23E+3"},
+      {"en_US", "1e-300", "9.9E", "1.0E-300"},
       {"ar", "1234.5", "9.9E", "\u0661\u066b\u0662E+\u0663"},
   };
   expectFormats(kCases, std::size(kCases));
@@ -100,12 +111,12 @@ TEST(RnNumTest, ScientificNotation) {
 
 TEST(RnNumTest, ValuesThatDoNotFitAndBadPicturesGiveEmpty) {
   static const FormatCase kCases[] = {
-      {"en_US", "100", "99", ""},          {"en_US", "12.5", "9.99", ""},
-      {"en_US", "1.5", ".99", ""},         {"en_US", "abc", "999", ""},
-      {"en_US", "", "999", ""},            {"en_US", "5", "9C", ""},
-      {"en_US", "5", "9R", ""},            {"en_US", "5", "9.9.9", ""},
-      {"en_US", "5", "9EE", ""},           {"en_US", "5", "9E9", ""},
-      {"en_US", "5", "'open 9", ""},       {"en_US", "5", "'only literal'", ""},
+      {"en_US", "100", "99", ""},    {"en_US", "12.5", "9.99", ""},
+      {"en_US", "1.5", ".99", ""},   {"en_US", "abc", "999", ""},
+      {"en_US", "", "999", ""},      {"en_US", "5", "9C", ""},
+      {"en_US", "5", "9R", ""},      {"en_US", "5", "9.9.9", ""},
+      {"en_US", "5", "9EE", ""},     {"en_US", "5", "9E9", ""},
+      {"en_US", "5", "'open 9", ""}, {"en_US", "5", "'only literal'", ""},
       {"en_US", "1e400", "9", ""},
   };
   expectFormats(kCases, std::size(kCases));

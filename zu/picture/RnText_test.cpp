@@ -41,8 +41,12 @@ TEST(RnTextTest, FormatsThroughPictures) {
       {"-a", "0X", ""},
       {"\xC3\xA9\xD9\xA3", "A9", "\xC3\xA9\xD9\xA3"},  // letters and digits of any script
       {"AB", "\xEF\xBC\xA1", "\xEF\xBC\xA1"},          // a full-width letter is a literal here
-      {"AB", "'\xC3\xA9'A?A", "\xC3\xA9" "A B"},        // ASCII value, other picture
-      {"\xC3\xA9" "1", "A-9", "\xC3\xA9-1"},              // other value, ASCII picture
+      {"AB", "'\xC3\xA9'A?A",
+       "\xC3\xA9"
+       "A B"},  // ASCII value, other picture
+      {"\xC3\xA9"
+       "1",
+       "A-9", "\xC3\xA9-1"},  // other value, ASCII picture
   };
   for (const Case& c : cases) {
     RnText text(c.value, "en_US");

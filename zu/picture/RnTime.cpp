@@ -40,7 +40,9 @@ void appendAscii(zuString& out, const char* text, bool fullWidth) {
   for (; *text != '\0'; ++text) appendChar(out, *text, fullWidth);
 }
 
-bool isFullWidth(unsigned int codePoint) { return fullWidthToAscii(codePoint) != codePoint; }
+bool isFullWidth(unsigned int codePoint) {
+  return fullWidthToAscii(codePoint) != codePoint;
+}
 
 // The symbol as the picture wrote it: the ASCII letter or its full-width form.
 unsigned int writtenSymbol(const PictureItem& item) {
@@ -97,7 +99,9 @@ const zuLiteral& RnTime::getKDL_TIME_FMT2() {
 
 // --- Construction -----------------------------------------------------------
 
-RnTime::RnTime(const zuString& locale) { setTimeSymbols(locale); }
+RnTime::RnTime(const zuString& locale) {
+  setTimeSymbols(locale);
+}
 
 RnTime::RnTime(int millis, const zuString& locale) : value_(millis), valid_(millis != 0) {
   setTimeSymbols(locale);
@@ -127,22 +131,30 @@ int RnTime::epoch(int hour, int minute, int second, int millisecond, int offset)
 
 // --- Readings ---------------------------------------------------------------
 
-int64_t RnTime::displayed() const { return static_cast<int64_t>(value_) - 1 + zone_; }
+int64_t RnTime::displayed() const {
+  return static_cast<int64_t>(value_) - 1 + zone_;
+}
 
 int RnTime::dayMillis() const {
   const int64_t shown = displayed();
   return static_cast<int>(shown - floorDiv(shown, MILLISPERDAY) * MILLISPERDAY);
 }
 
-int RnTime::getMillis() const { return valid_ ? dayMillis() : -1; }
-int RnTime::getHour() const { return valid_ ? dayMillis() / MILLISPERHOUR : -1; }
+int RnTime::getMillis() const {
+  return valid_ ? dayMillis() : -1;
+}
+int RnTime::getHour() const {
+  return valid_ ? dayMillis() / MILLISPERHOUR : -1;
+}
 int RnTime::getMinute() const {
   return valid_ ? dayMillis() % MILLISPERHOUR / MILLISPERMINUTE : -1;
 }
 int RnTime::getSecond() const {
   return valid_ ? dayMillis() % MILLISPERMINUTE / MILLISPERSECOND : -1;
 }
-int RnTime::getMilliSecond() const { return valid_ ? dayMillis() % MILLISPERSECOND : -1; }
+int RnTime::getMilliSecond() const {
+  return valid_ ? dayMillis() % MILLISPERSECOND : -1;
+}
 
 int RnTime::getDays() const {
   return valid_ ? static_cast<int>(floorDiv(displayed(), MILLISPERDAY)) : -366;
@@ -195,7 +207,9 @@ zuString RnTime::format(const zuString& picture, unsigned int flags) const {
   return out;
 }
 
-zuString RnTime::toString() const { return format(getDEFAULT_TIME_FMT()); }
+zuString RnTime::toString() const {
+  return format(getDEFAULT_TIME_FMT());
+}
 
 zuString RnTime::subFormat(unsigned int symbol, int count, unsigned int) const {
   zuString out("");
@@ -207,12 +221,24 @@ void RnTime::formatField(zuString& out, unsigned int symbol, int count) const {
   const int millis = dayMillis();
   const int hour = millis / MILLISPERHOUR;
   switch (fullWidthToAscii(symbol)) {
-    case 'h': appendField(out, hour % 12 == 0 ? 12 : hour % 12, count, symbol, count); break;
-    case 'k': appendField(out, hour % 12, count, symbol, count); break;
-    case 'H': appendField(out, hour, count, symbol, count); break;
-    case 'K': appendField(out, hour == 0 ? 24 : hour, count, symbol, count); break;
-    case 'M': appendField(out, millis % MILLISPERHOUR / MILLISPERMINUTE, count, symbol, count); break;
-    case 'S': appendField(out, millis % MILLISPERMINUTE / MILLISPERSECOND, count, symbol, count); break;
+    case 'h':
+      appendField(out, hour % 12 == 0 ? 12 : hour % 12, count, symbol, count);
+      break;
+    case 'k':
+      appendField(out, hour % 12, count, symbol, count);
+      break;
+    case 'H':
+      appendField(out, hour, count, symbol, count);
+      break;
+    case 'K':
+      appendField(out, hour == 0 ? 24 : hour, count, symbol, count);
+      break;
+    case 'M':
+      appendField(out, millis % MILLISPERHOUR / MILLISPERMINUTE, count, symbol, count);
+      break;
+    case 'S':
+      appendField(out, millis % MILLISPERMINUTE / MILLISPERSECOND, count, symbol, count);
+      break;
     case 'F':
       if (count == 3) appendDigits(out, millis % MILLISPERSECOND, 3, isFullWidth(symbol));
       break;
@@ -227,18 +253,21 @@ void RnTime::formatField(zuString& out, unsigned int symbol, int count) const {
       break;
     }
     case 'z':
-    case 'Z': appendZone(out, fullWidthToAscii(symbol), count, isFullWidth(symbol)); break;
+    case 'Z':
+      appendZone(out, fullWidthToAscii(symbol), count, isFullWidth(symbol));
+      break;
     case 't':
       for (int i = 0; i < count; ++i) out += '\t';
       break;
-    default: break;
+    default:
+      break;
   }
 }
 
 // Counts 1 and 2 write the number unpadded and in two digits; a full-width
 // symbol with count 3 or 4 writes native numerals.
 void RnTime::appendField(zuString& out, int value, int width, unsigned int letter,
-                          int count) const {
+                         int count) const {
   const bool fullWidth = isFullWidth(letter);
   if (count == 1 || count == 2) {
     appendDigits(out, value, width, fullWidth);
@@ -337,8 +366,8 @@ void RnTime::setFromFields(int offset) {
   value_ = valid_ ? epoch(hour, minute, second, milli, offset) : 0;
 }
 
-int RnTime::parseNumber(const zuString& text, unsigned int position, int count, int low,
-                        int high, int& slot) const {
+int RnTime::parseNumber(const zuString& text, unsigned int position, int count, int low, int high,
+                        int& slot) const {
   int value = 0;
   int next;
   if (count == 1 || count == 2) {
@@ -404,7 +433,8 @@ int RnTime::subParse(const zuString& text, unsigned int position, unsigned int s
     case 'Z':
       if (f.zoneMinutes != kNoZone) return -1;
       return parseZone(text, position, fullWidthToAscii(symbol), count);
-    default: return -1;
+    default:
+      return -1;
   }
 }
 
@@ -420,7 +450,9 @@ int RnTime::parseOffset(const zuString& text, unsigned int position, ZoneForm fo
   int next = readDigits(text, pos, 2, 2, hours);
   if (next < 0 || hours > 23) return -1;
   pos = static_cast<unsigned int>(next);
-  const unsigned int separator = form == ZoneForm::kColon ? ':' : form == ZoneForm::kQuoted ? '\'' : 0;
+  const unsigned int separator = form == ZoneForm::kColon    ? ':'
+                                 : form == ZoneForm::kQuoted ? '\''
+                                                             : 0;
   if (separator != 0 && foldedAt(text, pos) != separator) return -1;
   next = readDigits(text, pos, 2, 2, mins);
   if (next < 0 || mins > 59) return -1;
@@ -430,15 +462,13 @@ int RnTime::parseOffset(const zuString& text, unsigned int position, ZoneForm fo
   return static_cast<int>(pos);
 }
 
-int RnTime::parseZone(const zuString& text, unsigned int position, unsigned int symbol,
-                      int count) {
+int RnTime::parseZone(const zuString& text, unsigned int position, unsigned int symbol, int count) {
   Fields& f = fields_;
   int minutes = 0;
   int next;
   if (symbol == 'z') {
     if (count != 1 && count != 2) return -1;
-    if ((next = matchZulu(text, position)) >= 0 ||
-        (next = matchGmt(text, position)) >= 0) {
+    if ((next = matchZulu(text, position)) >= 0 || (next = matchGmt(text, position)) >= 0) {
       f.zoneMinutes = 0;
       return next;
     }

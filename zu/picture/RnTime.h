@@ -84,8 +84,8 @@ class ZU_EXPORT RnTime {
   RnTime& operator=(const RnTime& other) = default;
   ~RnTime() = default;
 
-  // The time under `picture`; empty when the time is invalid. `flags` is handed to subFormat for derived
-  // classes; this class does not use it (callers pass 0).
+  // The time under `picture`; empty when the time is invalid. `flags` is handed to subFormat for
+  // derived classes; this class does not use it (callers pass 0).
   zuString format(const zuString& picture, unsigned int flags = 0) const;
   // The time under getDEFAULT_TIME_FMT().
   zuString toString() const;
@@ -131,12 +131,12 @@ class ZU_EXPORT RnTime {
  protected:
   // Parse slots; negative while unset.
   struct Fields {
-    int hour12 = -1;     // 0-11 (an "h" of 12 is stored as 0)
-    int hour24 = -1;     // 0-23
+    int hour12 = -1;  // 0-11 (an "h" of 12 is stored as 0)
+    int hour24 = -1;  // 0-23
     int minute = -1;
     int second = -1;
     int milli = -1;
-    int meridiem = -1;   // 0 morning, 1 afternoon
+    int meridiem = -1;          // 0 morning, 1 afternoon
     int zoneMinutes = kNoZone;  // east of Greenwich
     bool zoneDaylight = false;
   };
@@ -168,8 +168,8 @@ class ZU_EXPORT RnTime {
   void setFromFields(int offset);
 
   Fields fields_;
-  int32_t value_ = 0;   // epoch's count
-  int32_t zone_ = 0;    // display zone, ms east of Greenwich
+  int32_t value_ = 0;  // epoch's count
+  int32_t zone_ = 0;   // display zone, ms east of Greenwich
   bool valid_ = false;
   bool daylight_ = false;
 
@@ -194,8 +194,7 @@ class ZU_EXPORT RnTime {
   int matchMeridiemInitial(const zuString& text, unsigned int position, int& which) const;
   int matchZoneName(const zuString& text, unsigned int position, int& minutes,
                     bool& daylight) const;
-  int parseOffset(const zuString& text, unsigned int position, ZoneForm form,
-                  int& minutes) const;
+  int parseOffset(const zuString& text, unsigned int position, ZoneForm form, int& minutes) const;
   int parseZone(const zuString& text, unsigned int position, unsigned int symbol, int count);
 
   RnLocale locale_;

@@ -43,12 +43,18 @@ std::string reading(const RnTime& time) {
 }
 
 TEST(RnTimeTest, EpochRejectsFieldsOutOfRange) {
-  struct Case { int hour, minute, second, milli, offset, expected; };
+  struct Case {
+    int hour, minute, second, milli, offset, expected;
+  };
   const Case cases[] = {
-      {24, 0, 0, 0, 0, 0},          {0, 60, 0, 0, 0, 0},
-      {0, 0, 60, 0, 0, 0},          {0, 0, 0, 1000, 0, 0},
-      {-1, 0, 0, 0, 0, 0},          {0, 0, 0, 0, 0, 1},
-      {23, 59, 59, 999, 0, 86400000}, {1, 0, 0, 0, -kHour, 1},
+      {24, 0, 0, 0, 0, 0},
+      {0, 60, 0, 0, 0, 0},
+      {0, 0, 60, 0, 0, 0},
+      {0, 0, 0, 1000, 0, 0},
+      {-1, 0, 0, 0, 0, 0},
+      {0, 0, 0, 0, 0, 1},
+      {23, 59, 59, 999, 0, 86400000},
+      {1, 0, 0, 0, -kHour, 1},
       {0, 0, 0, 0, INT32_MAX, INT32_MAX},
   };
   for (const Case& c : cases) {
@@ -64,14 +70,10 @@ TEST(RnTimeTest, ReadingsFollowTheDisplayZoneAndCountDays) {
     int days;
   };
   const Case cases[] = {
-      {at(13, 5, 7, 9), 0, 0, "13:05:07.009", 0},
-      {at(0, 0), 0, 0, "00:00:00.000", 0},
-      {at(23, 59, 59, 999), 0, 1, "00:00:00.000", 1},
-      {at(0, 0), 0, -1, "23:59:59.999", -1},
-      {at(23, 0), 0, 2 * kHour, "01:00:00.000", 1},
-      {at(0, 30), 0, -kHour, "23:30:00.000", -1},
-      {at(20, 0), 330, 0, "01:30:00.000", 1},
-      {at(2, 0), -300, 0, "21:00:00.000", -1},
+      {at(13, 5, 7, 9), 0, 0, "13:05:07.009", 0},     {at(0, 0), 0, 0, "00:00:00.000", 0},
+      {at(23, 59, 59, 999), 0, 1, "00:00:00.000", 1}, {at(0, 0), 0, -1, "23:59:59.999", -1},
+      {at(23, 0), 0, 2 * kHour, "01:00:00.000", 1},   {at(0, 30), 0, -kHour, "23:30:00.000", -1},
+      {at(20, 0), 330, 0, "01:30:00.000", 1},         {at(2, 0), -300, 0, "21:00:00.000", -1},
       {INT32_MAX, 0, INT32_MAX, "20:31:23.646", 24},
   };
   for (const Case& c : cases) {
@@ -95,7 +97,13 @@ TEST(RnTimeTest, ReadingsFollowTheDisplayZoneAndCountDays) {
 }
 
 TEST(RnTimeTest, FormatsEachSymbol) {
-  struct Case { int millis; int zoneMinutes; const char* locale; const char* picture; const char* expected; };
+  struct Case {
+    int millis;
+    int zoneMinutes;
+    const char* locale;
+    const char* picture;
+    const char* expected;
+  };
   const Case cases[] = {
       {at(0, 0), 0, "en_US", "h|hh|k|kk|H|HH|K|KK", "12|12|0|00|0|00|24|24"},
       {at(13, 7, 9, 45), 0, "en_US", "h:M:S A|hh:MM:SS.FFF AA", "1:7:9 PM|01:07:09.045 P"},
@@ -119,7 +127,13 @@ TEST(RnTimeTest, FormatsEachSymbol) {
 }
 
 TEST(RnTimeTest, ZoneNamesComeFromTheLocaleTable) {
-  struct Case { const char* tz; const char* locale; int zoneMinutes; bool daylight; const char* expected; };
+  struct Case {
+    const char* tz;
+    const char* locale;
+    int zoneMinutes;
+    bool daylight;
+    const char* expected;
+  };
   const Case cases[] = {
       {"America/New_York", "en_US", -300, false, "EST"},
       {"America/New_York", "en_US", -240, true, "EDT"},
@@ -184,7 +198,11 @@ TEST(RnTimeTest, ParsesFields) {
 }
 
 TEST(RnTimeTest, LocalTimeTakesTheProcessZone) {
-  struct Case { const char* tz; int standardMinutes; int daylightMinutes; };
+  struct Case {
+    const char* tz;
+    int standardMinutes;
+    int daylightMinutes;
+  };
   const Case cases[] = {
       {"UTC", 0, 0},
       {"Asia/Kolkata", 330, 330},
@@ -210,8 +228,8 @@ TEST(RnTimeTest, LocalTimeTakesTheProcessZone) {
 TEST(RnTimeTest, LocaleTimeStylesRoundTrip) {
   const char* const locales[] = {"en_US", "ja_JP", "ko_KR", "zh_CN", "zh_TW", "ar_SA", "de_DE",
                                  "fr_FR", "hi_IN", "ru_RU", "th_TH", "es_ES", "he_IL", "ar"};
-  const int times[] = {at(0, 0), at(0, 59, 1), at(11, 59, 59), at(12, 0), at(12, 30, 5),
-                       at(13, 1, 2), at(23, 59, 58)};
+  const int times[] = {at(0, 0),      at(0, 59, 1), at(11, 59, 59), at(12, 0),
+                       at(12, 30, 5), at(13, 1, 2), at(23, 59, 58)};
   ScopedTimeZone zone("UTC");
   for (const char* locale : locales) {
     for (int style = 1; style <= 4; ++style) {
@@ -221,7 +239,8 @@ TEST(RnTimeTest, LocaleTimeStylesRoundTrip) {
         const RnTime time(millis, locale);
         const zuString text = time.format(picture);
         const RnTime back(text, picture, locale);
-        const std::string label = std::string(locale) + " " + std::string(picture) + " " + std::string(text);
+        const std::string label =
+            std::string(locale) + " " + std::string(picture) + " " + std::string(text);
         ASSERT_TRUE(back.isValid()) << label;
         const size_t compared = hasSeconds ? 8 : 5;  // "HH:MM:SS" or "HH:MM"
         EXPECT_EQ(reading(back).substr(0, compared), reading(time).substr(0, compared)) << label;

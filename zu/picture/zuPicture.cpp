@@ -2,8 +2,8 @@
 #include "zu/picture/zuPicture.h"
 
 #include "zu/picture/internal/zuPictureBodies.h"
-#include "zu/picture/internal/zuPreparedPicture.h"
 #include "zu/picture/internal/zuPictureGrammarPieces.h"
+#include "zu/picture/internal/zuPreparedPicture.h"
 
 zuPicture::zuPicture(const zuString& locale) : locale_(locale) {}
 

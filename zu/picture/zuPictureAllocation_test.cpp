@@ -61,9 +61,15 @@ void* operator new(size_t size, const std::nothrow_t&) noexcept {
 }
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wmismatched-new-delete"
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, size_t) noexcept { std::free(memory); }
-void operator delete(void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
+void operator delete(void* memory) noexcept {
+  std::free(memory);
+}
+void operator delete(void* memory, size_t) noexcept {
+  std::free(memory);
+}
+void operator delete(void* memory, const std::nothrow_t&) noexcept {
+  std::free(memory);
+}
 #pragma GCC diagnostic pop
 
 namespace {
@@ -106,10 +112,8 @@ TEST(zuPictureAllocationTest, EveryCategoryReportsRunningOutOfMemory) {
       {false, "num{z,zz9.99}", "1234.5", "1.234,50"},
       {false, longNumberPicture.c_str(), "1234.5", longNumberText.c_str()},
       {true, "num{z,zzz,zzz,zz9.99}", "1.234.567.890,50", "1234567890.5"},
-      {false, "text{99999999999999999999-AA}", "12345678901234567890AB",
-       "12345678901234567890-AB"},
-      {true, "text{99999999999999999999-AA}", "12345678901234567890-AB",
-       "12345678901234567890AB"},
+      {false, "text{99999999999999999999-AA}", "12345678901234567890AB", "12345678901234567890-AB"},
+      {true, "text{99999999999999999999-AA}", "12345678901234567890-AB", "12345678901234567890AB"},
       {true, "num{z,zz9.99}", "1.234,50", "1234.5"},
       {false, "text{999-AA}", "123AB", "123-AB"},
       {true, "text{999-AA}", "123-AB", "123AB"},

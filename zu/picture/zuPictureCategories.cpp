@@ -3,6 +3,7 @@
 
 #include "zu/core/zuException.h"
 #include "zu/core/zuFormat.h"
+#include "zu/core/zuMessageIds.h"
 #include "zu/picture/RnDate.h"
 #include "zu/picture/RnNum.h"
 #include "zu/picture/RnText.h"
@@ -10,10 +11,9 @@
 #include "zu/picture/internal/zuCanonicalDateTime.h"
 #include "zu/picture/internal/zuPictureBodies.h"
 #include "zu/picture/internal/zuPictureDateTimeText.h"
+#include "zu/picture/internal/zuPictureGrammarPieces.h"
 #include "zu/picture/internal/zuPictureScan.h"
 #include "zu/picture/zuPicture.h"
-#include "zu/core/zuMessageIds.h"
-#include "zu/picture/internal/zuPictureGrammarPieces.h"
 
 using zu::internal::peelSubPicture;
 

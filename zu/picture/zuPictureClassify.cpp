@@ -7,9 +7,9 @@
 #include "zu/picture/RnText.h"
 #include "zu/picture/RnTime.h"
 #include "zu/picture/internal/RnDateTimeUtil.h"
+#include "zu/picture/internal/zuPictureGrammarPieces.h"
 #include "zu/picture/internal/zuPictureScan.h"
 #include "zu/picture/zuPicture.h"
-#include "zu/picture/internal/zuPictureGrammarPieces.h"
 
 using namespace zu::internal;
 
@@ -142,7 +142,8 @@ int isSpecialPictureValid(const zuString& picture, const zuString& word) {
 
 }  // namespace
 
-int zu::internal::isPicture(const zuString& picture, const zuString& word, const zuString& symbols) {
+int zu::internal::isPicture(const zuString& picture, const zuString& word,
+                            const zuString& symbols) {
   const bool numeric = word.Equals(zuPicture::getNUM());
   const unsigned int length = picture.Length();
   for (unsigned int pos = 0; pos < length;) {

@@ -4,9 +4,9 @@
 #include "zu/locale/RnData.h"
 #include "zu/locale/RnLocale.h"
 #include "zu/picture/internal/zuPictureDateTimeText.h"
+#include "zu/picture/internal/zuPictureGrammarPieces.h"
 #include "zu/picture/internal/zuPictureScan.h"
 #include "zu/picture/zuPicture.h"
-#include "zu/picture/internal/zuPictureGrammarPieces.h"
 
 using namespace zu::internal;
 
@@ -105,8 +105,8 @@ int zu::internal::isCharQuote(unsigned int character) {
 
 // --- Quoted literals --------------------------------------------------------
 
-int zu::internal::getLiteralSubstr(const zuString& picture, unsigned int quotePos, unsigned int& pos,
-                                zuString* out) {
+int zu::internal::getLiteralSubstr(const zuString& picture, unsigned int quotePos,
+                                   unsigned int& pos, zuString* out) {
   unsigned int end = quotePos;
   if (picture[quotePos] != '\'' || !skipQuotedLiteral(picture, quotePos, end)) return 0;
   if (out != nullptr) {

@@ -7,10 +7,10 @@
 #include <iterator>
 #include <new>
 
+#include "zu/core/zuMessageIds.h"
+#include "zu/runtime/internal/zuRaise.h"
 #include "zu/runtime/internal/zuRememberedSlots.h"
 #include "zu/runtime/internal/zuThreadId.h"
-#include "zu/runtime/internal/zuRaise.h"
-#include "zu/core/zuMessageIds.h"
 
 namespace {
 

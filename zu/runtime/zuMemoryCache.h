@@ -109,7 +109,7 @@ class ZU_EXPORT zuMemoryCache {
   std::size_t blockSize_;
   std::size_t blockCount_;
   std::size_t areaBytes_;  // the one allocation holding the pool and its blocks
-  std::size_t stride_;  // header + block size rounded up to kAlignment
+  std::size_t stride_;     // header + block size rounded up to kAlignment
   std::size_t inUse_ = 0;
   // Blocks given back, most recent first; their first word links the next.
   char* freeHead_ = nullptr;

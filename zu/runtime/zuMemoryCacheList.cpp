@@ -4,7 +4,6 @@
 #include <new>
 #include <utility>
 
-
 zuMemoryCacheList::zuMemoryCacheList(std::size_t blockSize, std::size_t poolBlockCount,
                                      zuCacheManager* manager)
     : blockSize_(blockSize), poolBlockCount_(poolBlockCount), manager_(manager) {}

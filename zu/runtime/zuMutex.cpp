@@ -43,7 +43,9 @@ zuAcquireMutex::zuAcquireMutex(zuMutex* mutex) : mutex_(mutex) {
   if (mutex_ != nullptr) mutex_->Acquire();
 }
 
-zuAcquireMutex::~zuAcquireMutex() { Release(); }
+zuAcquireMutex::~zuAcquireMutex() {
+  Release();
+}
 
 void zuAcquireMutex::Release() {
   if (mutex_ == nullptr) return;

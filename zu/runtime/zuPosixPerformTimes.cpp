@@ -26,7 +26,9 @@ clockid_t callingThreadClock() {
 
 }  // namespace
 
-zuPosixPerformTimes::zuPosixPerformTimes() : threadClock_(callingThreadClock()) { Reset(); }
+zuPosixPerformTimes::zuPosixPerformTimes() : threadClock_(callingThreadClock()) {
+  Reset();
+}
 
 int64_t zuPosixPerformTimes::threadNow() const {
   const int64_t now = readClock(threadClock_);
@@ -48,7 +50,9 @@ unsigned long zuPosixPerformTimes::ThreadTime() const {
   return millisBetween(threadStart_.load(std::memory_order_relaxed), threadNow());
 }
 
-unsigned long zuPosixPerformTimes::ThreadCpuTotal() const { return millisBetween(0, threadNow()); }
+unsigned long zuPosixPerformTimes::ThreadCpuTotal() const {
+  return millisBetween(0, threadNow());
+}
 
 void zuPosixPerformTimes::Reset() {
   elapsedStart_.store(readClock(CLOCK_MONOTONIC), std::memory_order_relaxed);

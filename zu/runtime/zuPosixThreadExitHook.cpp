@@ -12,7 +12,9 @@ ThreadExitHandler gHandler = nullptr;
 // Any non-null value arms the key's destructor.
 void* const kWatched = reinterpret_cast<void*>(1);
 
-void onThreadExit(void*) { gHandler(); }
+void onThreadExit(void*) {
+  gHandler();
+}
 
 }  // namespace
 

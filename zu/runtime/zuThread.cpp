@@ -69,7 +69,8 @@ zuThread::~zuThread() {
 
 zuThread* zuThread::NewThread(unsigned long stackSize, ePriority priority, ThreadFunction work,
                               void* arg, ThreadFunction startUp, ThreadFunction exit) {
-  zuThread* thread = new (std::nothrow) zuPosixThread(stackSize, priority, work, arg, startUp, exit);
+  zuThread* thread =
+      new (std::nothrow) zuPosixThread(stackSize, priority, work, arg, startUp, exit);
   if (thread == nullptr) throw zuExMemory();
   return thread;
 }
@@ -187,7 +188,9 @@ zuThreadStats zuThread::Stats() const {
   return stats_;
 }
 
-void zuThread::Id(zuString& id) { id = std::to_string(zu::internal::currentThreadId()).c_str(); }
+void zuThread::Id(zuString& id) {
+  id = std::to_string(zu::internal::currentThreadId()).c_str();
+}
 
 void zuThread::zuSleep(unsigned long milliseconds) {
   std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));

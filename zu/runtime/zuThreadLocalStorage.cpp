@@ -1,11 +1,11 @@
 #include "zu/runtime/zuThreadLocalStorage.h"
 
+#include "zu/core/zuMessageIds.h"
+#include "zu/runtime/internal/zuRaise.h"
 #include "zu/runtime/internal/zuRememberedSlots.h"
 #include "zu/runtime/internal/zuThreadExitHook.h"
 #include "zu/runtime/internal/zuThreadId.h"
 #include "zu/runtime/internal/zuThreadTable.h"
-#include "zu/runtime/internal/zuRaise.h"
-#include "zu/core/zuMessageIds.h"
 
 namespace {
 

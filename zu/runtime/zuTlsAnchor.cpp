@@ -17,7 +17,9 @@ int gNextIndex = 0;
 
 zuTlsObject::~zuTlsObject() = default;
 
-zuTlsAnchor::zuTlsAnchor() { objects_.reserve(Size()); }
+zuTlsAnchor::zuTlsAnchor() {
+  objects_.reserve(Size());
+}
 
 zuTlsAnchor::~zuTlsAnchor() {
   while (!objects_.empty()) {
@@ -27,7 +29,9 @@ zuTlsAnchor::~zuTlsAnchor() {
   }
 }
 
-zuTlsAnchor* zuTlsAnchor::GetTlsAnchor() { return zuPosixTlsAnchor::GetTlsAnchor(); }
+zuTlsAnchor* zuTlsAnchor::GetTlsAnchor() {
+  return zuPosixTlsAnchor::GetTlsAnchor();
+}
 
 int zuTlsAnchor::RegisterTlsObject(zuTlsObject* object) {
   if (object == nullptr) return -1;
@@ -42,15 +46,24 @@ int zuTlsAnchor::RegisterTlsObject(zuTlsObject* object) {
 }
 
 zuTlsObject* zuTlsAnchor::Object(int index) const {
-  auto found = std::find_if(objects_.begin(), objects_.end(),
-                            [index](const zuTlsObject* object) { return object->Index() == index; });
+  auto found = std::find_if(objects_.begin(), objects_.end(), [index](const zuTlsObject* object) {
+    return object->Index() == index;
+  });
   return found != objects_.end() ? *found : nullptr;
 }
 
-void zuTlsAnchor::SetSize(unsigned int size) { gSize.store(size, std::memory_order_relaxed); }
+void zuTlsAnchor::SetSize(unsigned int size) {
+  gSize.store(size, std::memory_order_relaxed);
+}
 
-unsigned int zuTlsAnchor::Size() { return gSize.load(std::memory_order_relaxed); }
+unsigned int zuTlsAnchor::Size() {
+  return gSize.load(std::memory_order_relaxed);
+}
 
-void zuTlsAnchor::ThreadExitCleanup() { zuPosixTlsAnchor::ThreadExitCleanup(); }
+void zuTlsAnchor::ThreadExitCleanup() {
+  zuPosixTlsAnchor::ThreadExitCleanup();
+}
 
-void zuTlsAnchor::ReleaseTlsAnchorSingletons() { zuPosixTlsAnchor::ReleaseTlsAnchorSingletons(); }
+void zuTlsAnchor::ReleaseTlsAnchorSingletons() {
+  zuPosixTlsAnchor::ReleaseTlsAnchorSingletons();
+}

@@ -38,7 +38,9 @@ zuTrace& zuTrace::operator=(const zuTrace& other) {
   return *this;
 }
 
-zuTrace::~zuTrace() { TraceRegistry::instance().remove(*this); }
+zuTrace::~zuTrace() {
+  TraceRegistry::instance().remove(*this);
+}
 
 int zuTrace::isEnabledSlowly(unsigned int level, unsigned int threadId) const {
   zuTraceHandler* handler = handlerOf(threadId);

@@ -23,14 +23,15 @@ zuTraceHandlerTLS* zuTraceHandlerTLS::find(unsigned int threadId) {
   const unsigned int self = zu::internal::currentThreadId();
   const ThreadTable& table = ThreadTable::instance();
   bool memoized = false;
-  const zuThreadLocalStorage* storage = threadId == 0 || threadId == self
-                                            ? table.findCurrent(self, memoized)
-                                            : table.find(threadId);
+  const zuThreadLocalStorage* storage =
+      threadId == 0 || threadId == self ? table.findCurrent(self, memoized) : table.find(threadId);
   if (storage == nullptr) return nullptr;
   return static_cast<zuTraceHandlerTLS*>(storage->Slot(zuThreadLocalStorage::eTraceHandler));
 }
 
-zuTraceHandlerTLS::~zuTraceHandlerTLS() { setTraceHandler(nullptr); }
+zuTraceHandlerTLS::~zuTraceHandlerTLS() {
+  setTraceHandler(nullptr);
+}
 
 void zuTraceHandlerTLS::setTraceHandler(zuTraceHandler* handler) {
   if (handler == handler_) return;

@@ -48,8 +48,7 @@ constexpr ReportLine kReport[] = {
 
 TimingSlot* slotOf(zuTraceHandler::TimingType type) {
   const auto index = static_cast<unsigned int>(type);
-  return index < static_cast<unsigned int>(zuTraceHandler::kTimingSlots) ? &gSlots[index]
-                                                                         : nullptr;
+  return index < static_cast<unsigned int>(zuTraceHandler::kTimingSlots) ? &gSlots[index] : nullptr;
 }
 
 // What the mutex guards: the non-zero-only flag, the logs, and the reading
@@ -171,7 +170,8 @@ int zuTraceHandler::readControlFirst() {
 
 void zuTraceHandler::startSlot(TimingType type) {
   int state = timingSwitch_.load(std::memory_order_relaxed);
-  if (state == kUnread) [[unlikely]] state = readControlFirst();
+  if (state == kUnread) [[unlikely]]
+    state = readControlFirst();
   TimingSlot* slot = slotOf(type);
   if (slot == nullptr || state != kOn) return;
   slot->mark.store(zu::internal::timingClockMillis() + kMarkOffset, std::memory_order_relaxed);
@@ -179,7 +179,8 @@ void zuTraceHandler::startSlot(TimingType type) {
 
 void zuTraceHandler::stopSlot(TimingType type) {
   int state = timingSwitch_.load(std::memory_order_relaxed);
-  if (state == kUnread) [[unlikely]] state = readControlFirst();
+  if (state == kUnread) [[unlikely]]
+    state = readControlFirst();
   TimingSlot* slot = slotOf(type);
   if (slot == nullptr || state != kOn) return;
   // Two threads stopping one slot at once may both count it: timers of

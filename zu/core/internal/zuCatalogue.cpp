@@ -66,10 +66,21 @@ std::string unescape(const char* pos, const char* end) {
       continue;
     }
     switch (pos[1]) {
-      case 't': text += '\t'; ++pos; break;
-      case 'n': text += '\n'; ++pos; break;
-      case '\\': text += '\\'; ++pos; break;
-      default: text += '\\'; break;  // not an escape: kept as written
+      case 't':
+        text += '\t';
+        ++pos;
+        break;
+      case 'n':
+        text += '\n';
+        ++pos;
+        break;
+      case '\\':
+        text += '\\';
+        ++pos;
+        break;
+      default:
+        text += '\\';
+        break;  // not an escape: kept as written
     }
   }
   return text;
@@ -101,7 +112,8 @@ void parseCatalogue(const char* bytes, size_t size, zuCatalogueTexts& texts) {
   const char* pos = bytes;
   const char* const end = bytes + size;
   if (size >= 3 && static_cast<unsigned char>(bytes[0]) == 0xEF &&
-      static_cast<unsigned char>(bytes[1]) == 0xBB && static_cast<unsigned char>(bytes[2]) == 0xBF) {
+      static_cast<unsigned char>(bytes[1]) == 0xBB &&
+      static_cast<unsigned char>(bytes[2]) == 0xBF) {
     pos += 3;
   }
   while (pos < end) {

@@ -3,8 +3,8 @@
 #include <bit>
 #include <new>
 
-#include "zu/runtime/zuCacheManager.h"
 #include "zu/runtime/internal/zuRaise.h"
+#include "zu/runtime/zuCacheManager.h"
 
 namespace zu::internal {
 

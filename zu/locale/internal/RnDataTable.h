@@ -11,20 +11,20 @@ namespace zu::internal {
 
 enum RnDataField : int {
   kFieldName = 0,
-  kFieldMeridiem = 1,       // AM, PM
-  kFieldCurrency = 3,       // symbol, ISO code, decimal separator
-  kFieldTimeFormat = 6,     // full, long, medium, short
-  kFieldDateFormat = 10,    // full, long, medium, short
-  kFieldDateTime = 14,      // combining pattern
-  kFieldAbbrWeekDay = 15,   // Sunday first
-  kFieldWeekDay = 22,       // Sunday first
-  kFieldEra = 29,           // BC, AD
-  kFieldAlphabet = 31,      // localised picture-symbol letters
-  kFieldAbbrMonth = 32,     // January first
-  kFieldMonth = 44,         // January first
-  kFieldNumSymbol = 56,     // decimal, grouping, percent, minus, zero digit
-  kFieldNumFormat = 61,     // number, currency, percent
-  kFieldTypefaces = 64,     // family names, each ended by NUL, then a NUL
+  kFieldMeridiem = 1,      // AM, PM
+  kFieldCurrency = 3,      // symbol, ISO code, decimal separator
+  kFieldTimeFormat = 6,    // full, long, medium, short
+  kFieldDateFormat = 10,   // full, long, medium, short
+  kFieldDateTime = 14,     // combining pattern
+  kFieldAbbrWeekDay = 15,  // Sunday first
+  kFieldWeekDay = 22,      // Sunday first
+  kFieldEra = 29,          // BC, AD
+  kFieldAlphabet = 31,     // localised picture-symbol letters
+  kFieldAbbrMonth = 32,    // January first
+  kFieldMonth = 44,        // January first
+  kFieldNumSymbol = 56,    // decimal, grouping, percent, minus, zero digit
+  kFieldNumFormat = 61,    // number, currency, percent
+  kFieldTypefaces = 64,    // family names, each ended by NUL, then a NUL
   kFieldCount = 65
 };
 

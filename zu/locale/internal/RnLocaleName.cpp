@@ -7,8 +7,12 @@ namespace {
 
 constexpr size_t kScriptLength = 4;
 
-char toUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
-char toLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+char toUpper(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+char toLower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
 
 size_t find(const char* name, size_t from, size_t to, char wanted) {
   const void* found = from < to ? std::memchr(name + from, wanted, to - from) : nullptr;

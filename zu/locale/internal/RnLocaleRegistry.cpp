@@ -28,11 +28,10 @@ RnLocaleRegistry& RnLocaleRegistry::currentOrCreate() {
 }
 
 size_t RnLocaleRegistry::lowerBound(const char* name) const {
-  const auto found =
-      std::lower_bound(entries_.begin(), entries_.end(), name,
-                       [](const RnRunTimeDesc_s* entry, const char* wanted) {
-                         return std::strcmp(entry->name, wanted) < 0;
-                       });
+  const auto found = std::lower_bound(entries_.begin(), entries_.end(), name,
+                                      [](const RnRunTimeDesc_s* entry, const char* wanted) {
+                                        return std::strcmp(entry->name, wanted) < 0;
+                                      });
   return static_cast<size_t>(found - entries_.begin());
 }
 

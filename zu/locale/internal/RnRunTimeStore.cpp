@@ -70,11 +70,16 @@ const zuString* runTimeField(const RnRunTimeData_s& data, int field) {
     const zuString* entries;
   };
   const Group groups[] = {
-      {kFieldMeridiem, 2, data.meridiemNames},       {kFieldCurrency, 3, data.currency},
-      {kFieldTimeFormat, 4, data.timeFormats},       {kFieldDateFormat, 4, data.dateFormats},
-      {kFieldAbbrWeekDay, 7, data.abbrWeekDayNames}, {kFieldWeekDay, 7, data.weekDayNames},
-      {kFieldEra, 2, data.eraNames},                 {kFieldAbbrMonth, 12, data.abbrMonthNames},
-      {kFieldMonth, 12, data.monthNames},            {kFieldNumSymbol, 5, data.numericSymbols},
+      {kFieldMeridiem, 2, data.meridiemNames},
+      {kFieldCurrency, 3, data.currency},
+      {kFieldTimeFormat, 4, data.timeFormats},
+      {kFieldDateFormat, 4, data.dateFormats},
+      {kFieldAbbrWeekDay, 7, data.abbrWeekDayNames},
+      {kFieldWeekDay, 7, data.weekDayNames},
+      {kFieldEra, 2, data.eraNames},
+      {kFieldAbbrMonth, 12, data.abbrMonthNames},
+      {kFieldMonth, 12, data.monthNames},
+      {kFieldNumSymbol, 5, data.numericSymbols},
       {kFieldNumFormat, 3, data.numberFormats},
   };
   for (const Group& group : groups) {

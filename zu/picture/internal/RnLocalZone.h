@@ -11,10 +11,10 @@
 namespace zu::internal {
 
 struct RnLocalZone {
-  int offsetMillis;         // east of Greenwich positive, daylight shift included
-  int standardMinutes;      // east of Greenwich positive, without daylight time
-  bool daylightInForce;     // daylight time is in force now
-  bool observesDaylight;    // the zone has daylight time now or within half a year
+  int offsetMillis;       // east of Greenwich positive, daylight shift included
+  int standardMinutes;    // east of Greenwich positive, without daylight time
+  bool daylightInForce;   // daylight time is in force now
+  bool observesDaylight;  // the zone has daylight time now or within half a year
 };
 
 // The zone of the process at this moment.

@@ -29,9 +29,7 @@ inline char32_t foldFullWidth(char32_t c) {
 // letters, as bits of four words.
 constexpr std::array<uint32_t, 4> kRunChars = [] {
   std::array<uint32_t, 4> bits{};
-  auto mark = [&bits](char c) {
-    bits[static_cast<unsigned char>(c) >> 5] |= 1u << (c & 31);
-  };
+  auto mark = [&bits](char c) { bits[static_cast<unsigned char>(c) >> 5] |= 1u << (c & 31); };
   for (const char symbol : {'9', '0'}) mark(symbol);
   for (char letter = 'A'; letter <= 'Z'; ++letter) mark(letter);
   for (char letter = 'a'; letter <= 'z'; ++letter) mark(letter);
@@ -69,13 +67,14 @@ struct PicturePiece {
   enum class Kind { Run, Literal, Quoted };
   Kind kind = Kind::Literal;
   char32_t c = 0;
-  unsigned count = 0;       // the run's length
+  unsigned count = 0;        // the run's length
   RunEnd end = RunEnd::End;  // what ended the run
 };
 
 // Reads a picture, a view of its characters by position (size() and
-// operator[] giving code points), left to right, one piece at a time. The character after a closing quote starts a run whatever it is.
-// `fullWidth` lets full-width forms of symbols and letters make runs as well.
+// operator[] giving code points), left to right, one piece at a time. The character after a closing
+// quote starts a run whatever it is. `fullWidth` lets full-width forms of symbols and letters make
+// runs as well.
 template <class Chars>
 class PictureReader {
  public:

@@ -8,8 +8,8 @@
 namespace zu::internal {
 
 struct RnTimeZoneRecord {
-  const char* locale;        // on the first record of a locale only
-  int offsetMinutes;         // standard time, east of Greenwich positive
+  const char* locale;  // on the first record of a locale only
+  int offsetMinutes;   // standard time, east of Greenwich positive
   bool observesDaylight;
   const char* standardName;
   const char* daylightName;

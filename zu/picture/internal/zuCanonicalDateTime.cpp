@@ -34,10 +34,10 @@ zuString isoPartAfterT(const zuString& text) {
 CanonicalDate::CanonicalDate(const zuString& text, const zuString& locale)
     : RnDate(0, RnDate::getDEFAULT_LOCALE(), kCenturySplit) {
   const zuString body = isoPartBeforeT(text);
-  const bool read = readCanonicalDateForm(body, fields_, [&](unsigned int pos, unsigned int symbol,
-                                                             int count) {
-    return subParse(body, pos, symbol, count);
-  });
+  const bool read =
+      readCanonicalDateForm(body, fields_, [&](unsigned int pos, unsigned int symbol, int count) {
+        return subParse(body, pos, symbol, count);
+      });
   const int days = read && resolveFields() ? getDays() : 0;
   resetFields();
   setDateSymbols(locale);
@@ -49,15 +49,15 @@ CanonicalTime::CanonicalTime(const zuString& text, const zuString& locale)
   const zuString body = isoPartAfterT(text);
   resetFields();
   bool zoneGiven = false;
-  const bool read = readCanonicalTimeForm(body, zoneGiven, [&](unsigned int pos,
-                                                               unsigned int symbol, int count) {
-    return subParse(body, pos, symbol, count);
-  });
+  const bool read =
+      readCanonicalTimeForm(body, zoneGiven, [&](unsigned int pos, unsigned int symbol, int count) {
+        return subParse(body, pos, symbol, count);
+      });
   if (read) {
     // Without a zone the text is local time, taken at the moment of reading;
     // epoch adds the offset, so it is given west of Greenwich.
-    const int east = zoneGiven ? fields_.zoneMinutes * MILLISPERMINUTE
-                               : currentLocalZone().offsetMillis;
+    const int east =
+        zoneGiven ? fields_.zoneMinutes * MILLISPERMINUTE : currentLocalZone().offsetMillis;
     setFromFields(-east);
   }
   zone_ = 0;

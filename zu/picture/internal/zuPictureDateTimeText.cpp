@@ -1,8 +1,8 @@
 #include "zu/picture/internal/zuPictureDateTimeText.h"
 
+#include "zu/picture/internal/zuPictureGrammarPieces.h"
 #include "zu/picture/internal/zuPictureScan.h"
 #include "zu/picture/zuPicture.h"
-#include "zu/picture/internal/zuPictureGrammarPieces.h"
 
 namespace zu::internal {
 

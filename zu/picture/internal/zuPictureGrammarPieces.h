@@ -17,7 +17,7 @@ zuString interpret(const zuString& picture);
 // as one) into `out` when given, `pos` past the closing quote. 0 when the
 // literal is not closed.
 int getLiteralSubstr(const zuString& picture, unsigned int quotePos, unsigned int& pos,
-                            zuString* out);
+                     zuString* out);
 int isCharAlphabetic(unsigned int character);
 // Only "0" and "9": the filler digits between sub-pictures.
 int isCharNumeric(unsigned int character);

@@ -6,9 +6,9 @@
 
 #include "zu/core/internal/zuShortCopy.h"
 #include "zu/core/internal/zuThreadMemo.h"
+#include "zu/picture/internal/zuPictureGrammarPieces.h"
 #include "zu/picture/internal/zuPictureScan.h"
 #include "zu/picture/zuPicture.h"
-#include "zu/picture/internal/zuPictureGrammarPieces.h"
 
 namespace zu::internal {
 

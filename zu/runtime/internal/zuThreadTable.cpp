@@ -2,9 +2,9 @@
 
 #include <new>
 
+#include "zu/runtime/internal/zuRaise.h"
 #include "zu/runtime/internal/zuThreadExitHook.h"
 #include "zu/runtime/zuThreadLocalStorage.h"
-#include "zu/runtime/internal/zuRaise.h"
 
 namespace zu::internal {
 

@@ -17,7 +17,9 @@ bool isCSpace(char byte) {
          byte == '\r';
 }
 
-bool isDigit(char byte) { return byte >= '0' && byte <= '9'; }
+bool isDigit(char byte) {
+  return byte >= '0' && byte <= '9';
+}
 
 std::string_view skipSpace(std::string_view text) {
   std::size_t start = 0;
