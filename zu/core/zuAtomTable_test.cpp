@@ -114,7 +114,7 @@ TEST(zuAtomTableTest, EqualStaticAtomsAreRemappedToTheFirst) {
 
   EXPECT_EQ(second, &firstRecord);
   EXPECT_EQ(other, &otherRecord);
-  EXPECT_STREQ(secondRecord.text, "Atom was remapped!!  See zuAtomTable::initializeAtom");
+  EXPECT_STREQ(secondRecord.text, zuAtomTable::kRemappedText);
   EXPECT_EQ(secondRecord.length, 0xFFFFFFFFu);
   EXPECT_EQ(secondRecord.hash, 0xFFFFFFFFu);
 
@@ -153,7 +153,6 @@ TEST(zuAtomTableTest, TableGrowsWhenTheThresholdIsReached) {
     }
   }
   EXPECT_EQ(table.bucketCount(), 16384u);
-  EXPECT_EQ(table.growThreshold(), 12287u);
   for (size_t i = 0; i < texts.size(); ++i) {
     ASSERT_EQ(table.findInTable(texts[i].c_str(), records[i].hash, records[i].length), &records[i]);
   }
