@@ -118,12 +118,9 @@ TEST_F(zuPosixResourceLoaderTest, LookupOrderOverrideClientResourceSecondaryExec
   zuPosixResourceLoader::Override(&override);
   EXPECT_EQ(zuPosixResourceLoader::Override(), &override);
 
-  EXPECT_EQ(message(61001), "override");
-  EXPECT_EQ(message(61002), "client");
-  EXPECT_EQ(message(61003), "resource");
-  EXPECT_EQ(message(61004), "secondary");
-  EXPECT_EQ(message(61005), "executable");
-  EXPECT_EQ(message(61006), "(unchanged)");
+  const char* const answers[] = {"override",  "client",     "resource",
+                                 "secondary", "executable", "(unchanged)"};
+  for (unsigned short id = 61001; id <= 61006; ++id) EXPECT_EQ(message(id), answers[id - 61001]);
   zuPosixResourceLoader::AddSecondaryHandle(secondary);
   zuPosixResourceLoader::RemoveSecondaryHandle(secondary);  // every entry
   EXPECT_EQ(message(61004), "executable");

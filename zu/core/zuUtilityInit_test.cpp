@@ -55,8 +55,7 @@ TEST_F(zuUtilityInitTest, FirstMismatchIsRecordedThenThrownOnceInitialised) {
   zuVersionChecker fine("3.6.19011.4", "fine");
   zuUtilityInit init("3.6.19011.0", 0);  // records, does not throw
 
-  const char* version = "unset";
-  const char* component = "unset";
+  const char *version = "unset", *component = "unset";
   EXPECT_EQ(init.CheckVersion(&version, &component), 0);
   EXPECT_STREQ(version, "3.5.18000.0");
   EXPECT_EQ(std::string(component), longName.substr(0, 32));
@@ -71,8 +70,7 @@ TEST_F(zuUtilityInitTest, FirstMismatchIsRecordedThenThrownOnceInitialised) {
 
 TEST_F(zuUtilityInitTest, MismatchAfterInitialisationThrowsAtOnce) {
   zuUtilityInit init("3.6.19011.0", 1);
-  const char* version = "unset";
-  const char* component = "unset";
+  const char *version = "unset", *component = "unset";
   EXPECT_EQ(init.CheckVersion(&version, &component), 1);
   EXPECT_EQ(version, nullptr);
   EXPECT_EQ(component, nullptr);
