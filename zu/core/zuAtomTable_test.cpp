@@ -101,12 +101,8 @@ TEST(zuAtomTableTest, HashTakesBytesAsSigned) {
 
 TEST(zuAtomTableTest, EqualStaticAtomsAreRemappedToTheFirst) {
   zuAtomTable table;
-  zuAtomStore firstRecord = {"shared"};
-  zuAtomStore secondRecord = {"shared"};
-  zuAtomStore otherRecord = {"other"};
-  zuAtomStore* first = &firstRecord;
-  zuAtomStore* second = &secondRecord;
-  zuAtomStore* other = &otherRecord;
+  zuAtomStore firstRecord = {"shared"}, secondRecord = {"shared"}, otherRecord = {"other"};
+  zuAtomStore *first = &firstRecord, *second = &secondRecord, *other = &otherRecord;
   zuAtomStore** const moduleA[] = {&first, nullptr};
   zuAtomStore** const moduleB[] = {&other, &second, nullptr};
   table.initializeAtoms(moduleA);

@@ -10,7 +10,6 @@
 #include <iconv.h>
 #include <unicode/uchar.h>
 
-#include <cerrno>
 #include <memory>
 #include <random>
 #include <set>

@@ -132,16 +132,12 @@ TEST(zuExErrItemTest, ResolveEqualityAndFormatterCopies) {
 }
 
 TEST(zuExMemoryTest, IsABadAllocWithOneOutOfMemoryItem) {
-  try {
-    throw zuExMemory();
-  } catch (const std::bad_alloc& error) {
-    EXPECT_STREQ(error.what(), "bad allocation");
-    const auto* memory = dynamic_cast<const zuExMemory*>(&error);
-    ASSERT_NE(memory, nullptr);
-    EXPECT_EQ(memory->Count(), 1u);
-    EXPECT_EQ((*memory)[0].ResId(), 16583);
-    EXPECT_EQ(&(*memory)[0], &(*memory)[9]);
-  }
+  const zuExMemory memory;
+  const std::bad_alloc& error = memory;  // caught as such: zuNewHandler_test
+  EXPECT_STREQ(error.what(), "bad allocation");
+  EXPECT_EQ(memory.Count(), 1u);
+  EXPECT_EQ(memory[0].ResId(), 16583);
+  EXPECT_EQ(&memory[0], &memory[9]);
 }
 
 TEST(zuExAssertTest, ThreeOrFourItems) {
