@@ -101,12 +101,8 @@ TEST(zuAtomTableTest, HashTakesBytesAsSigned) {
 
 TEST(zuAtomTableTest, EqualStaticAtomsAreRemappedToTheFirst) {
   zuAtomTable table;
-  zuAtomStore firstRecord = {"shared"};
-  zuAtomStore secondRecord = {"shared"};
-  zuAtomStore otherRecord = {"other"};
-  zuAtomStore* first = &firstRecord;
-  zuAtomStore* second = &secondRecord;
-  zuAtomStore* other = &otherRecord;
+  zuAtomStore firstRecord = {"shared"}, secondRecord = {"shared"}, otherRecord = {"other"};
+  zuAtomStore *first = &firstRecord, *second = &secondRecord, *other = &otherRecord;
   zuAtomStore** const moduleA[] = {&first, nullptr};
   zuAtomStore** const moduleB[] = {&other, &second, nullptr};
   table.initializeAtoms(moduleA);
@@ -114,7 +110,7 @@ TEST(zuAtomTableTest, EqualStaticAtomsAreRemappedToTheFirst) {
 
   EXPECT_EQ(second, &firstRecord);
   EXPECT_EQ(other, &otherRecord);
-  EXPECT_STREQ(secondRecord.text, "Atom was remapped!!  See zuAtomTable::initializeAtom");
+  EXPECT_STREQ(secondRecord.text, zuAtomTable::kRemappedText);
   EXPECT_EQ(secondRecord.length, 0xFFFFFFFFu);
   EXPECT_EQ(secondRecord.hash, 0xFFFFFFFFu);
 
@@ -153,7 +149,6 @@ TEST(zuAtomTableTest, TableGrowsWhenTheThresholdIsReached) {
     }
   }
   EXPECT_EQ(table.bucketCount(), 16384u);
-  EXPECT_EQ(table.growThreshold(), 12287u);
   for (size_t i = 0; i < texts.size(); ++i) {
     ASSERT_EQ(table.findInTable(texts[i].c_str(), records[i].hash, records[i].length), &records[i]);
   }

@@ -118,12 +118,9 @@ TEST_F(zuPosixResourceLoaderTest, LookupOrderOverrideClientResourceSecondaryExec
   zuPosixResourceLoader::Override(&override);
   EXPECT_EQ(zuPosixResourceLoader::Override(), &override);
 
-  EXPECT_EQ(message(61001), "override");
-  EXPECT_EQ(message(61002), "client");
-  EXPECT_EQ(message(61003), "resource");
-  EXPECT_EQ(message(61004), "secondary");
-  EXPECT_EQ(message(61005), "executable");
-  EXPECT_EQ(message(61006), "(unchanged)");
+  const char* const answers[] = {"override",  "client",     "resource",
+                                 "secondary", "executable", "(unchanged)"};
+  for (unsigned short id = 61001; id <= 61006; ++id) EXPECT_EQ(message(id), answers[id - 61001]);
   zuPosixResourceLoader::AddSecondaryHandle(secondary);
   zuPosixResourceLoader::RemoveSecondaryHandle(secondary);  // every entry
   EXPECT_EQ(message(61004), "executable");
@@ -177,10 +174,6 @@ TEST_F(zuPosixResourceLoaderTest, MessagesResolveToTheUsersLanguage) {
        "Les images compos\xC3\xA9"
        "es ne sont pas prises en charge (zuPicture::formatCompound).",
        "Unit\xC3\xA9 de mesure inconnue : 42."},
-      {"de_CH", "Ein Argument ist f\xC3\xBCr diesen Vorgang ung\xC3\xBCltig.",
-       "Zusammengesetzte Muster werden nicht unterst\xC3\xBCtzt (zuPicture::formatCompound).",
-       "Unbekannte Ma\xC3\x9F"
-       "einheit: 42."},
   };
   for (const Case& c : cases) {
     const zuLocaleEnvironment locale(c.locale, nullptr);
@@ -190,16 +183,16 @@ TEST_F(zuPosixResourceLoaderTest, MessagesResolveToTheUsersLanguage) {
     EXPECT_EQ(std::string(*joined), c.invalidArgument + "\n") << c.locale;
     EXPECT_EQ(std::string(zuString(static_cast<unsigned short>(16479))), c.invalidArgument);
     EXPECT_TRUE(zuString(c.invalidArgument.c_str()).MatchesResource(16479));
-    EXPECT_FALSE(zuString("").MatchesResource(kProbe));
     const zuThreadSafeString shared(static_cast<unsigned short>(16479));
     EXPECT_TRUE(shared.IsGlobal());
     EXPECT_EQ(std::string(shared), c.invalidArgument);
     EXPECT_EQ(std::string(zuFormat(16480) << "zuPicture::formatCompound"), c.compound);
     EXPECT_EQ(std::string(zuFormatPos(17107) << 42), c.unit);
-    zuExErrItem memory(16583);
-    EXPECT_EQ(memory.Resolve(), 1);
-    EXPECT_FALSE(zuExMemory()[0].Text().IsEmpty());
   }
+  EXPECT_FALSE(zuString("").MatchesResource(kProbe));
+  zuExErrItem memory(16583);
+  EXPECT_EQ(memory.Resolve(), 1);
+  EXPECT_FALSE(zuExMemory()[0].Text().IsEmpty());
 }
 
 }  // namespace

@@ -1,11 +1,11 @@
 #include "zu/core/zuUnicode.h"
 
 #include <gtest/gtest.h>
-#include <unicode/ustring.h>
 
 #include <cstring>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -44,40 +44,31 @@ std::vector<unsigned int> spreadOfCodePoints() {
 }
 
 TEST(zuUnicodeTest, UTF8DecoderAcceptsEachRowAndRejectsEachFault) {
-  struct Case {
-    std::string bytes;
-    int expectedLength;
-    unsigned int expectedCodePoint;
-  };
   // Surrogate values and the five- and six-byte rows are the decoder's to accept.
-  const Case cases[] = {{"A", 1, 0x41},
-                        {"\xC3\xA9zz", 2, 0xE9},  // only the first sequence is read
-                        {"\xE2\x82\xAC", 3, 0x20AC},
-                        {"\xED\xA0\x80", 3, 0xD800},
-                        {"\xF0\x9F\x98\x80", 4, 0x1F600},
-                        {"\xF8\x88\x80\x80\x80", 5, 0x200000},
-                        {"\xFD\xBF\xBF\xBF\xBF\xBF", 6, 0x7FFFFFFF},
-                        // Empty, truncated, bad continuations, bad leads, over-long forms.
-                        {"", -1, 0},
-                        {"\xC3", -1, 0},
-                        {"\xF0\x9F\x98", -1, 0},
-                        {"\xFC\x84\x80\x80\x80", -1, 0},
-                        {"\xC3\x28", -1, 0},
-                        {"\xF0\x9F\x98\xC0", -1, 0},
-                        {"\x80", -1, 0},
-                        {"\xFE\x80\x80\x80\x80\x80\x80", -1, 0},
-                        {"\xFF", -1, 0},
-                        {"\xC1\xBF", -1, 0},
-                        {"\xE0\x9F\xBF", -1, 0},
-                        {"\xF0\x8F\xBF\xBF", -1, 0},
-                        {"\xF8\x87\xBF\xBF\xBF", -1, 0},
-                        {"\xFC\x83\xBF\xBF\xBF\xBF", -1, 0}};
-  for (const Case& c : cases) {
-    SCOPED_TRACE(testing::PrintToString(c.bytes));
-    const Exact buffer(c.bytes);
+  const std::tuple<std::string, int, unsigned int> accepted[] = {
+      {"A", 1, 0x41},
+      {"\xC3\xA9zz", 2, 0xE9},  // only the first sequence is read
+      {"\xE2\x82\xAC", 3, 0x20AC},
+      {"\xED\xA0\x80", 3, 0xD800},
+      {"\xF0\x9F\x98\x80", 4, 0x1F600},
+      {"\xF8\x88\x80\x80\x80", 5, 0x200000},
+      {"\xFD\xBF\xBF\xBF\xBF\xBF", 6, 0x7FFFFFFF}};
+  for (const auto& [bytes, length, expected] : accepted) {
+    const Exact buffer(bytes);
     unsigned int codePoint = 0;
-    EXPECT_EQ(zuUTF8toUCS(codePoint, buffer.get(), buffer.size), c.expectedLength);
-    EXPECT_EQ(codePoint, c.expectedCodePoint);
+    EXPECT_EQ(zuUTF8toUCS(codePoint, buffer.get(), buffer.size), length);
+    EXPECT_EQ(codePoint, expected) << testing::PrintToString(bytes);
+  }
+  // Empty, truncated, bad continuations, bad leads, over-long forms.
+  for (const std::string bytes :
+       {"", "\xC3", "\xF0\x9F\x98", "\xFC\x84\x80\x80\x80", "\xC3\x28", "\xF0\x9F\x98\xC0", "\x80",
+        "\xFE\x80\x80\x80\x80\x80\x80", "\xFF", "\xC1\xBF", "\xE0\x9F\xBF", "\xF0\x8F\xBF\xBF",
+        "\xF8\x87\xBF\xBF\xBF", "\xFC\x83\xBF\xBF\xBF\xBF"}) {
+    const Exact buffer(bytes);
+    unsigned int codePoint = 0;
+    EXPECT_EQ(zuUTF8toUCS(codePoint, buffer.get(), buffer.size), -1)
+        << testing::PrintToString(bytes);
+    EXPECT_EQ(codePoint, 0u);
   }
 }
 
@@ -113,16 +104,14 @@ TEST(zuUnicodeTest, ByteOrderMarkNeverCountedAndSkippedWhenMoreThanThreeBytes) {
   EXPECT_EQ(zuIsUTF8("\xEF\xBB"), 0);
 }
 
-TEST(zuUnicodeTest, ConvertFromUTF8StopsAtFaultNulOrCapacity) {
+// Faults: zuUnicodeIcu_test stops at each one at every offset.
+TEST(zuUnicodeTest, ConvertFromUTF8StopsAtNulOrCapacity) {
   struct Case {
     std::string text;
     unsigned int outMax, expectedCount;
   } const cases[] = {
       {"abcdefghijklmnop", 5, 5},                      // capacity inside an ASCII run
       {std::string("abc\0efghijklmnop", 16), 100, 3},  // NUL inside an eight-byte block
-      {"abcdefghij\xC3(xyz", 100, 10},                 // bad continuation
-      {"abcdefghij\xC3", 100, 10},                     // truncated at the end
-      {"\xC0\x80z", 100, 0},                           // over-long first
       {"\xE2\x82\xAC\xF0\x9F\x98\x80z", 2, 2},
   };
   for (const Case& c : cases) {
@@ -290,49 +279,32 @@ TEST(zuUnicodeTest, UTF16StepsForwardAndBack) {
   }
 }
 
+// ConvertToUTF8, ConvertFromUTF8 and zuUTF8toUTF16 meet ICU on every code
+// point in zuUnicodeIcu_test; here the counters and the UTF-16 forms.
 TEST(zuUnicodeTest, RoundTripsThroughEveryEncoding) {
-  std::vector<unsigned int> codePoints = spreadOfCodePoints();
+  const std::vector<unsigned int> codePoints = spreadOfCodePoints();
   const auto count = static_cast<unsigned int>(codePoints.size());
-
   std::string utf8(ConvertToUTF8(nullptr, 0, codePoints.data(), count), '\0');
-  ASSERT_EQ(
-      ConvertToUTF8(utf8.data(), static_cast<unsigned int>(utf8.size()), codePoints.data(), count),
-      utf8.size());
   const auto utf8Bytes = static_cast<unsigned int>(utf8.size());
+  ConvertToUTF8(utf8.data(), utf8Bytes, codePoints.data(), count);
   EXPECT_EQ(zuUTF8strlen(utf8.data(), utf8Bytes), count);
   EXPECT_EQ(zuUTF8ByteLen(utf8.c_str(), count), utf8Bytes);
 
-  std::vector<unsigned int> decoded(count);
-  ASSERT_EQ(ConvertFromUTF8(decoded.data(), count, utf8.data(), utf8Bytes), count);
-  EXPECT_EQ(decoded, codePoints);
-
   for (eEndianType type : {eEndianBig, eEndianLittle}) {
     std::string utf16(ConvertToUTF16(nullptr, 0, codePoints.data(), count, type), '\0');
-    ConvertToUTF16(utf16.data(), static_cast<unsigned int>(utf16.size()), codePoints.data(), count,
-                   type);
-    EXPECT_EQ(zuUTF16strlen(utf16.data(), type, static_cast<int>(utf16.size())), count);
+    const auto utf16Bytes = static_cast<unsigned int>(utf16.size());
+    ConvertToUTF16(utf16.data(), utf16Bytes, codePoints.data(), count, type);
+    EXPECT_EQ(zuUTF16strlen(utf16.data(), type, static_cast<int>(utf16Bytes)), count);
     std::vector<unsigned int> back(count);
-    ASSERT_EQ(ConvertFromUTF16(back.data(), count, utf16.data(),
-                               static_cast<unsigned int>(utf16.size()), type),
-              count);
+    ASSERT_EQ(ConvertFromUTF16(back.data(), count, utf16.data(), utf16Bytes, type), count);
     EXPECT_EQ(back, codePoints);
   }
 
-  // Host-order UTF-16 against an independent converter.
   const unsigned int units = zuUTF8toUTF16(nullptr, 0, utf8.data(), utf8Bytes);
-  std::u16string ours(units, u'\0');
-  ASSERT_EQ(zuUTF8toUTF16(ours.data(), units, utf8.data(), utf8Bytes), units);
-  std::u16string icu(units + 1, u'\0');
-  int32_t icuUnits = 0;
-  UErrorCode status = U_ZERO_ERROR;
-  u_strFromUTF8(icu.data(), static_cast<int32_t>(icu.size()), &icuUnits, utf8.data(),
-                static_cast<int32_t>(utf8Bytes), &status);
-  ASSERT_TRUE(U_SUCCESS(status));
-  icu.resize(static_cast<size_t>(icuUnits));
-  EXPECT_EQ(ours, icu);
-
+  std::u16string host(units, u'\0');
+  zuUTF8toUTF16(host.data(), units, utf8.data(), utf8Bytes);
   std::string again(utf8Bytes, '\0');
-  ASSERT_EQ(zuUTF16toUTF8(again.data(), utf8Bytes, ours.data(), units), utf8Bytes);
+  ASSERT_EQ(zuUTF16toUTF8(again.data(), utf8Bytes, host.data(), units), utf8Bytes);
   EXPECT_EQ(again, utf8);
 }
 
@@ -342,11 +314,9 @@ TEST(zuUnicodeTest, HostUTF16HelpersRespectCapacityAndStopAtBadInput) {
     unsigned int outMax;
     std::u16string expected;
   } const toUtf16Cases[] = {
-      {"abcdefghijk", 4, u"abcd"},      {"a\xF0\x9F\x98\x80", 2, u"a"},  // a pair is never split
-      {"a\xED\xA0\x80z", 9, u"a"},                                       // surrogate value
-      {"a\xF4\x90\x80\x80z", 9, u"a"},                                   // above U+10FFFF
-      {"ab\xE2\x82z", 9, u"ab"},                                         // bad continuation
-      {"\xEF\xBB\xBFz", 9, u"\uFEFFz"},                                  // the mark is kept
+      {"abcdefghijk", 4, u"abcd"},
+      {"a\xF0\x9F\x98\x80", 2, u"a"},    // a pair is never split
+      {"\xEF\xBB\xBFz", 9, u"\uFEFFz"},  // the mark is kept
   };
   for (const Utf8Case& c : toUtf16Cases) {
     SCOPED_TRACE(testing::PrintToString(c.text));
