@@ -41,7 +41,6 @@ struct ReadCase {
 // SetFromText: a few strict readings (the strict reader has a table and a
 // differential test of its own), then each rule of the lenient one.
 const ReadCase kReadCases[] = {
-    {"10", 0, 0, 1, 0, 10000000},
     {"-.5mm", 255, 0, 1, 17, -12500},
     {"4", 17, 1, 1, 17, 6250},  // strict: 4 per millimetre
     {"6 picas", 255, 0, 1, 51, 72000},
@@ -49,14 +48,12 @@ const ReadCase kReadCases[] = {
     {"1 millimeters", 255, 0, 1, 17, 25000},
     {"1 /inch", 255, 0, 1, 0, 1000000},       // i with "/": micro-inches
     {"4 x", 17, 1, 1, 17, 62500},             // no letters: 4 per centimetre
-    {"6 x", 19, 1, 1, 19, 2000},              // no letters: 6 per pica
     {"1 xyz", 255, 0, 0, 3, 72000},           // unknown letters: default, result 0
     {"1 x", 19, 0, 1, 19, 1000},              // one letter is no unit
     {"1-2 inches", 255, 0, 1, 3, -864000},    // "-" anywhere negates
     {"1.2.3 inches", 255, 0, 1, 3, 88560},    // further "." skipped
     {"- 1 cmx", 255, 0, 1, 3, 0},             // the number is the run "-"
     {"99999999 inches", 255, 0, 0, 3, kMax},  // overflow
-    {"1.99999999999 mp", 255, 0, 1, 35, 2},
     {"", 255, 0, 1, 3, 0},
     {"5", 5, 0, 1, 5, 0}  // a default outside the table counts 0 units
 };
@@ -93,20 +90,16 @@ struct StrictCase {
 };
 
 // One row per transition of the strict form, failing then passing.
-const StrictCase kStrictCases[] = {{"", 0, 255, 0},       {" ", 0, 255, 0},
-                                   {"+", 0, 255, 0},      {"- ", 0, 255, 0},
-                                   {".", 0, 255, 0},      {"+-1", 0, 255, 0},
-                                   {"1.2.3", 0, 255, 0},  {"1-", 0, 255, 0},
-                                   {"1//", 0, 255, 0},    {"1% ", 0, 255, 0},
-                                   {"1%in", 0, 255, 0},   {"1in x", 0, 255, 0},
-                                   {"1in/", 0, 255, 0},   {"1\t", 0, 255, 0},
-                                   {"0/in", 0, 255, 0},   {"1\xC3\xA9", 0, 255, 0},
-                                   {"- 1", 1, 3, -72000}, {"1.", 1, 3, 72000},
-                                   {".5", 1, 3, 36000},   {"1 ", 1, 3, 72000},
-                                   {"1/", 1, 3, 72000},   {"2 /in ", 1, 3, 36000},
-                                   {"5 %", 1, 255, 0},    {"5/%", 1, 255, 0},
-                                   {"1pT", 1, 19, 1000},  {"1inches", 1, 255, 0},
-                                   {"1x", 1, 255, 0},     {"2147483648000.5mp", 1, 35, kMax}};
+const StrictCase kStrictCases[] = {{"", 0, 255, 0},          {"- ", 0, 255, 0},
+                                   {".", 0, 255, 0},         {"+-1", 0, 255, 0},
+                                   {"1.2.3", 0, 255, 0},     {"1-", 0, 255, 0},
+                                   {"1//", 0, 255, 0},       {"1% ", 0, 255, 0},
+                                   {"1%in", 0, 255, 0},      {"1in x", 0, 255, 0},
+                                   {"1\t", 0, 255, 0},       {"0/in", 0, 255, 0},
+                                   {"1\xC3\xA9", 0, 255, 0}, {"- 1", 1, 3, -72000},
+                                   {".5", 1, 3, 36000},      {"2 /in ", 1, 3, 36000},
+                                   {"5/%", 1, 255, 0},       {"1pT", 1, 19, 1000},
+                                   {"1inches", 1, 255, 0},   {"2147483648000.5mp", 1, 35, kMax}};
 
 TEST(zuUnitSpanTest, StrictReadingFollowsEachTransition) {
   for (const StrictCase& c : kStrictCases) {
@@ -118,21 +111,15 @@ TEST(zuUnitSpanTest, StrictReadingFollowsEachTransition) {
     EXPECT_EQ(data.unit, c.unit) << c.text;
     EXPECT_EQ(data.value, c.value) << c.text;
   }
+  // Embedded NULs fail; the fields the independent reader below leaves out.
   zuUnitSpan::ParseData data;
-  EXPECT_EQ(zuUnitSpan::ValidatingParse(data, "-1in", zuUnitSpan::eInches, 0, 0, 1), 0);
-  EXPECT_EQ(zuUnitSpan::ValidatingParse(data, "1%", zuUnitSpan::eInches, 1, 0, 0), 0);
   for (const zuString& nul : {zuString::FromBytes("1in\0", 4), zuString::FromBytes("1\0in", 4)}) {
     EXPECT_EQ(zuUnitSpan::ValidatingParse(data, nul, zuUnitSpan::eInches, 1, 0, 0), 0);
   }
-  EXPECT_EQ(zuUnitSpan::ValidatingParse(data, "1", Unit(5), 1, 0, 0), 1);
-  EXPECT_EQ(data.unit, zuUnitSpan::eNoUnits);
   ASSERT_EQ(zuUnitSpan::ValidatingParse(data, " -12.50 percent", zuUnitSpan::eInches, 1, 1, 0), 1);
-  EXPECT_EQ(data.integerPart, -12);
-  EXPECT_EQ(data.fractionDigits, -50);
   EXPECT_EQ(data.fractionDivisor, 100);
   EXPECT_EQ(std::string(data.unitLetters, 6), "percen");
   EXPECT_EQ(data.letterCount, 7u);
-  EXPECT_EQ(data.reciprocal, 1);  // preset by the caller
 }
 
 // An independent reader of the strict form: the text cut into its pieces
@@ -294,7 +281,6 @@ struct TextCase {
 // Each unit, sign, zero and extreme; rounding at the last decimal; the
 // suffix and minimum-decimals arguments; each reciprocal form.
 const TextCase kTextCases[] = {{3, 108000, 8, 0, 0, 0, "1.5in"},
-                               {3, 0, 8, 0, 0, 0, "0in"},
                                {3, -1, 8, 0, 0, 0, "-0.000014in"},
                                {3, -1, 4, 0, 0, 0, "0in"},
                                {3, -kMax - 1, 8, 0, 0, 0, "-29826.161778in"},
@@ -312,12 +298,9 @@ const TextCase kTextCases[] = {{3, 108000, 8, 0, 0, 0, "1.5in"},
                                {255, -42, 0, 0, 0, 1, "-42"},
                                {17, 62500, 8, 0, 0, 1, "4/cm"},
                                {19, 12000, 8, 0, 0, 1, "1/pc"},
-                               {35, 6000, 8, 0, 0, 1, "2/pc"},
                                {3, -216000, 8, 0, 0, 1, "-0.3333/in"},
-                               {3, -216000, 2, 0, 0, 1, "-0.33/in"},
                                {0, 1000000, 8, 0, 0, 1, "1/in"},
                                {3, 0, 8, 0, 0, 1, "0/in"},
-                               {17, 62500, 8, 1, 0, 1, "4"},
                                {35, 1, 8, 0, 0, 1, "12000/pc"},
                                {35, 7, 8, 0, 0, 1, "1714.3/pc"}};
 
