@@ -89,19 +89,15 @@ struct StrictCase {
   long value;
 };
 
-// One row per transition of the strict form, failing then passing.
-const StrictCase kStrictCases[] = {{"", 0, 255, 0},          {"- ", 0, 255, 0},
-                                   {".", 0, 255, 0},         {"+-1", 0, 255, 0},
-                                   {"1.2.3", 0, 255, 0},     {"1-", 0, 255, 0},
-                                   {"1//", 0, 255, 0},       {"1% ", 0, 255, 0},
-                                   {"1%in", 0, 255, 0},      {"1in x", 0, 255, 0},
-                                   {"1\t", 0, 255, 0},       {"0/in", 0, 255, 0},
-                                   {"1\xC3\xA9", 0, 255, 0}, {"- 1", 1, 3, -72000},
-                                   {".5", 1, 3, 36000},      {"2 /in ", 1, 3, 36000},
-                                   {"5/%", 1, 255, 0},       {"1pT", 1, 19, 1000},
-                                   {"1inches", 1, 255, 0},   {"2147483648000.5mp", 1, 35, kMax}};
+// What the independent reader below never meets: characters outside its
+// alphabet, letters that name no unit, a value past 32 bits.
+const StrictCase kStrictCases[] = {{"1\t", 0, 255, 0},
+                                   {"1in x", 0, 255, 0},
+                                   {"1\xC3\xA9", 0, 255, 0},
+                                   {"1inches", 1, 255, 0},
+                                   {"2147483648000.5mp", 1, 35, kMax}};
 
-TEST(zuUnitSpanTest, StrictReadingFollowsEachTransition) {
+TEST(zuUnitSpanTest, StrictReadingOutsideTheRandomAlphabet) {
   for (const StrictCase& c : kStrictCases) {
     zuUnitSpan::ParseData data;
     data.unit = zuUnitSpan::ePoints;  // a failure resets both
