@@ -16,13 +16,11 @@ TEST(RnDataTest, NamesAreNormalisedBeforeLookup) {
     const char *input, *expected;
   } cases[] = {
       {"de-ch", "de_CH"},
-      {"de_CH.iso88591", "de_CH"},
       {"sr_latn_cs", "sr_Latn_CS"},
       {"az-CYRL-az", "az_Cyrl_AZ"},
       {"en_us_posix", "en_US_POSIX"},
       {"c", "c"},
       {"zh-hant-tw.utf8", "zh_Hant_TW"},
-      {"no_no_ny", "no_NO_NY"},
   };
   for (const Case& c : cases) {
     char out[64];
