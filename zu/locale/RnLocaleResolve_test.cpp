@@ -4,7 +4,6 @@
 #include <strings.h>
 
 #include <cctype>
-#include <cstring>
 #include <string>
 
 #include "zu/locale/RnLocale.h"

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <cstring>
 #include <random>
 #include <string>
 #include <vector>
@@ -51,20 +50,13 @@ TEST(RnNumTest, DigitSymbolsAndZeroBlanking) {
 
 TEST(RnNumTest, SignSymbols) {
   static const FormatCase kCases[] = {
-      {"en_US", "-5", "S9", "-5"},
-      {"en_US", "5", "S9", " 5"},
-      {"en_US", "5", "s9", "5"},
-      {"en_US", "-5", "(9)", "(5)"},
-      {"en_US", "5", "(9)", " 5 "},
-      {"en_US", "-5", "9CR", "5CR"},
-      {"en_US", "5", "9CR", "5  "},
-      {"en_US", "-5", "9cr", "5CR"},
-      {"en_US", "5", "9cr", "5"},
-      {"en_US", "-5", "9DB", "5DB"},
-      {"en_US", "-0.001", "9.99", "0.00"},
-      {"en_US", "-0.5", ".99", "-.50"},
-      {"en_US", "-7", "ZZ9", "  -7"},
-      {"en_US", "-7", "$zz9.99", "$-7.00"},
+      {"en_US", "-5", "S9", "-5"},         {"en_US", "5", "S9", " 5"},
+      {"en_US", "5", "s9", "5"},           {"en_US", "-5", "(9)", "(5)"},
+      {"en_US", "5", "(9)", " 5 "},        {"en_US", "-5", "9CR", "5CR"},
+      {"en_US", "5", "9CR", "5  "},        {"en_US", "-5", "9cr", "5CR"},
+      {"en_US", "5", "9cr", "5"},          {"en_US", "-5", "9DB", "5DB"},
+      {"en_US", "-0.001", "9.99", "0.00"}, {"en_US", "-0.5", ".99", "-.50"},
+      {"en_US", "-7", "ZZ9", "  -7"},      {"en_US", "-7", "$zz9.99", "$-7.00"},
   };
   expectFormats(kCases, std::size(kCases));
 }

@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <cstdlib>
-#include <ctime>
 #include <string>
 
 #include "zu/testing/ScopedTimeZone.h"
@@ -96,11 +94,8 @@ TEST(RnTimeTest, ReadingsFollowTheDisplayZoneAndCountDays) {
 
 TEST(RnTimeTest, FormatsEachSymbol) {
   struct Case {
-    int millis;
-    int zoneMinutes;
-    const char* locale;
-    const char* picture;
-    const char* expected;
+    int millis, zoneMinutes;
+    const char *locale, *picture, *expected;
   };
   const Case cases[] = {
       {at(0, 0), 0, "en_US", "h|hh|k|kk|H|HH|K|KK", "12|12|0|00|0|00|24|24"},
@@ -126,8 +121,7 @@ TEST(RnTimeTest, FormatsEachSymbol) {
 
 TEST(RnTimeTest, ZoneNamesComeFromTheLocaleTable) {
   struct Case {
-    const char* tz;
-    const char* locale;
+    const char *tz, *locale;
     int zoneMinutes;
     bool daylight;
     const char* expected;
@@ -195,8 +189,7 @@ TEST(RnTimeTest, ParsesFields) {
 TEST(RnTimeTest, LocalTimeTakesTheProcessZone) {
   struct Case {
     const char* tz;
-    int standardMinutes;
-    int daylightMinutes;
+    int standardMinutes, daylightMinutes;
   };
   const Case cases[] = {
       {"UTC", 0, 0},

@@ -99,9 +99,7 @@ Outcome runFailing(long failAt, bool& failed, Operation&& operation) {
 TEST(zuPictureAllocationTest, EveryCategoryReportsRunningOutOfMemory) {
   struct Case {
     bool parse;
-    const char* picture;
-    const char* input;
-    const char* expected;
+    const char *picture, *input, *expected;
   };
   // Inputs long enough that the engines' working buffers leave their inline
   // room and allocate too.
