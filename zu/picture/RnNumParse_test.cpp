@@ -46,12 +46,11 @@ TEST(RnNumParseTest, ReadsTextThroughPicture) {
       {"de_DE", "1,234.50", "z,zz9.99", nullptr},
   };
   for (const ParseCase& c : kCases) {
+    SCOPED_TRACE(std::string(c.locale) + " \"" + c.text + "\" through \"" + c.picture + "\"");
     RnNum number("99", c.locale);
     const bool parsed = number.parse(c.text, c.picture);
-    EXPECT_EQ(parsed, c.expected != nullptr)
-        << c.locale << " \"" << c.text << "\" through \"" << c.picture << "\"";
-    EXPECT_STREQ(number.getText(), parsed ? c.expected : "99")
-        << c.locale << " \"" << c.text << "\" through \"" << c.picture << "\"";
+    EXPECT_EQ(parsed, c.expected != nullptr);
+    EXPECT_STREQ(number.getText(), parsed ? c.expected : "99");
   }
 }
 
