@@ -262,27 +262,18 @@ struct TextCase {
   const char* expected;
 };
 
-// Each unit, sign, zero and extreme; rounding at the last decimal; the
-// suffix and minimum-decimals arguments; each reciprocal form.
-const TextCase kTextCases[] = {{3, 108000, 8, 0, 0, 0, "1.5in"},
-                               {3, -1, 8, 0, 0, 0, "-0.000014in"},
-                               {3, -1, 4, 0, 0, 0, "0in"},
-                               {0, 1500000, 8, 0, 0, 0, "1.5in"},
-                               {1, kMax, 8, 0, 0, 0, "8589.93459cm"},
-                               {17, -3, 8, 0, 0, 0, "-0.0001mm"},
-                               {19, 1235, 2, 0, 0, 0, "1.24pt"},
-                               {19, -1500, 0, 0, 0, 0, "-2pt"},
-                               {19, 1499, 0, 0, 0, 0, "1pt"},
-                               {19, 12000, 8, 0, 5, 0, "12.000pt"},
-                               {19, 12050, 1, 0, 3, 0, "12.1pt"},
-                               {19, 12000, 8, 1, 0, 0, "12"},
-                               {35, -kMax - 1, 8, 0, 0, 0, "-2147483648mp"},
-                               {255, -42, 0, 0, 0, 1, "-42"},
-                               {17, 62500, 8, 0, 0, 1, "4/cm"},
-                               {19, 12000, 8, 0, 0, 1, "1/pc"},
-                               {3, -216000, 8, 0, 0, 1, "-0.3333/in"},
-                               {3, 0, 8, 0, 0, 1, "0/in"},
-                               {35, 7, 8, 0, 0, 1, "1714.3/pc"}};
+// Plain texts of each unit go through the round trip below; here the
+// smallest negative, unit 0, the low extreme, rounding at the last decimal,
+// the suffix and minimum-decimals arguments, and each reciprocal form.
+const TextCase kTextCases[] = {
+    {3, -1, 8, 0, 0, 0, "-0.000014in"},  {3, -1, 4, 0, 0, 0, "0in"},
+    {0, 1500000, 8, 0, 0, 0, "1.5in"},   {19, 1235, 2, 0, 0, 0, "1.24pt"},
+    {19, -1500, 0, 0, 0, 0, "-2pt"},     {19, 1499, 0, 0, 0, 0, "1pt"},
+    {19, 12000, 8, 0, 5, 0, "12.000pt"}, {19, 12050, 1, 0, 3, 0, "12.1pt"},
+    {19, 12000, 8, 1, 0, 0, "12"},       {35, -kMax - 1, 8, 0, 0, 0, "-2147483648mp"},
+    {255, -42, 0, 0, 0, 1, "-42"},       {17, 62500, 8, 0, 0, 1, "4/cm"},
+    {19, 12000, 8, 0, 0, 1, "1/pc"},     {3, -216000, 8, 0, 0, 1, "-0.3333/in"},
+    {3, 0, 8, 0, 0, 1, "0/in"},          {35, 7, 8, 0, 0, 1, "1714.3/pc"}};
 
 void expectTexts() {
   for (const TextCase& c : kTextCases) {
