@@ -41,7 +41,8 @@ extern "C" void* __wrap_malloc(size_t size) {
 
 // A conforming operator new: a failure calls the new handler until it gives
 // up. Its memory comes from malloc, so the matching deletes free it (a
-// sanitizer checks that new and delete pair up).
+// sanitizer checks that new and delete pair up). The array and nothrow forms
+// reach these through the standard library's defaults.
 void* operator new(size_t size) {
   for (;;) {
     if (!failThisAllocation()) {
@@ -52,22 +53,12 @@ void* operator new(size_t size) {
     handler();
   }
 }
-void* operator new(size_t size, const std::nothrow_t&) noexcept {
-  try {
-    return operator new(size);
-  } catch (...) {
-    return nullptr;
-  }
-}
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wmismatched-new-delete"
 void operator delete(void* memory) noexcept {
   std::free(memory);
 }
 void operator delete(void* memory, size_t) noexcept {
-  std::free(memory);
-}
-void operator delete(void* memory, const std::nothrow_t&) noexcept {
   std::free(memory);
 }
 #pragma GCC diagnostic pop
