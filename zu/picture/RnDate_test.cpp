@@ -14,12 +14,6 @@ using namespace std::chrono;
 
 using DateSteps = zu::testing::RnDateSteps;
 
-int dayNumber(int year, unsigned month, unsigned day) {
-  // Day 1 is 0001-01-01.
-  const sys_days origin{std::chrono::year{1} / 1 / 1};
-  return static_cast<int>((sys_days{std::chrono::year{year} / month / day} - origin).count()) + 1;
-}
-
 std::string canonical(const RnDate& date) {
   return date.isValid() ? static_cast<const char*>(date.format(RnDate::getKDL_DATE_FMT2())) : "";
 }
@@ -27,7 +21,7 @@ std::string canonical(const RnDate& date) {
 TEST(RnDateTest, AgreesWithChronoOnEveryDayFrom1600To2400) {
   const sys_days first{year{1600} / 1 / 1};
   const sys_days last{year{2400} / 12 / 31};
-  int days = dayNumber(1600, 1, 1);
+  int days = static_cast<int>((first - sys_days{year{1} / 1 / 1}).count()) + 1;  // 0001-01-01 is 1
   RnDate date(days, "en_US");
   for (sys_days day = first; day <= last; day += std::chrono::days{1}, ++days, date += 1) {
     const year_month_day ymd{day};
