@@ -119,7 +119,6 @@ TEST(RnDataTableTest, NamesAndSymbolsEqualIcu) {
 
 TEST(RnDataTableTest, NamesFallBackThroughTheirParents) {
   EXPECT_EQ(str(RnData("de_CH").getCurrencyName()), "CHF");
-  EXPECT_EQ(str(RnData("de_CH").getMonthName(RnData::JAN)), "Januar");
   const RnData moldova("ro_MD");
   const RnData romanian("ro");
   EXPECT_EQ(str(moldova.getLocale()), "ro_MD");
@@ -137,7 +136,6 @@ TEST(RnDataTableTest, NamesFallBackThroughTheirParents) {
   EXPECT_EQ(str(RnData("sh").getMonthName(RnData::JAN)), "januar");
   EXPECT_EQ(str(RnData("sr").getMonthName(RnData::JAN)), "јануар");
   EXPECT_EQ(str(RnData("tl").getMonthName(RnData::JAN)), "Enero");
-  EXPECT_EQ(str(RnData("ar").getZeroSymbol()), "\u0660");
   EXPECT_EQ(str(RnData("ar").getNumericFormat(RnData::CURRENCY)), "$ z,zz9.99s");
   EXPECT_EQ(str(RnData("ja_JP").getDateFormat(RnData::LONG_FMT)), "YYYY'年'M'月'D'日'");
   EXPECT_EQ(str(RnData("de").getTimeFormat(RnData::MED_FMT)), "HH:MM:SS");

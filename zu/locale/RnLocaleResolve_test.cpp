@@ -4,7 +4,6 @@
 #include <strings.h>
 
 #include <cctype>
-#include <cstring>
 #include <string>
 
 #include "zu/locale/RnLocale.h"
@@ -33,17 +32,10 @@ TEST(RnLocaleResolveTest, UserSpellingsFindTheirRowAndUnknownNamesStayInvalid) {
   struct Case {
     const char *name, *expected;  // expected null: invalid
   } cases[] = {
-      {"en-us", "en_US"},
-      {"EN", "en"},
-      {"az_cyrl_az", "az_Cyrl_AZ"},
-      {"en_gb_euro", "en_GB_EURO"},
-      {"fr_FR.iso88591@euro", "fr_FR"},
-      {"de_CH@euro", "de_CH"},
+      {"en-us", "en_US"},       {"EN", "en"},        {"fr_FR.iso88591@euro", "fr_FR"},
       {"de_XX", nullptr},  // no fallback to "de"
       {"x", nullptr},      // the placeholder row never matches
-      {"en_US_POSIX", nullptr},
-      {"hebrew", nullptr},
-      {"", nullptr},
+      {"en_US_POSIX", nullptr}, {"hebrew", nullptr}, {"", nullptr},
       {nullptr, nullptr},
   };
   for (const Case& c : cases) {
@@ -57,7 +49,8 @@ TEST(RnLocaleResolveTest, UserSpellingsFindTheirRowAndUnknownNamesStayInvalid) {
 }
 
 // The identifiers against ICU's; names and code sets of a few rows that are
-// spelled unlike the rest, and the invalid row.
+// spelled unlike the rest (a shared identifier, the C row), and the invalid
+// row. Every other row is its own lookup, checked above.
 TEST(RnLocaleResolveTest, RowsCarryTheirPlatformIdentity) {
   for (const char* name : {"ar_EG", "de_CH", "fr_CA", "ja_JP", "zh_CN", "ru_RU", "pl_PL", "th_TH",
                            "he_IL", "hi_IN", "ko_KR", "sv_FI", "pt_BR", "es_MX", "en_GB",
@@ -68,9 +61,7 @@ TEST(RnLocaleResolveTest, RowsCarryTheirPlatformIdentity) {
     const char *name, *winName, *codeSet;
     unsigned long lcid;
   } cases[] = {
-      {"ar_AE", "Arabic_U.A.E.", "iso88596", 14337},
       {"ja_JP", "Japanese_Japan", "shift-jis", 1041},
-      {"zh_HK", "Chinese_Hong Kong", "hkscs-big5", 3076},
       {"nb", "Norwegian_Bokmål", "iso88591", 20},
       {"no", "Norwegian", "iso88591", 20},
       {"c", "C", "ibm367", 64000},
@@ -94,7 +85,6 @@ TEST(RnLocaleResolveTest, FamilyTests) {
   } cases[] = {
       {"ar_EG", kArabic | kBidi},
       {"he", kBidi},
-      {"fa_IR", kBidi},
       {"zh", kChinese | kIdeographic},
       {"zh_HK", kChinese | kSimplified | kIdeographic},
       {"zh_SG", kChinese | kIdeographic},

