@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cstring>
 #include <latch>
@@ -32,12 +33,7 @@ int churnBlocks(int threadIndex) {
   for (int round = 0; round < kRounds; ++round) {
     LiveBlock& slot = live[round % kLiveBlocks];
     if (slot.bytes != nullptr) {
-      for (unsigned int index = 0; index < slot.size; ++index) {
-        if (slot.bytes[index] != slot.fill) {
-          ++damaged;
-          break;
-        }
-      }
+      damaged += std::count(slot.bytes, slot.bytes + slot.size, slot.fill) != slot.size;
       zuCacheManager_free(slot.bytes);
     }
     slot.size = 16 + static_cast<unsigned int>((round * 37 + threadIndex * 11) % 241);
