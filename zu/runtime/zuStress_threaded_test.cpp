@@ -13,6 +13,7 @@
 #include "zu/core/zuFormat.h"
 #include "zu/core/zuString.h"
 #include "zu/core/zuThreadSafeString.h"
+#include "zu/runtime/internal/zuThreadId.h"
 #include "zu/runtime/zuCacheManager.h"
 
 namespace {
@@ -26,14 +27,15 @@ constexpr int kWorkers = 64;
 constexpr int kSharers = 8;
 constexpr int kSharedSlots = 4;
 
-// Strings, atoms and cache blocks of one thread; returns the faults seen.
+// Strings (made in the thread's own cache), atoms and cache blocks of one
+// thread; returns the faults seen.
 int privateWork(int worker) {
   int faults = 0;
   for (int round = 0; round < kRounds; ++round) {
     zuString text("worker ");
     text += (zuFormat(zuString("%d round %d")) << worker << round).GetString();
     zuString copy = text;
-    if (!copy.SharesImpl(text)) ++faults;
+    if (!copy.SharesImpl(text) || text.GetThreadId() != zu::internal::currentThreadId()) ++faults;
     copy += " edited";
     unsigned int foundAt = 0;
     if (copy.SharesImpl(text) || !copy.FindCase(" edited", foundAt) || foundAt != text.Length()) {
