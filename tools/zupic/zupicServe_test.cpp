@@ -11,6 +11,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <memory>
@@ -245,14 +246,10 @@ TEST_F(ServeTest, LocalesMatchTheCommandLine) {
 
   const Json rows = getJson("/api/all-locales?picture=num%7Bz,zz9.99%7D&value=1234.5")["results"];
   EXPECT_EQ(rows.size(), list.size());
-  size_t german = 0;
-  for (const Json& row : rows) {
-    if (row["locale"] == "de_DE") {
-      EXPECT_EQ(row["text"], "1.234,50");
-      ++german;
-    }
-  }
-  EXPECT_EQ(german, 1u);
+  const auto german = [](const Json& row) {
+    return row["locale"] == "de_DE" && row["text"] == "1.234,50";
+  };
+  EXPECT_EQ(std::count_if(rows.begin(), rows.end(), german), 1);  // right, and only once
 }
 
 TEST_F(ServeTest, PageAndGuideAreServed) {

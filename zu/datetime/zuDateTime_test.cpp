@@ -71,12 +71,6 @@ TEST(zuDateTimeTest, ArithmeticAgreesWithSysTime) {
 }
 
 TEST(zuDateTimeTest, ArithmeticKeepsTheWholeValueWhenItThrows) {
-  zuDateTime value(2024, 3, 1, 0, 0, 0, 0);
-  value.Subtract(0, 0, 0, 0, 0, 0, 1);
-  EXPECT_EQ(shown(value), "2024-02-29 23:59:59:999");
-  value.Add(0, 0, 0, 0, 0, 0, 1);
-  EXPECT_EQ(shown(value), "2024-03-01 00:00:00:000");
-
   zuDateTime last(214748, 12, 31, 23, 0, 0, 0);
   EXPECT_EQ(thrownId([&] { last.Add(0, 0, 0, 1, 0, 0, 0); }), 17185u);
   EXPECT_EQ(thrownId([&] { last.Add(0, 0, LONG_MAX, 1, 0, 0, 0); }), 17185u);

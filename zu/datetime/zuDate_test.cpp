@@ -6,10 +6,8 @@
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
-#include <optional>
 #include <random>
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include "zu/datetime/internal/zuDateFormats.h"
@@ -17,6 +15,7 @@
 #include "zu/datetime/zuDateTime.h"
 #include "zu/locale/RnLocale.h"
 #include "zu/picture/RnDate.h"
+#include "zu/testing/zuCatalogueTestFiles.h"
 #include "zu/testing/zuTestText.h"
 
 namespace {
@@ -458,50 +457,29 @@ TEST(zuDateTest, NamesFollowTheAsianLocaleMapping) {
   EXPECT_EQ(str(date.MonthName(3, zuDate::ISO_EXTENDED)), "März");
 }
 
-// Sets the locale variables of the environment for one scope; restores
-// them, the thread's recorded locale and the C library's "C" locale after.
-class ScopedLocaleEnvironment {
- public:
-  explicit ScopedLocaleEnvironment(const char* lang) {
-    for (int i = 0; i < 3; ++i) {
-      const char* value = std::getenv(kVariables[i]);
-      saved_[i] = value != nullptr ? std::optional<std::string>(value) : std::nullopt;
-      unsetenv(kVariables[i]);
-    }
-    setenv("LANG", lang, 1);
-  }
-  ~ScopedLocaleEnvironment() {
-    for (int i = 0; i < 3; ++i) {
-      saved_[i] ? setenv(kVariables[i], saved_[i]->c_str(), 1) : unsetenv(kVariables[i]);
-    }
-    RnLocale::setLocale("");
-    std::setlocale(LC_ALL, "C");
-  }
-
- private:
-  static constexpr const char* kVariables[3] = {"LC_ALL", "LC_MESSAGES", "LANG"};
-  std::optional<std::string> saved_[3];
-};
-
 TEST(zuDateTest, LocaleFallsBackToTheThreadsDefault) {
-  ScopedLocaleEnvironment environment("C");
-  EXPECT_EQ(str(zuDate(2024, 1, 1).Locale()), "en_US");  // "x" gives en_US
-  RnLocale::setLocale("de_DE");
-  zuDate date(2024, 1, 1);
-  EXPECT_EQ(str(date.Locale()), "de_DE");
-  date.Locale("fr-fr");
-  EXPECT_EQ(str(date.Locale()), "fr_FR");
-  date.Locale("xx_YY");
-  EXPECT_EQ(str(date.Locale()), "de_DE");
-  RnLocale::setLocale("");
+  {
+    const zu::testing::zuLocaleEnvironment environment(nullptr, "C");
+    EXPECT_EQ(str(zuDate(2024, 1, 1).Locale()), "en_US");  // "x" gives en_US
+    RnLocale::setLocale("de_DE");
+    zuDate date(2024, 1, 1);
+    EXPECT_EQ(str(date.Locale()), "de_DE");
+    date.Locale("fr-fr");
+    EXPECT_EQ(str(date.Locale()), "fr_FR");
+    date.Locale("xx_YY");
+    EXPECT_EQ(str(date.Locale()), "de_DE");
+    RnLocale::setLocale("");
 
-  // A locale the thread registered is interned: it outlives the entry.
-  RnLocale::update("xx_QQ", "fr_FR");
-  setenv("LANG", "xx_QQ", 1);
-  const zuDate registered(2024, 1, 1);
-  RnLocale::release(RnLocale::get(RnLocale::get("xx_QQ")));
-  EXPECT_EQ(str(registered.Locale()), "xx_QQ");
-  EXPECT_EQ(str(registered.Format(zuDate::MMM_D_YYYY)), "Jan 1, 2024");  // unknown now: en_US
+    // A locale the thread registered is interned: it outlives the entry.
+    RnLocale::update("xx_QQ", "fr_FR");
+    setenv("LANG", "xx_QQ", 1);
+    const zuDate registered(2024, 1, 1);
+    RnLocale::release(RnLocale::get(RnLocale::get("xx_QQ")));
+    EXPECT_EQ(str(registered.Locale()), "xx_QQ");
+    EXPECT_EQ(str(registered.Format(zuDate::MMM_D_YYYY)), "Jan 1, 2024");  // unknown now: en_US
+  }
+  RnLocale::setLocale("");
+  std::setlocale(LC_ALL, "C");
 }
 
 // What the picture engine writes for format `fmt`: the date handed to
@@ -541,22 +519,11 @@ std::string engineText(const zuDate& date, int fmt) {
 // or pads (100-999). zuDateTime's numeric buffer must give its parts' text.
 TEST(zuDateTest, FormatsGiveThePictureEnginesText) {
   std::vector<zuDate> dates;
-  for (const auto& [y, m, d] : std::vector<std::tuple<long, long, long>>{{0, 1, 1},
-                                                                         {0, 2, 29},
-                                                                         {1, 1, 1},
-                                                                         {99, 12, 31},
-                                                                         {100, 1, 1},
-                                                                         {999, 12, 31},
-                                                                         {1000, 1, 1},
-                                                                         {1899, 12, 31},
-                                                                         {1900, 2, 28},
-                                                                         {2000, 2, 29},
-                                                                         {2024, 3, 5},
-                                                                         {9999, 12, 31},
-                                                                         {10000, 1, 1},
-                                                                         {214748, 12, 31}}) {
-    dates.emplace_back(y, m, d);
-  }
+  const long fixed[][3] = {{0, 1, 1},     {0, 2, 29},      {1, 1, 1},    {99, 12, 31},
+                           {100, 1, 1},   {999, 12, 31},   {1000, 1, 1}, {1899, 12, 31},
+                           {1900, 2, 28}, {2000, 2, 29},   {2024, 3, 5}, {9999, 12, 31},
+                           {10000, 1, 1}, {214748, 12, 31}};
+  for (const auto& [y, m, d] : fixed) dates.emplace_back(y, m, d);
   std::mt19937 random(18);
   while (dates.size() < 400) {
     const long year = std::uniform_int_distribution<long>(0, 10500)(random);

@@ -77,22 +77,6 @@ TEST(Base64OpenSSLTest, AgreesWhereTheRulesAgree) {
   }
 }
 
-TEST(Base64OpenSSLTest, BothRefuseBadBytesInside) {
-  const std::string text = "TWFuIGlzIGRpc3Rpbmd1aXNoZWQ=";
-  int refused = 0;
-  for (const char bad : {'*', '_', '.', '\x01', '\x7F', '\x80', '\xFF'}) {
-    for (std::size_t at = 1; at + 1 < text.size(); ++at) {
-      std::string broken = text;
-      broken[at] = bad;
-      EXPECT_EQ(ourDecode(broken), "!") << at;
-      EXPECT_EQ(decodeBlock(broken), "!") << at;
-      EXPECT_EQ(decodeUpdate(broken), "!") << at;
-      ++refused;
-    }
-  }
-  EXPECT_EQ(refused, 7 * 26);
-}
-
 TEST(Base64OpenSSLTest, WhereTheRulesDiffer) {
   const struct {
     const char* text;
