@@ -419,7 +419,7 @@ zuString& zuString::AppendText(const char* text) {
 // time, as in CopyShortInPlace, while a load stays inside its page and a
 // store inside the block (kBlockTailBytes past the capacity), then byte by
 // byte.
-[[gnu::no_sanitize("address", "thread")]] bool zuString::CopyInPlace(const char* text) {
+__attribute__((no_sanitize("address", "thread"))) bool zuString::CopyInPlace(const char* text) {
   char* const chars = chars_;
   const uint32_t lengthScope = lengthScope_;
   if ((lengthScope & kScopeMask) != eOrdinary || chars == nullptr) return false;

@@ -492,7 +492,7 @@ class ZU_EXPORT zuString {
   // (the eighth byte goes where the NUL goes): the bytes loaded past the
   // text's NUL, which the page holds, land past the new NUL. The sanitizers
   // are told to let that reading through.
-  [[gnu::no_sanitize("address", "thread")]] bool CopyShortInPlace(const char* text) {
+  __attribute__((no_sanitize("address", "thread"))) bool CopyShortInPlace(const char* text) {
     char* const chars = chars_;
     const uint32_t lengthScope = lengthScope_;
     if ((lengthScope & kScopeMask) != eOrdinary || chars == nullptr) return false;
