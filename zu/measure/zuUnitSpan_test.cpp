@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <functional>
 #include <random>
-#include <regex>
 #include <string>
 
 #include "zu/core/zuExErrItem.h"
@@ -42,6 +41,7 @@ struct ReadCase {
 // SetFromText: a few strict readings (the strict reader has a table and a
 // differential test of its own), then each rule of the lenient one.
 const ReadCase kReadCases[] = {
+    {"10", 0, 0, 1, 0, 10000000},
     {"-.5mm", 255, 0, 1, 17, -12500},
     {"4", 17, 1, 1, 17, 6250},  // strict: 4 per millimetre
     {"6 picas", 255, 0, 1, 51, 72000},
@@ -49,12 +49,14 @@ const ReadCase kReadCases[] = {
     {"1 millimeters", 255, 0, 1, 17, 25000},
     {"1 /inch", 255, 0, 1, 0, 1000000},       // i with "/": micro-inches
     {"4 x", 17, 1, 1, 17, 62500},             // no letters: 4 per centimetre
+    {"6 x", 19, 1, 1, 19, 2000},              // no letters: 6 per pica
     {"1 xyz", 255, 0, 0, 3, 72000},           // unknown letters: default, result 0
     {"1 x", 19, 0, 1, 19, 1000},              // one letter is no unit
     {"1-2 inches", 255, 0, 1, 3, -864000},    // "-" anywhere negates
     {"1.2.3 inches", 255, 0, 1, 3, 88560},    // further "." skipped
     {"- 1 cmx", 255, 0, 1, 3, 0},             // the number is the run "-"
     {"99999999 inches", 255, 0, 0, 3, kMax},  // overflow
+    {"1.99999999999 mp", 255, 0, 1, 35, 2},
     {"", 255, 0, 1, 3, 0},
     {"5", 5, 0, 1, 5, 0}  // a default outside the table counts 0 units
 };
@@ -90,15 +92,23 @@ struct StrictCase {
   long value;
 };
 
-// What the independent reader below never meets: characters outside its
-// alphabet, letters that name no unit, a value past 32 bits.
-const StrictCase kStrictCases[] = {{"1\t", 0, 255, 0},
-                                   {"1in x", 0, 255, 0},
-                                   {"1\xC3\xA9", 0, 255, 0},
-                                   {"1inches", 1, 255, 0},
-                                   {"2147483648000.5mp", 1, 35, kMax}};
+// One row per transition of the strict form, failing then passing.
+const StrictCase kStrictCases[] = {{"", 0, 255, 0},       {" ", 0, 255, 0},
+                                   {"+", 0, 255, 0},      {"- ", 0, 255, 0},
+                                   {".", 0, 255, 0},      {"+-1", 0, 255, 0},
+                                   {"1.2.3", 0, 255, 0},  {"1-", 0, 255, 0},
+                                   {"1//", 0, 255, 0},    {"1% ", 0, 255, 0},
+                                   {"1%in", 0, 255, 0},   {"1in x", 0, 255, 0},
+                                   {"1in/", 0, 255, 0},   {"1\t", 0, 255, 0},
+                                   {"0/in", 0, 255, 0},   {"1\xC3\xA9", 0, 255, 0},
+                                   {"- 1", 1, 3, -72000}, {"1.", 1, 3, 72000},
+                                   {".5", 1, 3, 36000},   {"1 ", 1, 3, 72000},
+                                   {"1/", 1, 3, 72000},   {"2 /in ", 1, 3, 36000},
+                                   {"5 %", 1, 255, 0},    {"5/%", 1, 255, 0},
+                                   {"1pT", 1, 19, 1000},  {"1inches", 1, 255, 0},
+                                   {"1x", 1, 255, 0},     {"2147483648000.5mp", 1, 35, kMax}};
 
-TEST(zuUnitSpanTest, StrictReadingOutsideTheRandomAlphabet) {
+TEST(zuUnitSpanTest, StrictReadingFollowsEachTransition) {
   for (const StrictCase& c : kStrictCases) {
     zuUnitSpan::ParseData data;
     data.unit = zuUnitSpan::ePoints;  // a failure resets both
@@ -108,19 +118,25 @@ TEST(zuUnitSpanTest, StrictReadingOutsideTheRandomAlphabet) {
     EXPECT_EQ(data.unit, c.unit) << c.text;
     EXPECT_EQ(data.value, c.value) << c.text;
   }
-  // Embedded NULs fail; the fields the independent reader below leaves out.
   zuUnitSpan::ParseData data;
+  EXPECT_EQ(zuUnitSpan::ValidatingParse(data, "-1in", zuUnitSpan::eInches, 0, 0, 1), 0);
+  EXPECT_EQ(zuUnitSpan::ValidatingParse(data, "1%", zuUnitSpan::eInches, 1, 0, 0), 0);
   for (const zuString& nul : {zuString::FromBytes("1in\0", 4), zuString::FromBytes("1\0in", 4)}) {
     EXPECT_EQ(zuUnitSpan::ValidatingParse(data, nul, zuUnitSpan::eInches, 1, 0, 0), 0);
   }
+  EXPECT_EQ(zuUnitSpan::ValidatingParse(data, "1", Unit(5), 1, 0, 0), 1);
+  EXPECT_EQ(data.unit, zuUnitSpan::eNoUnits);
   ASSERT_EQ(zuUnitSpan::ValidatingParse(data, " -12.50 percent", zuUnitSpan::eInches, 1, 1, 0), 1);
+  EXPECT_EQ(data.integerPart, -12);
+  EXPECT_EQ(data.fractionDigits, -50);
   EXPECT_EQ(data.fractionDivisor, 100);
   EXPECT_EQ(std::string(data.unitLetters, 6), "percen");
   EXPECT_EQ(data.letterCount, 7u);
+  EXPECT_EQ(data.reciprocal, 1);  // preset by the caller
 }
 
 // An independent reader of the strict form: the text cut into its pieces
-// by a regular expression, 128-bit arithmetic for the value.
+// with std::string's searches, 128-bit arithmetic for the value.
 struct Reading {
   int ok = 0;
   unsigned unit = 255;
@@ -130,21 +146,33 @@ struct Reading {
 
 Reading referenceRead(const std::string& text, unsigned defaultUnit, bool negatives,
                       bool reciprocal, bool percents) {
-  // Spaces, a sign, spaces, digits, a point and digits, a gap of spaces and
-  // "/", then "%" or a unit's letters and spaces.
-  static const std::regex kForm(
-      R"( *([+-]?) *([0-9]*)(?:\.([0-9]*))?([ /]*)(?:(%)|([A-Za-z]+) *)?)");
-  std::smatch parts;
-  Reading r;
-  if (!std::regex_match(text, parts, kForm)) return r;
-  const bool negative = parts[1] == "-";
-  const std::string integerDigits = parts[2], fractionDigits = parts[3], gap = parts[4];
-  std::string letters = parts[6];
-  r.percent = parts[5].matched;
-  if ((negative && !negatives) || (integerDigits.empty() && fractionDigits.empty()) ||
-      std::count(gap.begin(), gap.end(), '/') > 1 || (r.percent && !percents)) {
-    return Reading();
+  const auto skip = [&](const char* set, size_t from) {
+    return std::min(text.find_first_not_of(set, from), text.size());
+  };
+  size_t at = skip(" ", 0);
+  const bool negative = at < text.size() && text[at] == '-';
+  if (at < text.size() && (text[at] == '+' || (negative && negatives))) at = skip(" ", at + 1);
+  const size_t integerEnd = skip("0123456789", at);
+  const std::string integerDigits = text.substr(at, integerEnd - at);
+  std::string fractionDigits;
+  at = integerEnd;
+  if (at < text.size() && text[at] == '.') {
+    at = skip("0123456789", integerEnd + 1);
+    fractionDigits = text.substr(integerEnd + 1, at - integerEnd - 1);
   }
+  const size_t gapEnd = skip(" /", at);
+  const std::string gap = text.substr(at, gapEnd - at), rest = text.substr(gapEnd);
+  const size_t lettersEnd = std::min(
+      rest.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz"), rest.size());
+  std::string letters = rest.substr(0, lettersEnd);
+  Reading r;
+  r.percent = rest == "%";
+  const bool wellFormed =
+      (negatives || !negative) && (!integerDigits.empty() || !fractionDigits.empty()) &&
+      std::count(gap.begin(), gap.end(), '/') <= 1 && (!r.percent || percents) &&
+      (r.percent || rest.find_first_not_of(' ', lettersEnd) == std::string::npos) &&
+      (rest.empty() || r.percent || !letters.empty());
+  if (!wellFormed) return Reading();
   __int128 integer = 0;
   for (char c : integerDigits) integer = std::min<__int128>(integer * 10 + (c - '0'), kMax);
   __int128 divisor = 1;
@@ -221,9 +249,10 @@ TEST(zuUnitSpanTest, FindsUnitsByName) {
     const char* text;
     unsigned fallback;
     unsigned expected;
-  } cases[] = {{"m", 255, 1},     {"t", 255, 1},       {"mm", 255, 17},    {"p", 255, 19},
-               {"pica", 255, 51}, {"MILLIP", 255, 35}, {", ", 255, 3},     {"", 17, 17},
-               {"", 255, 3},      {"furlong", 19, 19}, {"inches!", 255, 3}};
+  } cases[] = {{"m", 255, 1},      {"meters", 255, 1}, {"INCHES", 255, 3}, {"t", 255, 1},
+               {"mm", 255, 17},    {"p", 255, 19},     {"pica", 255, 51},  {"MILLIP", 255, 35},
+               {", ", 255, 3},     {"", 17, 17},       {"", 255, 3},       {"furlong", 19, 19},
+               {"inches!", 255, 3}};
   for (const auto& c : cases) {
     EXPECT_EQ(zuUnitSpan::StringToUnit(c.text, Unit(c.fallback)), c.expected) << c.text;
   }
@@ -239,9 +268,15 @@ TEST(zuUnitSpanTest, ValidatesMeasurementTexts) {
     const char* text;
     int allowNegative;
     const char* expected;
-  } cases[] = {{"1..5in", 0, "1..5in"},  // passing texts come back as given
-               {"1...5in", 0, "1.5in"}, {"-1in", 0, "0"},   {"-1-in", 1, "-1in"},
-               {"5 x", 1, "5in"},       {" 5mm", 1, "5mm"}, {"99999999 zz", 1, "29826.161764in"}};
+  } cases[] = {{"1.5 inches", 0, "1.5 inches"},  // passing texts come back as given
+               {"1..5in", 0, "1..5in"},
+               {"1...5in", 0, "1.5in"},
+               {"-1in", 0, "0"},
+               {"-1-in", 1, "-1in"},
+               {"5 x", 1, "5in"},
+               {" 5mm", 1, "5mm"},
+               {"0/in", 1, "0/in"},
+               {"99999999 zz", 1, "29826.161764in"}};
   for (const auto& c : cases) {
     zuString text(c.text);
     EXPECT_EQ(str(zuUnitSpan::measurementValidate(text, c.allowNegative)), c.expected) << c.text;
@@ -256,18 +291,35 @@ struct TextCase {
   const char* expected;
 };
 
-// Plain texts of each unit go through the round trip below; here the
-// smallest negative, unit 0, the low extreme, rounding at the last decimal,
-// the suffix and minimum-decimals arguments, and each reciprocal form.
-const TextCase kTextCases[] = {
-    {3, -1, 8, 0, 0, 0, "-0.000014in"},  {3, -1, 4, 0, 0, 0, "0in"},
-    {0, 1500000, 8, 0, 0, 0, "1.5in"},   {19, 1235, 2, 0, 0, 0, "1.24pt"},
-    {19, -1500, 0, 0, 0, 0, "-2pt"},     {19, 1499, 0, 0, 0, 0, "1pt"},
-    {19, 12000, 8, 0, 5, 0, "12.000pt"}, {19, 12050, 1, 0, 3, 0, "12.1pt"},
-    {19, 12000, 8, 1, 0, 0, "12"},       {35, -kMax - 1, 8, 0, 0, 0, "-2147483648mp"},
-    {255, -42, 0, 0, 0, 1, "-42"},       {17, 62500, 8, 0, 0, 1, "4/cm"},
-    {19, 12000, 8, 0, 0, 1, "1/pc"},     {3, -216000, 8, 0, 0, 1, "-0.3333/in"},
-    {3, 0, 8, 0, 0, 1, "0/in"},          {35, 7, 8, 0, 0, 1, "1714.3/pc"}};
+// Each unit, sign, zero and extreme; rounding at the last decimal; the
+// suffix and minimum-decimals arguments; each reciprocal form.
+const TextCase kTextCases[] = {{3, 108000, 8, 0, 0, 0, "1.5in"},
+                               {3, 0, 8, 0, 0, 0, "0in"},
+                               {3, -1, 8, 0, 0, 0, "-0.000014in"},
+                               {3, -1, 4, 0, 0, 0, "0in"},
+                               {3, -kMax - 1, 8, 0, 0, 0, "-29826.161778in"},
+                               {0, 1500000, 8, 0, 0, 0, "1.5in"},
+                               {1, kMax, 8, 0, 0, 0, "8589.93459cm"},
+                               {17, -3, 8, 0, 0, 0, "-0.0001mm"},
+                               {19, 1235, 2, 0, 0, 0, "1.24pt"},
+                               {19, -1500, 0, 0, 0, 0, "-2pt"},
+                               {19, 1499, 0, 0, 0, 0, "1pt"},
+                               {19, 12000, 8, 0, 5, 0, "12.000pt"},
+                               {19, 12050, 1, 0, 3, 0, "12.1pt"},
+                               {19, 12000, 8, 1, 0, 0, "12"},
+                               {35, -kMax - 1, 8, 0, 0, 0, "-2147483648mp"},
+                               {51, 1, 8, 0, 0, 0, "0pc"},
+                               {255, -42, 0, 0, 0, 1, "-42"},
+                               {17, 62500, 8, 0, 0, 1, "4/cm"},
+                               {19, 12000, 8, 0, 0, 1, "1/pc"},
+                               {35, 6000, 8, 0, 0, 1, "2/pc"},
+                               {3, -216000, 8, 0, 0, 1, "-0.3333/in"},
+                               {3, -216000, 2, 0, 0, 1, "-0.33/in"},
+                               {0, 1000000, 8, 0, 0, 1, "1/in"},
+                               {3, 0, 8, 0, 0, 1, "0/in"},
+                               {17, 62500, 8, 1, 0, 1, "4"},
+                               {35, 1, 8, 0, 0, 1, "12000/pc"},
+                               {35, 7, 8, 0, 0, 1, "1714.3/pc"}};
 
 void expectTexts() {
   for (const TextCase& c : kTextCases) {
@@ -399,6 +451,7 @@ TEST(zuUnitSpanTest, SnapsToGridsAndSteps) {
     long step, grid, round;
   } cases[] = {{3, -7, 3, 5, -10, -5},
                {3, 8, 3, 5, 5, 10},
+               {3, 3, 3, 4, 0, 4},
                {3, -3, 3, 4, -4, -4},
                {3, 7, 3, -5, 10, 5},
                {3, 10, 3, 5, 10, 10},
@@ -453,8 +506,9 @@ TEST(zuUnitSpanTest, UnknownUnitsThrowWithTheirCode) {
     const Unit unit = Unit(c.code);
     zuUnitSpan value = span(c.code, 1);
     zuString out("kept");
-    // Every member that needs a scale shares one lookup of the unit table.
-    for (const zuExFull& failure : {thrown([&] { zuUnitSpan::UnitToString(unit, out); }),
+    for (const zuExFull& failure : {thrown([&] { zuUnitSpan::UnitsPerInch(unit); }),
+                                    thrown([&] { zuUnitSpan::UnitToString(unit, out); }),
+                                    thrown([&] { zuUnitSpan::ValueToUnit(1, unit); }),
                                     thrown([&] { zuUnitSpan(1.0, unit); })}) {
       EXPECT_EQ(failure.FirstResId(), 17107) << code;
       EXPECT_EQ(str(failure[0].getParm(0)), code);
@@ -463,11 +517,13 @@ TEST(zuUnitSpanTest, UnknownUnitsThrowWithTheirCode) {
       EXPECT_EQ(thrown([&] { value.Text(out, 8, 0, 0, 0); }).FirstResId(), 17107);
     }
     EXPECT_EQ(str(out), "kept");
-    // Conversions: the one of changes, comparisons and arithmetic, and the
-    // one of grids and steps.
     const std::function<void()> conversions[] = {
-        [&] { value.ChangeUnits(zuUnitSpan::eCentimeters); }, [&] { (void)(span(1, 1) < value); },
-        [&] { value.Grid(span(1, 1)); }};
+        [&] { value.ChangeUnits(zuUnitSpan::eCentimeters); },
+        [&] { value += span(1, 1); },
+        [&] { (void)(span(1, 1) < value); },
+        [&] { value.Grid(span(1, 1)); },
+        [&] { value.Round(span(1, 1)); },
+        [&] { zuUnitSpan(zuUnitSpan::eCentimeters, unit, 1); }};
     for (const auto& convert : conversions) {
       if (c.converts) {
         EXPECT_NO_THROW(convert()) << code;
