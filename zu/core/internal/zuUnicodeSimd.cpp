@@ -6,16 +6,13 @@
 #include <atomic>
 #include <bit>
 
+#include "zu/core/internal/zuCpuFeatures.h"
+
 namespace zu::internal {
 
 namespace {
 
 std::atomic<bool> simdWanted{true};
-
-bool hasAvx2() {
-  static const bool has = __builtin_cpu_supports("avx2");
-  return has;
-}
 
 using Nibbles = std::array<uint8_t, 16>;
 

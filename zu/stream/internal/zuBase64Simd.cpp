@@ -4,16 +4,13 @@
 
 #include <atomic>
 
+#include "zu/core/internal/zuCpuFeatures.h"
+
 namespace zu::internal {
 
 namespace {
 
 std::atomic<bool> simdWanted{true};
-
-bool hasAvx2() {
-  static const bool has = __builtin_cpu_supports("avx2");
-  return has;
-}
 
 // Spreads 24 bytes into 32 lanes of 6 bits (the 3-byte groups into 4 bytes,
 // most significant 6 bits first).
