@@ -152,9 +152,16 @@ class ZU_EXPORT zuString {
 
   zuString& operator+=(const zuString& other);
   // Inline for a text of up to 7 bytes while the string owns its ordinary
-  // block alone and has room.
+  // block alone and has room. A literal's length is known where it is
+  // appended: it is stored as it stands, without looking for its end.
   zuString& operator+=(const char* text) {
-    if (text != nullptr && !CopyShortInPlace(text)) AppendText(text);
+    if (__builtin_constant_p(text != nullptr) && text != nullptr &&
+        __builtin_constant_p(__builtin_strlen(text)) && __builtin_strlen(text) < kWordBytes) {
+      const std::size_t length = __builtin_strlen(text);
+      if (!CopyKnownInPlace(text, length)) Append(text, static_cast<unsigned int>(length));
+    } else if (text != nullptr && !CopyShortInPlace(text)) {
+      AppendText(text);
+    }
     return *this;
   }
   // Appends one byte; a 0 byte is ignored. Inline while the string owns its
@@ -507,6 +514,19 @@ class ZU_EXPORT zuString {
     if (length == kWordBytes) return false;
     std::memcpy(chars + oldLength, &word, kWordBytes);
     lengthScope_ = lengthScope + (length << kLengthShift);
+    return true;
+  }
+  // Appends `length` bytes of `text` and its NUL when the string is ordinary
+  // and the block its own with room; false, the string unchanged, otherwise.
+  // For a literal the copy compiles to stores of the bytes themselves.
+  bool CopyKnownInPlace(const char* text, std::size_t length) {
+    char* const chars = chars_;
+    const uint32_t lengthScope = lengthScope_;
+    if ((lengthScope & kScopeMask) != eOrdinary || chars == nullptr) return false;
+    const std::size_t oldLength = lengthScope >> kLengthShift;
+    if (!HasRoomAlone(chars, oldLength + length)) return false;
+    std::memcpy(chars + oldLength, text, length + 1);
+    lengthScope_ = lengthScope + static_cast<uint32_t>(length << kLengthShift);
     return true;
   }
   static constexpr std::size_t kWordBytes = sizeof(uint64_t);
