@@ -62,10 +62,11 @@ class ZU_EXPORT zuNumeric {
   static double strToDbl(char* text, int commaIsPoint);
   // strToDbl on the string's bytes.
   static double stringToDouble(const zuString& text, int commaIsPoint);
-  // `value` printed with `digits` fraction digits (at most 15; negative:
-  // rounded to an integer) and "." as the point, a trailing 5 rounded away
-  // from zero; with `trim` non-zero trailing zeros after the point, and a
-  // point left bare, are removed. NaN and infinities give "".
+  // `value` printed with `digits` fraction digits (at most 15) and "." as
+  // the point, a trailing 5 rounded away from zero; with `trim` non-zero
+  // trailing zeros after the point, and a point left bare, are removed.
+  // Negative `digits` prints the integer as printf's "%.0f" rounds it (an
+  // exact half to even: 1234.5 gives "1234"). NaN and infinities give "".
   static zuString doubleToString(double value, int digits, int trim);
   // The same text in a new buffer of kBufferSize bytes, NUL-terminated,
   // owned by the caller, who frees it with delete[]. Throws zuExMemory.
