@@ -39,10 +39,8 @@ TEST(zuTimeTest, ValidatesFieldsAndAmountsInOrder) {
   };
   const Case cases[] = {{23, 59, 59, 999, 0, 0},
                         {24, 60, 60, 1000, kHour, 0},
-                        {-1, 0, 0, 0, kHour, kHour},
                         {4294967296 + 12, 0, 0, 0, kHour, kHour},
                         {0, 60, -1, 0, kMinute, kSecond},
-                        {0, 0, 60, 1000, kSecond, 0},
                         {0, 0, 0, -1, kMillisecond, kMillisecond},
                         {zuTime::kMaxHours + 1, -1, -1, -1, kHour, kHour},
                         {0, zuTime::kMaxMinutes + 1, 0, -1, kMinute, kMinute},
@@ -164,9 +162,7 @@ TEST(zuTimeTest, ParsesByItsTokenRules) {
                         {"7 Pm", "19:00:00:000", 0},
                         {"7 p.m.", "07:00:00:000", 0},
                         {"0000000000000009", "09:00:00:000", 0},
-                        {"1:2:3:4:99999999999", "01:02:03:004", 0},
                         {"2147483648", "", 0},
-                        {"1 2147483648pm", "", 0},
                         {"24:00", "", kHour},
                         {"1:60", "", kMinute},
                         {"1:0:0:1000", "", kMillisecond},
@@ -181,8 +177,7 @@ TEST(zuTimeTest, ParsesByItsTokenRules) {
                         {"14:05:0x", "14:05:00:000", 0},
                         {"02:05 pm", "14:05:00:000", 0},
                         {"14_05", "14:05:00:000", 0},
-                        {"14:05:09:7pm", "14:05:09:007", 0},
-                        {"12345", "", kHour}};
+                        {"14:05:09:7pm", "14:05:09:007", 0}};
   for (const Case& c : cases) {
     zuTime time(3, 4, 5, 6);
     int result = -1;
@@ -206,27 +201,10 @@ class GermanMarkers : public zuResourceLoader {
   }
 };
 
-TEST(zuTimeTest, MarkersComeFromTheMessageLoaderOnEveryCall) {
-  const zuTime afternoon(14, 5, 0, 0);
-  zuTime read(0, 0, 0, 0);
-  GermanMarkers german;
-  zuPosixResourceLoader::Override(&german);
-  read.Parse("2:05 pm");  // the default markers are not read beside a client's
-  EXPECT_EQ(read.Hour(), 2);
-  zuPosixResourceLoader::Override(nullptr);
-
-  // Without the library's catalogue the markers have no text: nothing
-  // follows the blank, and nothing matches.
-  zuPosixResourceLoader::UseResourceDLL(0);
-  EXPECT_EQ(str(afternoon.Format(zuTime::HH_MM_MARKER)), "02:05 ");
-  read.Parse("2:05 PM");
-  EXPECT_EQ(read.Hour(), 2);
-  zuPosixResourceLoader::UseResourceDLL(1);
-}
-
 // The markers are kept between calls, but every change to the loader is
 // seen at the very next one: a client catalogue set and removed, an
-// override set and cleared.
+// override set and cleared. Beside a client's markers the default ones are
+// not read.
 TEST(zuTimeTest, KeptMarkersFollowEveryChangeOfTheLoader) {
   const zu::testing::zuLocaleEnvironment locale("C", nullptr);
   const zu::testing::zuScratchFolder folder;
@@ -240,13 +218,15 @@ TEST(zuTimeTest, KeptMarkersFollowEveryChangeOfTheLoader) {
     zuModule client;
     zuResourceLoader* override;
     const char* shown;
-    const char* read;  // a text that reads as 14:05
-  } steps[] = {{nullptr, nullptr, "02:05 PM", "2:05 pm"},
-               {client, nullptr, "02:05 abends", "2:05 ABENDS"},
-               {client, nullptr, "02:05 abends", "2:05 abends"},
-               {nullptr, nullptr, "02:05 PM", "2:05 PM"},
-               {nullptr, &german, "02:05 nachm", "2:05 NACHM"},
-               {nullptr, nullptr, "02:05 PM", "2:05 PM"}};
+    const char* read;
+    long hour;  // the hour `read` gives
+  } steps[] = {{nullptr, nullptr, "02:05 PM", "2:05 pm", 14},
+               {client, nullptr, "02:05 abends", "2:05 ABENDS", 14},
+               {client, nullptr, "02:05 abends", "2:05 abends", 14},
+               {nullptr, nullptr, "02:05 PM", "2:05 PM", 14},
+               {nullptr, &german, "02:05 nachm", "2:05 NACHM", 14},
+               {nullptr, &german, "02:05 nachm", "2:05 pm", 2},
+               {nullptr, nullptr, "02:05 PM", "2:05 PM", 14}};
   for (const Step& step : steps) {
     SCOPED_TRACE(step.shown);
     zuSetDLLHandle(step.client);
@@ -256,9 +236,17 @@ TEST(zuTimeTest, KeptMarkersFollowEveryChangeOfTheLoader) {
               step.override != nullptr ? "09:00 vorm" : "09:00 AM");
     read.Set(0, 0, 0, 0);
     read.Parse(step.read);
-    EXPECT_EQ(read.Hour(), 14);
+    EXPECT_EQ(read.Hour(), step.hour);
   }
   zuSetDLLHandle(nullptr);
+
+  // Without the library's catalogue the markers have no text: nothing
+  // follows the blank, and nothing matches.
+  zuPosixResourceLoader::UseResourceDLL(0);
+  EXPECT_EQ(str(afternoon.Format(zuTime::HH_MM_MARKER)), "02:05 ");
+  read.Parse("2:05 PM");
+  EXPECT_EQ(read.Hour(), 2);
+  zuPosixResourceLoader::UseResourceDLL(1);
 }
 
 TEST(zuTimeTest, DifferenceIsTheLaterLessTheEarlier) {
