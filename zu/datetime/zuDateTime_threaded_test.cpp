@@ -1,12 +1,10 @@
-// Dates, times and date-times are plain values: threads format, parse and
-// compare them at once, values cross threads, and the process-wide local
-// display flag changes under their feet.
+// Dates, times and date-times are plain values: threads format and parse
+// them at once, values cross threads, and the process-wide local display
+// flag changes under their feet.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <atomic>
 #include <future>
-#include <set>
 #include <string>
 #include <thread>
 #include <vector>
@@ -21,7 +19,7 @@ namespace {
 
 using zu::testing::str;
 
-TEST(zuDateTimeThreadedTest, FormatParseAndCompareWhileTheLocalFlagToggles) {
+TEST(zuDateTimeThreadedTest, FormatAndParseWhileTheLocalFlagToggles) {
   zu::testing::ScopedTimeZone berlin("Europe/Berlin");  // set before any thread starts
   const zuDateTime summer(2024, 7, 1, 10, 0, 0, 0);
   const zuDate made("5 mars 2024", zuDate::FR_D_MMM_YYYY, 0, "fr_FR");  // crosses threads
@@ -34,7 +32,6 @@ TEST(zuDateTimeThreadedTest, FormatParseAndCompareWhileTheLocalFlagToggles) {
   std::vector<std::thread> workers;
   for (int worker = 0; worker < 4; ++worker) {
     workers.emplace_back([&, worker] {
-      std::set<zuDate> seen;
       for (int i = 0; i < 1500; ++i) {
         const std::string shown = str(summer.Format(zuDate::ISO_EXTENDED, zuTime::HH_MM, 0));
         if (shown != "2024-07-01 10:00" && shown != "2024-07-01 12:00") ++wrong;
@@ -50,14 +47,6 @@ TEST(zuDateTimeThreadedTest, FormatParseAndCompareWhileTheLocalFlagToggles) {
         }
         zuTime time(0, 0, 0, 0);
         if (time.Parse("2:30 pm") != 1 || time.Hour() != 14) ++wrong;
-        seen.insert(date + (i % 7));
-      }
-      // The int comparisons order standard containers and algorithms.
-      std::vector<zuDate> sorted(seen.rbegin(), seen.rend());
-      std::sort(sorted.begin(), sorted.end());
-      if (seen.size() != 7 || !std::equal(sorted.begin(), sorted.end(), seen.begin()) ||
-          (sorted[0] < sorted[1]) + (sorted[1] >= sorted[0]) + (sorted[0] != sorted[1]) != 3) {
-        ++wrong;
       }
       ++done;
     });
