@@ -34,19 +34,15 @@ TEST(zuDateTimeThreadedTest, FormatAndParseWhileTheLocalFlagToggles) {
     workers.emplace_back([&, worker] {
       for (int i = 0; i < 1500; ++i) {
         const std::string shown = str(summer.Format(zuDate::ISO_EXTENDED, zuTime::HH_MM, 0));
-        if (shown != "2024-07-01 10:00" && shown != "2024-07-01 12:00") ++wrong;
-        if (str(summer.FormatAsLocal(zuDate::MMMM_D_YYYY, zuTime::HH_MM_MARKER, 1)) !=
-            "12:00 AM July 1, 2024") {
-          ++wrong;
-        }
+        wrong += shown != "2024-07-01 10:00" && shown != "2024-07-01 12:00";
+        wrong += str(summer.FormatAsLocal(zuDate::MMMM_D_YYYY, zuTime::HH_MM_MARKER, 1)) !=
+                 "12:00 AM July 1, 2024";
         zuDate date(2024, 1, 1);
         date.Locale(worker % 2 == 0 ? "de_DE" : "ja");
-        if (date.Parse(made.Format(zuDate::DD_MM_YYYY_DOT), zuDate::DD_MM_YYYY_DOT) != 1 ||
-            date != made || str(made.Format(zuDate::FR_D_MMMM_YYYY)) != "5 mars 2024") {
-          ++wrong;
-        }
+        wrong += date.Parse(made.Format(zuDate::DD_MM_YYYY_DOT), zuDate::DD_MM_YYYY_DOT) != 1 ||
+                 date != made || str(made.Format(zuDate::FR_D_MMMM_YYYY)) != "5 mars 2024";
         zuTime time(0, 0, 0, 0);
-        if (time.Parse("2:30 pm") != 1 || time.Hour() != 14) ++wrong;
+        wrong += time.Parse("2:30 pm") != 1 || time.Hour() != 14;
       }
       ++done;
     });
