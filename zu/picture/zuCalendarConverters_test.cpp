@@ -30,7 +30,7 @@ TEST(CalendarConverterTest, TableGivesGregorianWhileAlternatesAreOff) {
   EXPECT_FALSE(isAltCalendarEnabled());
   const std::shared_ptr<ICalendarConverter> gregorian = getCalendarConverter("en_US");
   ASSERT_NE(gregorian, nullptr);
-  for (const char* locale : {"ar_SA", "de_DE", "", "xx"}) {
+  for (const char* locale : {"ar_SA", "", "xx"}) {
     EXPECT_EQ(getCalendarConverter(locale), gregorian) << locale;
   }
   EXPECT_NE(dynamic_cast<GregorianCalendarConvertor*>(gregorian.get()), nullptr);
@@ -40,13 +40,6 @@ TEST(CalendarConverterTest, TableGivesGregorianWhileAlternatesAreOff) {
             nullptr);
   EXPECT_EQ(lookupCalendarConverter("ar_sa", true), gregorian);  // exact names only
   EXPECT_EQ(lookupCalendarConverter("ar_SA", false), gregorian);
-
-  for (Ymd date : {Ymd{31, 2, 2024}, Ymd{0, 0, 0}, Ymd{1, 9, 1445}}) {
-    const Ymd before = date;
-    EXPECT_TRUE(gregorian->fromGregorian(date.day, date.month, date.year));
-    EXPECT_TRUE(gregorian->toGregorian(date.day, date.month, date.year));
-    EXPECT_EQ(date, before);
-  }
 }
 
 TEST(CalendarConverterTest, HijriMatchesUmmAlQura) {

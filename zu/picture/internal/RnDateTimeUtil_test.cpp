@@ -15,11 +15,9 @@ TEST(RnDateTimeUtilTest, WritesNumbersInEachForm) {
     NumeralStyle style;
     const char* expected;
   } const cases[] = {
-      {7, 2, {NumeralForm::kLocale, '0'}, "07"},
       {5, 3, {NumeralForm::kLocale, 0x0660}, "\xD9\xA0\xD9\xA0\xD9\xA5"},
       {-42, 3, {NumeralForm::kLocale, '0'}, "-042"},
       {INT64_MIN, 1, {NumeralForm::kLocale, '0'}, "-9223372036854775808"},
-      {9, 2, {NumeralForm::kFullWidth, '0'}, "\xEF\xBC\x90\xEF\xBC\x99"},
       {10, 2, {NumeralForm::kNative, '0'}, "十"},
       {21, 2, {NumeralForm::kNative, '0'}, "二十一"},
       {2024, 4, {NumeralForm::kNative, '0'}, "二〇二四"},
@@ -65,9 +63,7 @@ TEST(RnDateTimeUtilTest, ReadsDigitsOfAnyFormAndRespectsCounts) {
       {"12345", 0, 1, 3, "123@3"},
       {"a7", 1, 1, 1, "7@2"},
       {"", 0, 1, 2, "(none)"},
-      {"\xD9\xA1\xD9\xA2", 0, 2, 2, "12@4"},          // Arabic-Indic
-      {"１5", 0, 1, 2, "15@4"},                       // full-width then ASCII
-      {"\xE0\xB9\x92\xE0\xB9\x95", 0, 1, 2, "25@6"},  // Thai
+      {"１5", 0, 1, 2, "15@4"},  // full-width then ASCII
       {"二〇二四年", 0, 4, 4, "2024@12"},
       {"二〇二四年", 0, 1, 2, "(none)"},  // 2024 needs four digits
       {"〇十", 0, 1, 2, "0@3"},
