@@ -42,7 +42,7 @@ TEST(CalendarConverterTest, TableGivesGregorianWhileAlternatesAreOff) {
   EXPECT_EQ(lookupCalendarConverter("ar_SA", false), gregorian);
 }
 
-TEST(CalendarConverterTest, HijriMatchesUmmAlQura) {
+TEST(CalendarConverterTest, HijriMatchesUmmAlQuraAndRejectsWhatItCannotReach) {
   HijriCalendarConvertor hijri;
   for (const auto& known : kKnownDates) {
     Ymd date = known.gregorian;
@@ -52,10 +52,6 @@ TEST(CalendarConverterTest, HijriMatchesUmmAlQura) {
     EXPECT_TRUE(hijri.toGregorian(date.day, date.month, date.year));
     EXPECT_EQ(date, known.gregorian) << known.hijri.year << "-" << known.hijri.month;
   }
-}
-
-TEST(CalendarConverterTest, HijriRejectsWhatItCannotReach) {
-  HijriCalendarConvertor hijri;
   const Ymd badGregorian[] = {{30, 2, 2024}, {1, 13, 2024}, {1, 1, 0}, {1, 1, 10000}};
   for (Ymd date : badGregorian) {
     const Ymd before = date;
