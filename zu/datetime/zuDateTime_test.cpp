@@ -50,7 +50,7 @@ std::string text(Millis instant) {
   return shown(valueAt(instant));
 }
 
-TEST(zuDateTimeTest, ArithmeticAgreesWithSysTime) {
+TEST(zuDateTimeTest, ArithmeticAgreesWithSysTimeAndKeepsTheValueWhenItThrows) {
   std::mt19937_64 random(99);
   std::uniform_int_distribution<int64_t> startPick(-3000000000000, 4000000000000);  // ~1875..2096
   std::uniform_int_distribution<long> dayPick(0, 20000);
@@ -68,9 +68,8 @@ TEST(zuDateTimeTest, ArithmeticAgreesWithSysTime) {
     earlier.Subtract(0, 0, d, h, mi, s, ms);
     ASSERT_EQ(stamp(earlier), stamp(start - amount)) << text(start - amount);
   }
-}
 
-TEST(zuDateTimeTest, ArithmeticKeepsTheWholeValueWhenItThrows) {
+  // A throw leaves the whole value.
   zuDateTime last(214748, 12, 31, 23, 0, 0, 0);
   EXPECT_EQ(thrownId([&] { last.Add(0, 0, 0, 1, 0, 0, 0); }), 17185u);
   EXPECT_EQ(thrownId([&] { last.Add(0, 0, 0, -1, 0, 0, 0); }), 17234u);
@@ -88,8 +87,7 @@ TEST(zuDateTimeTest, DifferenceBorrowsADayForTheEarlierTime) {
     long a[7], b[7];
     int order;
     long fields[7];
-  };
-  const Case cases[] = {
+  } const cases[] = {
       {{2024, 3, 2, 1, 0, 0, 0}, {2024, 3, 1, 23, 0, 0, 0}, 1, {0, 0, 0, 2, 0, 0, 0}},
       {{2024, 3, 1, 23, 0, 0, 0}, {2024, 3, 2, 1, 0, 0, 0}, -1, {0, 0, 0, 2, 0, 0, 0}},
       {{2025, 4, 6, 12, 30, 0, 0}, {2024, 3, 5, 10, 0, 0, 1}, 1, {1, 1, 1, 2, 29, 59, 999}},
