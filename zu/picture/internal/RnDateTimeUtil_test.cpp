@@ -8,7 +8,7 @@
 namespace zu::internal {
 namespace {
 
-TEST(RnDateTimeUtilTest, WritesNumbersInEachFormAndReadsThemBack) {
+TEST(RnDateTimeUtilTest, WritesAndReadsNumbersInEachForm) {
   struct Case {
     int64_t value;
     int width;
@@ -41,6 +41,30 @@ TEST(RnDateTimeUtilTest, WritesNumbersInEachFormAndReadsThemBack) {
       EXPECT_EQ(read, value);
     }
   }
+  // Digits of any form are read, within the counts asked for.
+  struct Read {
+    const char* text;
+    unsigned pos;
+    int minDigits, maxDigits;
+    const char* expected;  // value@end, "(none)" when no number is read
+  } const reads[] = {
+      {"05x", 0, 1, 2, "5@2"},
+      {"5", 0, 2, 2, "(none)"},
+      {"12345", 0, 1, 3, "123@3"},
+      {"a7", 1, 1, 1, "7@2"},
+      {"", 0, 1, 2, "(none)"},
+      {"１5", 0, 1, 2, "15@4"},  // full-width then ASCII
+      {"二〇二四年", 0, 4, 4, "2024@12"},
+      {"二〇二四年", 0, 1, 2, "(none)"},  // 2024 needs four digits
+      {"〇十", 0, 1, 2, "0@3"},
+      {"9999999999", 0, 1, 12, "999999999@9"},
+  };
+  for (const Read& c : reads) {
+    int value = 0;
+    const int end = readNumber(zuString(c.text), c.pos, c.minDigits, c.maxDigits, value);
+    EXPECT_EQ(end < 0 ? "(none)" : std::to_string(value) + "@" + std::to_string(end), c.expected)
+        << c.text;
+  }
 }
 
 // TextOut gives the bytes appended in order, whether they stay in its
@@ -61,32 +85,6 @@ TEST(RnDateTimeUtilTest, TextOutKeepsEveryByteAcrossItsBuffer) {
       expected += std::string("a\xC3\xA9-name-\t") + number;
     }
     EXPECT_EQ(std::string(out.text()), expected) << pieces;
-  }
-}
-
-TEST(RnDateTimeUtilTest, ReadsDigitsOfAnyFormAndRespectsCounts) {
-  struct Case {
-    const char* text;
-    unsigned pos;
-    int minDigits, maxDigits;
-    const char* expected;  // value@end, "(none)" when no number is read
-  } const cases[] = {
-      {"05x", 0, 1, 2, "5@2"},
-      {"5", 0, 2, 2, "(none)"},
-      {"12345", 0, 1, 3, "123@3"},
-      {"a7", 1, 1, 1, "7@2"},
-      {"", 0, 1, 2, "(none)"},
-      {"１5", 0, 1, 2, "15@4"},  // full-width then ASCII
-      {"二〇二四年", 0, 4, 4, "2024@12"},
-      {"二〇二四年", 0, 1, 2, "(none)"},  // 2024 needs four digits
-      {"〇十", 0, 1, 2, "0@3"},
-      {"9999999999", 0, 1, 12, "999999999@9"},
-  };
-  for (const Case& c : cases) {
-    int value = 0;
-    const int end = readNumber(zuString(c.text), c.pos, c.minDigits, c.maxDigits, value);
-    EXPECT_EQ(end < 0 ? "(none)" : std::to_string(value) + "@" + std::to_string(end), c.expected)
-        << c.text;
   }
 }
 
