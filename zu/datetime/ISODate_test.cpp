@@ -26,8 +26,6 @@ TEST(ISODateTest, ReadsTheCalendarDateForms) {
       {"2024-02-30", ""},
       {"0000-01-01", "1900-01-01"},  // a year below 100 is 1900 + year
       {"24-03-05", ""},              // the year has four digits
-      {"2024-W01", ""},
-      {"+2024-03-05", ""},
   };
   for (const Case& c : cases) {
     const ISODate date(c.text, "en_US");

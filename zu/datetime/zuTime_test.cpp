@@ -198,7 +198,6 @@ TEST(zuTimeTest, KeptMarkersFollowEveryChangeOfTheLoader) {
     long hour;  // the hour `read` gives
   } steps[] = {{nullptr, nullptr, "02:05 PM", "2:05 pm", 14},
                {client, nullptr, "02:05 abends", "2:05 ABENDS", 14},
-               {client, nullptr, "02:05 abends", "2:05 abends", 14},
                {nullptr, nullptr, "02:05 PM", "2:05 PM", 14},
                {nullptr, &german, "02:05 nachm", "2:05 NACHM", 14},
                {nullptr, &german, "02:05 nachm", "2:05 pm", 2},
