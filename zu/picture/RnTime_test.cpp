@@ -51,7 +51,7 @@ TEST(RnTimeTest, EpochRejectsFieldsOutOfRange) {
   };
   for (const Case& c : cases) {
     EXPECT_EQ(TestTime::epoch(c.hour, c.minute, c.second, c.milli, c.offset), c.expected)
-        << c.hour << ":" << c.minute << ":" << c.second << "." << c.milli << " " << c.offset;
+        << c.hour << ":" << c.minute << " " << c.offset;
   }
 }
 
@@ -163,7 +163,6 @@ TEST(RnTimeTest, ParsesFields) {
       {"en_US", "HH:MMzz", "10:20-09:30", "10:20:00.000", -570},
       {"en_US", "HH:MM Z", "10:20 gmt+01:00", "10:20:00.000", 60},
       {"en_US", "HH:MM Z", "10:20 EDT", "10:20:00.000", -240},
-      {"en_US", "HH:MM Z z", "10:20 EDT Z", "", 0},
       {"en_US", "HH:MMz", "10:20+2400", "", 0},
       {"ja_JP", "\uff28:\uff2d\uff2d", "\uff11\uff14\uff1a\uff10\uff13", "14:03:00.000", 0},
   };

@@ -88,15 +88,6 @@ TEST(RnDateTimeUtilTest, TextOutKeepsEveryByteAcrossItsBuffer) {
   }
 }
 
-// FF01-FF5E mirror ASCII 21-7E; the space and everything else map to
-// themselves.
-TEST(RnDateTimeUtilTest, MapsFullWidthCharacters) {
-  const std::pair<uint32_t, uint32_t> wideToAscii[] = {
-      {0xFF01, '!'}, {0xFF21, 'A'}, {0xFF5E, '~'}, {0xFF5F, 0xFF5F}, {'D', 'D'}};
-  for (const auto& [wide, ascii] : wideToAscii) EXPECT_EQ(fullWidthToAscii(wide), ascii);
-  EXPECT_TRUE(asciiToFullWidth(':') == 0xFF1A && asciiToFullWidth(' ') == ' ');
-}
-
 TEST(RnDateTimeUtilTest, MatchesNamesIgnoringCaseLongestFirst) {
   const zuString names[] = {"Jun", "June", "", "\xC3\xA9t\xC3\xA9", "Mai"};
   struct Case {
