@@ -42,12 +42,8 @@ int64_t stamp(Millis instant) {
   return stamp(valueAt(instant));
 }
 
-std::string shown(const zuDateTime& value) {
-  return str(value.Format(zuDate::ISO_EXTENDED, zuTime::HH_MM_SS_FFF, 0, 0));
-}
-
 std::string text(Millis instant) {
-  return shown(valueAt(instant));
+  return str(valueAt(instant).Format(zuDate::ISO_EXTENDED, zuTime::HH_MM_SS_FFF, 0, 0));
 }
 
 TEST(zuDateTimeTest, ArithmeticAgreesWithSysTimeAndKeepsTheValueWhenItThrows) {
@@ -97,7 +93,7 @@ TEST(zuDateTimeTest, DifferenceBorrowsADayForTheEarlierTime) {
     const zuDateTime b(c.b[0], c.b[1], c.b[2], c.b[3], c.b[4], c.b[5], c.b[6]);
     long f[7] = {-1, -1, -1, -1, -1, -1, -1};
     EXPECT_EQ(a.Difference(b, f[0], f[1], f[2], f[3], f[4], f[5], f[6]), c.order);
-    for (int i = 0; i < 7; ++i) EXPECT_EQ(f[i], c.fields[i]) << shown(a) << " field " << i;
+    for (int i = 0; i < 7; ++i) EXPECT_EQ(f[i], c.fields[i]) << &c - cases << ":" << i;
     EXPECT_EQ(a.Compare(b), c.order);
     EXPECT_EQ((a < b) - (a > b) + (a == b) - (a != b), c.order == 0 ? 1 : -c.order - 1);
   }
