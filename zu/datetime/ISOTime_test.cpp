@@ -27,7 +27,6 @@ TEST(ISOTimeTest, ReadsTheCalendarTimeForms) {
       {"UTC", "103015.500+05:30", ""},
       {"UTC", "10:30Z", ""},
       {"UTC", "24:00:00", ""},
-      {"UTC", "10:30:15Z ", "10:30:15.000Z"},
   };
   for (const Case& c : cases) {
     ScopedTimeZone zone(c.tz);

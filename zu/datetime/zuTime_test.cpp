@@ -96,7 +96,7 @@ TEST(zuTimeTest, AddAndSubtractAgreeWithChronoUpToTheBounds) {
 }
 
 TEST(zuTimeTest, FormsByPublishedNumbersShowTheFields) {
-  using T = zuTime;  // a row per time, a column per published form number, 7 for any other
+  // A row per time, a column per published form number, 7 for any other.
   struct Case {
     zuTime time;
     const char* texts[8];
@@ -111,7 +111,7 @@ TEST(zuTimeTest, FormsByPublishedNumbersShowTheFields) {
                        "12:30:00 AM", "12:30 AM", "123000000"}}};
   for (int form = 0; form < 8; ++form) {
     for (const Case& c : cases) {
-      EXPECT_EQ(str(c.time.Format(static_cast<T::zuTimeFmt>(form))), c.texts[form]) << form;
+      EXPECT_EQ(str(c.time.Format(static_cast<zuTime::zuTimeFmt>(form))), c.texts[form]) << form;
     }
   }
 }
@@ -145,8 +145,6 @@ TEST(zuTimeTest, ParsesByItsTokenRules) {
                      {"7 Pm", "19:00:00:000", 0},
                      {"2147483648", "", 0},
                      {"24:00", "", kHour},
-                     {"1:60", "", kMinute},
-                     {"1:0:0:1000", "", kMillisecond},
                      // Shapes that leave the quick reading for the general one
                      {"14::05", "14:05:00:000", 0},
                      {"0014:05", "14:05:00:000", 0},
