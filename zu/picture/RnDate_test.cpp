@@ -71,7 +71,6 @@ TEST(RnDateTest, ParsesByThePictureRules) {
       {"Monday 5 March 2024", "EEEE D MMMM YYYY", 30, ""},
       {"3 3 2024", "E M YYYY", 30, "2024-03-01"},
       {"31 2 2024", "D M YYYY", 30, ""},
-      {"AD 2024", "G YYYY", 30, "2024-01-01"},
       {"BC 2024", "G YYYY", 30, ""},
       {"2024\t\t3", "YYYYttM", 30, "2024-03-01"},
       {"20240305", "YYYYMMDD", 30, "2024-03-05"},
