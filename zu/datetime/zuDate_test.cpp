@@ -300,7 +300,7 @@ TEST(zuDateTest, EraFormWritesAndReadsByItsOwnRules) {
       {"1868年09月07日", "ja", "1868-09-07", true},  // before the era table
       {"明治 1年09月08日", "ja", "1868-09-08", true},
       {"令和 1年05月01日", "JA", "2019-05-01", true},
-      {"2024年03月05日", "ja_JP", "2024-03-05", true},  // era names in "ja" only
+      {"2024年03月05日", "ja_JP", "2024-03-05", true},  // written without era in ja_JP
       {"2024년03월05일", "ko", "2024-03-05", true},
       {" 800年03月05日", "ja", "0800-03-05", true},
       {" 平成 31 年 4 月 30 日 ", "ja", "2019-04-30", false},
