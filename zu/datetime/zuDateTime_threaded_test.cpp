@@ -1,12 +1,10 @@
-// Dates, times and date-times are plain values: threads format, parse and
-// compare them at once, values cross threads, and the process-wide local
-// display flag changes under their feet.
+// Dates, times and date-times are plain values: threads format and parse
+// them at once, values cross threads, and the process-wide local display
+// flag changes under their feet.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <atomic>
 #include <future>
-#include <set>
 #include <string>
 #include <thread>
 #include <vector>
@@ -21,52 +19,36 @@ namespace {
 
 using zu::testing::str;
 
-TEST(zuDateTimeThreadedTest, FormatParseAndCompareWhileTheLocalFlagToggles) {
+TEST(zuDateTimeThreadedTest, FormatAndParseWhileTheLocalFlagToggles) {
   zu::testing::ScopedTimeZone berlin("Europe/Berlin");  // set before any thread starts
   const zuDateTime summer(2024, 7, 1, 10, 0, 0, 0);
   const zuDate made("5 mars 2024", zuDate::FR_D_MMM_YYYY, 0, "fr_FR");  // crosses threads
   std::atomic<bool> stop{false};
   std::atomic<int> wrong{0};
-  std::atomic<int> done{0};
   std::thread toggler([&] {
     for (int i = 0; !stop.load(); ++i) zuDateTime::FormatAsLocal(i & 1);
   });
   std::vector<std::thread> workers;
   for (int worker = 0; worker < 4; ++worker) {
     workers.emplace_back([&, worker] {
-      std::set<zuDate> seen;
       for (int i = 0; i < 1500; ++i) {
         const std::string shown = str(summer.Format(zuDate::ISO_EXTENDED, zuTime::HH_MM, 0));
-        if (shown != "2024-07-01 10:00" && shown != "2024-07-01 12:00") ++wrong;
-        if (str(summer.FormatAsLocal(zuDate::MMMM_D_YYYY, zuTime::HH_MM_MARKER, 1)) !=
-            "12:00 AM July 1, 2024") {
-          ++wrong;
-        }
+        wrong += shown != "2024-07-01 10:00" && shown != "2024-07-01 12:00";
+        wrong += str(summer.FormatAsLocal(zuDate::MMMM_D_YYYY, zuTime::HH_MM_MARKER, 1)) !=
+                 "12:00 AM July 1, 2024";
         zuDate date(2024, 1, 1);
         date.Locale(worker % 2 == 0 ? "de_DE" : "ja");
-        if (date.Parse(made.Format(zuDate::DD_MM_YYYY_DOT), zuDate::DD_MM_YYYY_DOT) != 1 ||
-            date != made || str(made.Format(zuDate::FR_D_MMMM_YYYY)) != "5 mars 2024") {
-          ++wrong;
-        }
+        wrong += date.Parse(made.Format(zuDate::DD_MM_YYYY_DOT), zuDate::DD_MM_YYYY_DOT) != 1 ||
+                 date != made || str(made.Format(zuDate::FR_D_MMMM_YYYY)) != "5 mars 2024";
         zuTime time(0, 0, 0, 0);
-        if (time.Parse("2:30 pm") != 1 || time.Hour() != 14) ++wrong;
-        seen.insert(date + (i % 7));
+        wrong += time.Parse("2:30 pm") != 1 || time.Hour() != 14;
       }
-      // The int comparisons order standard containers and algorithms.
-      std::vector<zuDate> sorted(seen.rbegin(), seen.rend());
-      std::sort(sorted.begin(), sorted.end());
-      if (seen.size() != 7 || !std::equal(sorted.begin(), sorted.end(), seen.begin()) ||
-          (sorted[0] < sorted[1]) + (sorted[1] >= sorted[0]) + (sorted[0] != sorted[1]) != 3) {
-        ++wrong;
-      }
-      ++done;
     });
   }
   for (std::thread& worker : workers) worker.join();
   stop = true;
   toggler.join();
   zuDateTime::FormatAsLocal(0);
-  EXPECT_EQ(done.load(), 4);
   EXPECT_EQ(wrong.load(), 0);
 }
 

@@ -50,24 +50,15 @@ TEST(zuDateTest, ValidatesYearThenMonthThenDayInSixtyFourBits) {
     unsigned id;
   };
   constexpr long k2to32 = 4294967296;  // narrowed to 32 bits it would be valid
-  const Case cases[] = {{2023, 2, 29, kDay},
-                        {2000, 2, 29, 0},
-                        {1900, 2, 29, kDay},
-                        {2024, k2to32 + 1, 1, kMonth},
-                        {2024, 1, k2to32 + 1, kDay},
-                        {k2to32 + 2024, 1, 1, kYear},
-                        {0, 1, 1, 0},
-                        {214748, 12, 31, 0},
-                        {214749, 1, 1, kYear},
-                        {-1, 13, 40, kYear},
-                        {2024, 13, 40, kMonth},
-                        {2024, 4, 31, kDay}};
+  const Case cases[] = {
+      {1900, 2, 29, kDay},   {2024, k2to32 + 1, 1, kMonth}, {2024, 1, k2to32 + 1, kDay},
+      {214749, 1, 1, kYear}, {-1, 13, 40, kYear},           {2024, 13, 40, kMonth},
+  };
   for (const Case& c : cases) {
     zuDate date(1999, 9, 9);
     EXPECT_EQ(thrownId([&] { date.Set(c.year, c.month, c.day); }), c.id)
         << c.year << "-" << c.month;
-    const long packed = c.id == 0 ? c.year * 10000 + c.month * 100 + c.day : 19990909;
-    EXPECT_EQ(str(date.Format(zuDate::PACKED)), std::to_string(packed)) << "a throw leaves it";
+    EXPECT_EQ(str(date.Format(zuDate::PACKED)), "19990909") << "a throw leaves it";
   }
 }
 
@@ -85,7 +76,6 @@ TEST(zuDateTest, AgreesWithChronoOnEveryDayFrom1600To2400) {
       const long since1900 = (day - origin1900).count() + 1;
       ASSERT_EQ(date.DaysSince1900(), since1900);
       ASSERT_EQ(date.DayOfWeekIndex(), static_cast<int>(weekday{day}.c_encoding()));
-      ASSERT_EQ(date.DaysSince1900() + 2415020, day.time_since_epoch().count() + 2440588);
       zuDate back(2000, 1, 1);
       back.DaysSince1900(since1900);
       ASSERT_EQ(back.Compare(date), 0);
@@ -94,18 +84,16 @@ TEST(zuDateTest, AgreesWithChronoOnEveryDayFrom1600To2400) {
       ASSERT_EQ(date.DayOfWeekIndex(), dayOfYear % 7);
     }
     if (day != last) {
-      zuDate before = date;
-      ++date;
-      zuDate again = date;
-      --again;
-      ASSERT_EQ(again.Compare(before), 0);
+      const zuDate before = date;
+      zuDate again = ++date;
+      ASSERT_EQ((--again).Compare(before), 0);
     }
   }
   EXPECT_EQ(thrownId([] { zuDate(2000, 1, 1).DaysSince1900(0); }), kDay);
   EXPECT_EQ(thrownId([] { zuDate(2000, 1, 1).DaysSince1900(78000000); }), kYear);
 }
 
-TEST(zuDateTest, DifferencesAgreeWithChronoAndAreSymmetric) {
+TEST(zuDateTest, DifferencesAgreeWithChronoAndLendTheMonthBeforeTheLaterDate) {
   std::mt19937_64 random(18);
   std::uniform_int_distribution<int> dayPick(0, 182620);  // 1900 .. 2399
   const sys_days origin{year{1900} / 1 / 1};
@@ -126,6 +114,22 @@ TEST(zuDateTest, DifferencesAgreeWithChronoAndAreSymmetric) {
     // February the day count can end a little below 0.
     ASSERT_TRUE(years >= 0 && months >= 0 && months < 12 && dayCount >= -3 && dayCount <= 30);
   }
+  // Only the month before the later date lends its days.
+  struct Case {
+    zuDate later, earlier;
+    long fields;  // years * 10000 + months * 100 + days
+  } const cases[] = {{zuDate(2024, 2, 29), zuDate(2023, 1, 31), 10100},  // both last days
+                     {zuDate(2024, 3, 1), zuDate(2024, 1, 31), 99},      // February's 29: -1 day
+                     {zuDate(2024, 1, 5), zuDate(2023, 12, 20), 16}};    // January lends 31
+  for (const Case& c : cases) {
+    long years = -1, months = -1, days = -1;
+    EXPECT_EQ(c.later.Difference(c.earlier, years, months, days), 1);
+    EXPECT_EQ(years * 10000 + months * 100 + days, c.fields) << iso(c.later);
+  }
+  zuDate first(2024, 3, 1);
+  EXPECT_EQ(iso(first -= 1) + " " + iso(zuDate(2024, 2, 29) + 1), "2024-02-29 2024-03-01");
+  EXPECT_EQ((first < zuDate(2024, 3, 1)) + (first >= first) + (first != zuDate(2024, 3, 1)), 3);
+  EXPECT_EQ(zuDate::DaysInMonth(2024, 13) + zuDate::LeapYear(-400) + zuDate::LeapYear(2100), 0);
 }
 
 // The date Add gives, or the message id it throws: the amounts added to
@@ -154,7 +158,7 @@ void expectAddAgreesWithChrono(const year_month_day& start, long years, long mon
   ASSERT_TRUE(sameDate(date, id == 0 ? expected : start)) << iso(date);
 }
 
-TEST(zuDateTest, AddCarriesForwardOnlyAsChronoPredicts) {
+TEST(zuDateTest, AddCarriesForwardAndSubtractNormalisesAsChronoPredicts) {
   std::mt19937_64 random(4);
   std::uniform_int_distribution<int> startPick(-150000, 150000);
   std::uniform_int_distribution<long> yearPick(-2100, 2100);
@@ -162,29 +166,18 @@ TEST(zuDateTest, AddCarriesForwardOnlyAsChronoPredicts) {
   std::uniform_int_distribution<long> dayPick(-40, 200000);
   for (int i = 0; i < 200000; ++i) {
     const year_month_day start{sys_days{year{2000} / 1 / 1} + days{startPick(random)}};
-    expectAddAgreesWithChrono(start, yearPick(random), monthPick(random), dayPick(random));
+    // Every other round adds at most a year's days: month ends and day 0.
+    const long dayCount = i % 2 == 0 ? dayPick(random) : dayPick(random) % 400;
+    expectAddAgreesWithChrono(start, yearPick(random), monthPick(random), dayCount);
   }
-  const year_month_day edges[] = {year{2024} / 1 / 31, year{2023} / 1 / 31, year{2024} / 3 / 1,
-                                  year{0} / 1 / 1, year{2024} / 12 / 31};
-  for (const year_month_day& start : edges) {
-    for (long months : {-13L, -12L, -1L, 0L, 1L, 11L, 12L, 13L}) {
-      for (long days : {-31L, -1L, 0L, 1L, 30L, 31L, 366L}) {
-        expectAddAgreesWithChrono(start, 0, months, days);
-        expectAddAgreesWithChrono(start, -1, months, days);
-      }
-    }
-  }
-}
+  expectAddAgreesWithChrono(year{2024} / 1 / 31, 0, 1, 0);  // February 31st: March 2nd
 
-TEST(zuDateTest, SubtractNormalisesBothWaysAsChronoPredicts) {
-  std::mt19937_64 random(7);
-  std::uniform_int_distribution<int> startPick(-150000, 150000);
-  std::uniform_int_distribution<long> yearPick(-2500, 2500);
-  std::uniform_int_distribution<long> monthPick(-5000, 5000);
-  std::uniform_int_distribution<long> dayPick(-400000, 400000);
-  for (int i = 0; i < 1000000; ++i) {
+  // Subtract normalises both ways, for amounts of either sign.
+  std::uniform_int_distribution<long> yearSpan(-2500, 2500), monthSpan(-5000, 5000);
+  std::uniform_int_distribution<long> daySpan(-400000, 400000);
+  for (int i = 0; i < 200000; ++i) {
     const year_month_day start{sys_days{year{2000} / 1 / 1} + days{startPick(random)}};
-    const long years = yearPick(random), months = monthPick(random), dayCount = dayPick(random);
+    const long years = yearSpan(random), months = monthSpan(random), dayCount = daySpan(random);
     const year_month ym =
         year{static_cast<int>(yearOf(start) - years)} / start.month() - std::chrono::months{months};
     const year_month_day expected{sys_days{ym / 1} + days{dayOf(start) - dayCount - 1}};
@@ -193,26 +186,19 @@ TEST(zuDateTest, SubtractNormalisesBothWaysAsChronoPredicts) {
     ASSERT_EQ(thrownId([&] { date.Subtract(years, months, dayCount); }), inRange ? 0 : kYear);
     ASSERT_TRUE(sameDate(date, inRange ? expected : start)) << iso(date);
   }
-}
 
-TEST(zuDateTest, ArithmeticIsClosedFormForAnyAmounts) {
+  // The arithmetic is closed-form for any amounts.
   struct Case {
     bool subtract;
     long years, months, days;
     long packed;  // the result from 2024-01-31; 0 when 17185 is thrown
   };
   constexpr long kHuge = 1L << 41;  // beyond the 64-bit path
-  const Case cases[] = {{false, 0, 0, 2000000000, 0},
-                        {false, 0, 0, LONG_MAX, 0},
-                        {false, LONG_MAX, LONG_MAX, LONG_MAX, 0},
+  const Case cases[] = {{false, LONG_MAX, LONG_MAX, LONG_MAX, 0},
                         {false, LONG_MIN, 0, 0, 0},
                         {false, -kHuge, 12 * kHuge, 0, 20240131},
                         {false, -400 * kHuge, 0, 146097 * kHuge, 20240131},
-                        {false, -2024, 0, 1, 201},
-                        {false, -2025, 0, 365, 131},
-                        {true, 0, 0, 2000000000, 0},
                         {true, LONG_MIN, LONG_MIN, LONG_MIN, 0},
-                        {true, kHuge, -12 * kHuge, 0, 20240131},
                         {true, 400 * kHuge, 0, -146097 * kHuge, 20240131},
                         {true, 0, 0, 739281, 101},
                         {true, 0, 0, 739282, 0}};
@@ -227,121 +213,49 @@ TEST(zuDateTest, ArithmeticIsClosedFormForAnyAmounts) {
   }
 }
 
-TEST(zuDateTest, DifferenceLendsTheMonthBeforeTheLaterDate) {
-  struct Case {
-    zuDate later, earlier;
-    long fields;  // years * 10000 + months * 100 + days
-  };
-  const Case cases[] = {{zuDate(2024, 2, 29), zuDate(2023, 1, 31), 10100},  // both last days
-                        {zuDate(2024, 3, 1), zuDate(2024, 1, 31), 99},      // February's 29: -1 day
-                        {zuDate(2024, 1, 5), zuDate(2023, 12, 20), 16}};    // January lends 31
-  for (const Case& c : cases) {
-    long years = -1, months = -1, days = -1;
-    EXPECT_EQ(c.later.Difference(c.earlier, years, months, days), 1);
-    EXPECT_EQ(years * 10000 + months * 100 + days, c.fields) << iso(c.later);
-  }
-  zuDate first(2024, 3, 1);
-  EXPECT_EQ(iso(first -= 1) + " " + iso(zuDate(2024, 2, 29) + 1), "2024-02-29 2024-03-01");
-  EXPECT_EQ(zuDate::DaysInMonth(2024, 13) + zuDate::LeapYear(-400) + zuDate::LeapYear(2100), 0);
-}
-
 TEST(zuDateTest, Year4WidensBySplitAndCentury) {
   const long century = zuDate().Year() / 100 * 100;
   zuDate date(2024, 1, 1);
   struct Case {
     long split, year, widened;
-  };
-  const Case cases[] = {{30, 29, century + 29}, {30, 30, century - 70}, {30, 100, century},
-                        {30, 101, 101},         {0, 95, century + 95},  {0, 100, century + 100},
-                        {0, 5000, 5000}};
+  } const cases[] = {{30, 29, century + 29}, {30, 30, century - 70}, {30, 100, century},
+                     {30, 101, 101},         {0, 95, century + 95},  {0, 100, century + 100}};
   for (const Case& c : cases) {
     ASSERT_EQ(date.CenturySplit(c.split), 1);
     EXPECT_EQ(date.Year4(c.year), c.widened) << c.split << " " << c.year;
   }
   EXPECT_EQ(date.CenturySplit(-1), 0);
-  EXPECT_EQ(date.CenturySplit(), 0);
   EXPECT_EQ(date.CenturySplit(130), 1);
   EXPECT_EQ(date.CenturySplit(), 30);
 }
 
-TEST(zuDateTest, FormatsInFiveLocalesByPublishedNumbers) {
-  struct Case {
-    zuDate::zuDateFmt fmt;  // the row's index is its published number
-    const char* texts[5];   // en_US, fr_FR, de_DE, ja, ko; null: as en_US
-  };
-  using D = zuDate;
-  const Case cases[] = {
-      {D::PACKED, {"20240205"}},
-      {D::YYMMDD, {"240205"}},
-      {D::MM_DD_YY_SLASH, {"02/05/24"}},
-      {D::MM_DD_YY_DASH, {"02-05-24"}},
-      {D::MMM_D_YYYY,
-       {"Feb 5, 2024", "févr. 5, 2024", "Feb. 5, 2024", "2月 5, 2024", "2월 5, 2024"}},
-      {D::MMMM_D_YYYY,
-       {"February 5, 2024", "février 5, 2024", "Februar 5, 2024", "2月 5, 2024", "2월 5, 2024"}},
-      {D::D_MMM_YY, {"5 Feb 24", "5 févr. 24", "5 Feb. 24", "5 2月 24", "5 2월 24"}},
-      {D::D_MMM_YYYY, {"5 Feb 2024", "5 févr. 2024", "5 Feb. 2024", "5 2月 2024", "5 2월 2024"}},
-      {D::DD_MM_YY_SLASH, {"05/02/24"}},
-      {D::DD_MM_YY_DASH, {"05-02-24"}},
-      {D::FR_MMM_D_YYYY, {"févr. 5, 2024"}},
-      {D::FR_MMMM_D_YYYY, {"février 5, 2024"}},
-      {D::FR_D_MMM_YY, {"5 févr. 24"}},
-      {D::FR_D_MMM_YYYY, {"5 févr. 2024"}},
-      {D::FR_D_MMMM_YYYY, {"5 février 2024"}},
-      {D::YY_MM_DD_SLASH, {"24/02/05"}},
-      {D::MM_DD_YY_DOT, {"02.05.24"}},
-      {D::DD_MM_YY_DOT, {"05.02.24"}},
-      {D::YY_MM_DD_DOT, {"24.02.05"}},
-      {D::DD_MM_YYYY_DOT, {"05.02.2024"}},
-      {D::MM_DD_YYYY_SLASH, {"02/05/2024"}},
-      {D::ISO_EXTENDED, {"2024-02-05"}},
-      {D::MMDDYYYY, {"02052024"}},
-      {D::MMDDYY, {"020524"}},
-      {D::YYYY_MM_DD_KANJI, {"2024年02月05日"}},
-      {D::ERA, {"2024年02月05日", nullptr, nullptr, "令和 6年02月05日", "2024년02월05일"}},
-      {D::YYYY_MM_DD_HANGUL, {"2024年02月05日", nullptr, nullptr, nullptr, "2024년02월05일"}},
-      {D::EEEE_MMMM_D_YYYY,
-       {"Monday February 5, 2024", "lundi février 5, 2024", "Montag Februar 5, 2024",
-        "月曜日 2月 5, 2024", "월요일 2월 5, 2024"}},
-      {D::LOCALE_MEDIUM,
-       {"Feb 5, 2024", "5 févr. 2024", "05.02.2024", "2024/02/05", "2024. 2. 5."}},
-      {D::DD_MM_YYYY_SLASH, {"05/02/2024"}},
-      {D::LOCALE_SHORT, {"2/5/24", "05/02/2024", "05.02.24", "2024/02/05", "24. 2. 5."}},
-      {D::YYYY_MM_DD_SLASH, {"2024/02/05"}}};
-  const char* const locales[] = {"en_US", "fr_FR", "de_DE", "ja", "ko"};
-  for (const Case& c : cases) {
-    EXPECT_EQ(c.fmt, &c - cases);
-    for (int i = 0; i < 5; ++i) {
-      zuDate date(2024, 2, 5);
-      date.Locale(locales[i]);
-      const char* expected = c.texts[i] != nullptr ? c.texts[i] : c.texts[0];
-      EXPECT_EQ(str(date.Format(c.fmt)), expected) << c.fmt << " " << locales[i];
-    }
+TEST(zuDateTest, FormatsByPublishedNumbers) {
+  // 2024-02-05 in en_US, indexed by the format's published number.
+  const char* const texts[] = {
+      "20240205",       "240205",           "02/05/24",       "02-05-24",
+      "Feb 5, 2024",    "February 5, 2024", "5 Feb 24",       "5 Feb 2024",
+      "05/02/24",       "05-02-24",         "févr. 5, 2024",  "février 5, 2024",
+      "5 févr. 24",     "5 févr. 2024",     "5 février 2024", "24/02/05",
+      "02.05.24",       "05.02.24",         "24.02.05",       "05.02.2024",
+      "02/05/2024",     "2024-02-05",       "02052024",       "020524",
+      "2024年02月05日", "2024年02月05日",   "2024年02月05日", "Monday February 5, 2024",
+      "Feb 5, 2024",    "05/02/2024",       "2/5/24",         "2024/02/05"};
+  zuDate date(2024, 2, 5);
+  date.Locale("en_US");
+  for (int fmt = 0; fmt < 32; ++fmt) {
+    EXPECT_EQ(str(date.Format(static_cast<zuDate::zuDateFmt>(fmt))), texts[fmt]) << fmt;
   }
-}
+  // The medium form takes its picture from the locale.
+  date.Locale("de_DE");
+  EXPECT_EQ(str(date.Format(zuDate::LOCALE_MEDIUM)), "05.02.2024");
 
-TEST(zuDateTest, FormatsThroughTheEightDigitBridge) {
-  struct Case {
-    long year, month, day;
-    int fmt;
-    const char* expected;
-  };
-  const Case cases[] = {{99, 1, 1, 21, "1999-01-01"},  // "0099" under "YYYY" is 1999
-                        {0, 2, 29, 21, ""},            // becomes 1900-02-29
-                        {0, 2, 29, 0, "229"},          // the packed digits
-                        {10000, 1, 1, 21, ""},         // beyond RnDate's years
-                        {214748, 12, 31, -1, "2147481231"},
-                        {214748, 12, 31, 40, "2147481231"},
-                        {214748, 12, 31, 25, "214748年12月31日"},
-                        {800, 1, 1, 25, " 800年01月01日"}};
-  for (const Case& c : cases) {
-    EXPECT_EQ(str(zuDate(c.year, c.month, c.day).Format(static_cast<zuDate::zuDateFmt>(c.fmt))),
-              c.expected)
-        << c.year << " " << c.fmt;
-  }
+  // Dates past the eight-digit bridge, any other number, and no date.
+  EXPECT_EQ(str(zuDate(0, 2, 29).Format(zuDate::PACKED)), "229");
+  const zuDate last(214748, 12, 31);
+  EXPECT_EQ(str(last.Format(static_cast<zuDate::zuDateFmt>(40))), "2147481231");
+  EXPECT_EQ(str(last.Format(zuDate::ERA)), "214748年12月31日");
   const zuDate empty("no date", zuDate::ISO_EXTENDED, 0, "en_US");
-  EXPECT_EQ(str(empty.Format(zuDate::ISO_EXTENDED)), "");
-  EXPECT_EQ(str(empty.Format(zuDate::ERA)), "");
+  EXPECT_EQ(str(empty.Format(zuDate::ISO_EXTENDED)) + str(empty.Format(zuDate::ERA)), "");
   EXPECT_EQ(str(empty.Format(zuDate::PACKED)), "0");
   EXPECT_EQ(str(empty.DayOfWeek(zuDate::ISO_EXTENDED)), "");
   EXPECT_EQ(empty.DaysSince1900() * 10 + empty.JulianDate(), -1);
@@ -359,13 +273,12 @@ TEST(zuDateTest, ParsesWhatItFormatsWhereTheYearDigitsCarryIt) {
       const sys_days last{year{fullYear ? 2400 : 2099} / 12 / 31};
       int checked = 0;
       for (sys_days day = first; day <= last; day += days{97}, ++checked) {
-        zuDate date = dateOf(year_month_day{day});
+        zuDate date = dateOf(year_month_day{day}), read(1, 1, 1);
         date.Locale(locale);
-        zuDate read(1, 1, 1);
         read.Locale(locale);
-        ASSERT_EQ(read.Parse(date.Format(format), format), 1)
-            << fmt << " " << locale << " " << str(date.Format(format));
-        ASSERT_EQ(read.Compare(date), 0) << fmt << " " << locale << " " << str(date.Format(format));
+        const zuString text = date.Format(format);
+        ASSERT_EQ(read.Parse(text, format), 1) << fmt << " " << locale << " " << str(text);
+        ASSERT_EQ(read.Compare(date), 0) << fmt << " " << locale << " " << str(text);
       }
       EXPECT_GT(checked, 300);
     }
@@ -377,66 +290,40 @@ TEST(zuDateTest, ParsesWhatItFormatsWhereTheYearDigitsCarryIt) {
   EXPECT_EQ(iso(date), "2024-01-01");
   EXPECT_EQ(date.CenturySplit(30) + date.Parse("05.03.29", zuDate::DD_MM_YY_DOT), 2);
   EXPECT_EQ(iso(date), "2029-03-05");
-  EXPECT_EQ(date.Parse("05.03.30", zuDate::DD_MM_YY_DOT), 1);
-  EXPECT_EQ(iso(date), "1930-03-05");
 }
 
-TEST(zuDateTest, EraFormFollowsTheJapaneseEraTable) {
+TEST(zuDateTest, EraFormWritesAndReadsByItsOwnRules) {
   struct Case {
-    long year, month, day;
-    const char* locale;
-    const char* text;
+    const char *text, *locale, *expected;  // "" when the parse fails
+    bool written;                          // the expected date's era form
+  } const cases[] = {
+      {"1868年09月07日", "ja", "1868-09-07", true},  // before the era table
+      {"明治 1年09月08日", "ja", "1868-09-08", true},
+      {"令和 1年05月01日", "JA", "2019-05-01", true},
+      {"2024年03月05日", "ja_JP", "2024-03-05", true},  // written without era in ja_JP
+      {"2024년03월05일", "ko", "2024-03-05", true},
+      {" 800年03月05日", "ja", "0800-03-05", true},
+      {" 平成 31 年 4 月 30 日 ", "ja", "2019-04-30", false},
+      {"令和 6年03月05日 (火)", "ja", "2024-03-05", false},  // what follows the day is ignored
+      {"昭和 100年01月01日", "ja", "2025-01-01", false},     // not checked against the era's end
+      {"令和元年05月01日", "ja", "", false},                 // ASCII digits only
+      {"令和 6年03月05日", "en_US", "", false},              // era names in Japanese locales only
+      {"平成 31年02月30日", "ja", "", false},                // no such day: 0, nothing thrown
+      {"24年03月05日", "ja", "2024-03-05", false},           // Year4 with split 0
+      {"99999999999年01月01日", "ja", "", false},
+      {"999999年01月01日", "ja", "", false},
   };
-  const Case cases[] = {
-      {1868, 9, 7, "ja", "1868年09月07日"},      {1868, 9, 8, "ja", "明治 1年09月08日"},
-      {1912, 7, 29, "ja", "明治 45年07月29日"},  {1912, 7, 30, "ja", "大正 1年07月30日"},
-      {1926, 12, 24, "ja", "大正 15年12月24日"}, {1926, 12, 25, "ja", "昭和 1年12月25日"},
-      {1989, 1, 7, "ja", "昭和 64年01月07日"},   {1989, 1, 8, "ja", "平成 1年01月08日"},
-      {2019, 4, 30, "ja", "平成 31年04月30日"},  {2019, 5, 1, "ja", "令和 1年05月01日"},
-      {2024, 3, 5, "ja", "令和 6年03月05日"},    {2024, 3, 5, "JA", "令和 6年03月05日"},
-      {2024, 3, 5, "ja_JP", "2024年03月05日"},   {2024, 3, 5, "en", "2024年03月05日"},
-      {2024, 3, 5, "ko", "2024년03월05일"},      {800, 3, 5, "ja", " 800年03月05日"}};
-  for (const Case& c : cases) {
-    zuDate date(c.year, c.month, c.day);
-    date.Locale(c.locale);
-    EXPECT_EQ(str(date.GetAltCalendarDateFormat()), c.text) << c.locale;
-    zuDate read(1, 1, 1);
-    read.Locale(c.locale);
-    EXPECT_EQ(read.Parse(c.text, zuDate::ERA), 1) << c.text;
-    EXPECT_EQ(read.Compare(date), 0) << c.text;
-  }
-}
-
-TEST(zuDateTest, EraFormReadsByItsOwnRules) {
-  struct Case {
-    const char* text;
-    const char* locale;
-    const char* expected;  // "" when the parse fails
-  };
-  const Case cases[] = {
-      {" 平成 31 年 4 月 30 日 ", "ja", "2019-04-30"},
-      {"令和 6年03月05日 (火)", "ja", "2024-03-05"},  // what follows the day is ignored
-      {"昭和 100年01月01日", "ja", "2025-01-01"},     // not checked against the era's end
-      {"令和元年05月01日", "ja", ""},                 // ASCII digits only
-      {"令和 6年03月05日", "en_US", ""},              // era names in Japanese locales only
-      {"平成 31年02月30日", "ja", ""},                // no such day: 0, nothing thrown
-      {"2024年03月05", "ja", ""},
-      {"24年03月05日", "ja", "2024-03-05"},  // Year4 with split 0
-      {"2024년03월05일", "ko", "2024-03-05"},
-      {"2024年03월05日", "ja", "2024-03-05"},  // either marker ends a token
-      {"99999999999年01月01日", "ja", ""},
-      {"999999年01月01日", "ja", ""}};
   for (const Case& c : cases) {
     zuDate date(1999, 9, 9);
     date.Locale(c.locale);
     const int result = date.Parse(c.text, zuDate::ERA);
     EXPECT_EQ(result, c.expected[0] != '\0' ? 1 : 0) << c.text;
     EXPECT_EQ(iso(date), result != 0 ? c.expected : "1999-09-09") << c.text;
+    EXPECT_EQ(c.written ? str(date.GetAltCalendarDateFormat()) : c.text, c.text) << c.locale;
   }
   zuDate japanese("令和 6年03月05日", zuDate::ERA, 0, "ja");
   EXPECT_EQ(japanese.GetYearFromAltCalendar(" 大正 15 "), 1926);
   EXPECT_EQ(japanese.GetYearFromAltCalendar("大正"), -1);
-  EXPECT_EQ(japanese.GetYearFromAltCalendar("15"), -1);
   EXPECT_EQ(japanese.GetYearFromAltCalendar("天保 3"), -1);
 }
 
@@ -447,14 +334,11 @@ TEST(zuDateTest, NamesFollowTheAsianLocaleMapping) {
   EXPECT_EQ(str(date.DayOfWeek(zuDate::YYYY_MM_DD_KANJI)), "月曜日");   // ko under 24: ja
   EXPECT_EQ(str(date.DayOfWeek(zuDate::YYYY_MM_DD_HANGUL)), "Monday");  // 26: en
   EXPECT_EQ(str(date.MonthName(0, zuDate::YYYY_MM_DD_HANGUL)), "February");
-  EXPECT_EQ(str(date.ShortMonthName(9, zuDate::YYYY_MM_DD_HANGUL)), "Sep");
   EXPECT_EQ(str(date.MonthName(13, zuDate::YYYY_MM_DD_HANGUL)), "");
-  EXPECT_EQ(str(date.MonthName(-1, zuDate::YYYY_MM_DD_HANGUL)), "");
   EXPECT_EQ(str(date.MonthNameFr(8)), "août");
   EXPECT_EQ(str(date.ShortMonthNameFr(0)), "févr.");
   date.Locale("de_DE");
   EXPECT_EQ(str(date.DayOfWeek(zuDate::YYYY_MM_DD_KANJI)), "Montag");
-  EXPECT_EQ(str(date.MonthName(3, zuDate::ISO_EXTENDED)), "März");
 }
 
 TEST(zuDateTest, LocaleFallsBackToTheThreadsDefault) {
@@ -464,8 +348,6 @@ TEST(zuDateTest, LocaleFallsBackToTheThreadsDefault) {
     RnLocale::setLocale("de_DE");
     zuDate date(2024, 1, 1);
     EXPECT_EQ(str(date.Locale()), "de_DE");
-    date.Locale("fr-fr");
-    EXPECT_EQ(str(date.Locale()), "fr_FR");
     date.Locale("xx_YY");
     EXPECT_EQ(str(date.Locale()), "de_DE");
     RnLocale::setLocale("");
@@ -491,25 +373,16 @@ std::string engineText(const zuDate& date, int fmt) {
   const zuString locale = date.Locale();
   const RnDate read(zuString(digits), zuString("YYYYMMDD"), locale, date.CenturySplit());
   if (date.Year() > 9999 || !read.isValid()) return "";
+  using Rule = zu::internal::DateFormatRule;
   const zu::internal::DateFormatRow& row = zu::internal::kDateFormats[fmt];
   zuString picture(row.picture);
-  const char* in = locale;
-  switch (row.rule) {
-    case zu::internal::DateFormatRule::kFrench:
-      in = "fr";
-      break;
-    case zu::internal::DateFormatRule::kKoreanOrCjk:
-      if (str(locale) != "ko") picture = zu::internal::kDateFormats[24].picture;
-      break;
-    case zu::internal::DateFormatRule::kLocaleMedium:
-      picture = RnDate::getDateFormat(0, locale);
-      break;
-    case zu::internal::DateFormatRule::kLocaleShort:
-      picture = RnDate::getDateFormat(1, locale);
-      break;
-    default:
-      break;
+  if (row.rule == Rule::kKoreanOrCjk && str(locale) != "ko") {
+    picture = zu::internal::kDateFormats[24].picture;
   }
+  if (row.rule == Rule::kLocaleMedium || row.rule == Rule::kLocaleShort) {
+    picture = RnDate::getDateFormat(row.rule == Rule::kLocaleShort ? 1 : 0, locale);
+  }
+  const char* in = row.rule == Rule::kFrench ? "fr" : static_cast<const char*>(locale);
   return str(RnDate(read.getDays(), in).format(picture));
 }
 
@@ -524,14 +397,8 @@ TEST(zuDateTest, FormatsGiveThePictureEnginesText) {
                            {1900, 2, 28}, {2000, 2, 29},   {2024, 3, 5}, {9999, 12, 31},
                            {10000, 1, 1}, {214748, 12, 31}};
   for (const auto& [y, m, d] : fixed) dates.emplace_back(y, m, d);
-  std::mt19937 random(18);
-  while (dates.size() < 400) {
-    const long year = std::uniform_int_distribution<long>(0, 10500)(random);
-    const long month = std::uniform_int_distribution<long>(1, 12)(random);
-    const long day =
-        std::uniform_int_distribution<long>(1, zuDate::DaysInMonth(year, month))(random);
-    dates.emplace_back(year, month, day);
-  }
+  zuDate next(0, 1, 1);  // then every 9739th day, up to the year 10300
+  while (dates.size() < 400) dates.push_back(next += 9739);
   int compared = 0;
   for (const char* locale : {"en_US", "fr_FR", "de_DE", "ja", "ko", "ar_EG", "fa_IR"}) {
     SCOPED_TRACE(locale);
@@ -546,10 +413,6 @@ TEST(zuDateTest, FormatsGiveThePictureEnginesText) {
     }
   }
   EXPECT_EQ(compared, 7 * 400 * 30);
-  zuDate arabic(2024, 3, 5);
-  arabic.Locale("ar_EG");
-  EXPECT_EQ(str(arabic.Format(zuDate::ISO_EXTENDED)),
-            "\u0662\u0660\u0662\u0664-\u0660\u0663-\u0660\u0665");
 
   // Date and time forms together, numeric or not, either order.
   const zuTime time(14, 5, 9, 7);

@@ -5,7 +5,6 @@
 #include <chrono>
 #include <random>
 #include <string>
-#include <tuple>
 
 #include "zu/core/zuPosixResourceLoader.h"
 #include "zu/core/zuResourceLoader.h"
@@ -36,32 +35,25 @@ TEST(zuTimeTest, ValidatesFieldsAndAmountsInOrder) {
   struct Case {
     long hour, minute, second, millisecond;
     unsigned set, add;  // thrown by Set, and by Add and Subtract of the same amounts
-  };
-  const Case cases[] = {{23, 59, 59, 999, 0, 0},
-                        {24, 60, 60, 1000, kHour, 0},
-                        {-1, 0, 0, 0, kHour, kHour},
-                        {4294967296 + 12, 0, 0, 0, kHour, kHour},
-                        {0, 60, -1, 0, kMinute, kSecond},
-                        {0, 0, 60, 1000, kSecond, 0},
-                        {0, 0, 0, -1, kMillisecond, kMillisecond},
-                        {zuTime::kMaxHours + 1, -1, -1, -1, kHour, kHour},
-                        {0, zuTime::kMaxMinutes + 1, 0, -1, kMinute, kMinute},
-                        {0, 0, zuTime::kMaxSeconds + 1, 0, kSecond, kSecond},
-                        {0, 0, 0, zuTime::kMaxMillis + 1, kMillisecond, kMillisecond}};
+  } const cases[] = {{23, 59, 59, 999, 0, 0},
+                     {24, 60, 60, 1000, kHour, 0},
+                     {4294967296 + 12, 0, 0, 0, kHour, kHour},
+                     {0, 60, -1, 0, kMinute, kSecond},
+                     {0, 0, 0, -1, kMillisecond, kMillisecond},
+                     {zuTime::kMaxHours + 1, -1, -1, -1, kHour, kHour},
+                     {0, zuTime::kMaxMinutes + 1, 0, -1, kMinute, kMinute},
+                     {0, 0, zuTime::kMaxSeconds + 1, 0, kSecond, kSecond},
+                     {0, 0, 0, zuTime::kMaxMillis + 1, kMillisecond, kMillisecond}};
   for (const Case& c : cases) {
-    zuTime time(1, 2, 3, 4);
-    const unsigned set = thrownId([&] { time.Set(c.hour, c.minute, c.second, c.millisecond); });
-    EXPECT_EQ(set, c.set) << c.hour << ":" << c.minute;
-    if (set != 0) {
-      EXPECT_EQ(millisOf(time), 3723004) << "a throw leaves the value";
-    }
-    zuTime added(1, 2, 3, 4), subtracted(1, 2, 3, 4);
+    zuTime set(1, 2, 3, 4), added(1, 2, 3, 4), subtracted(1, 2, 3, 4);
+    EXPECT_EQ(thrownId([&] { set.Set(c.hour, c.minute, c.second, c.millisecond); }), c.set)
+        << c.hour << ":" << c.minute;
     EXPECT_EQ(thrownId([&] { added.Add(c.hour, c.minute, c.second, c.millisecond); }), c.add);
     EXPECT_EQ(thrownId([&] { subtracted.Subtract(c.hour, c.minute, c.second, c.millisecond); }),
               c.add);
-    if (c.add != 0) {
-      EXPECT_EQ(millisOf(added) + millisOf(subtracted), 2 * 3723004);
-    }
+    // A throw leaves the value.
+    EXPECT_TRUE(c.set == 0 || millisOf(set) == 3723004);
+    EXPECT_TRUE(c.add == 0 || millisOf(added) + millisOf(subtracted) == 2 * 3723004);
   }
 }
 
@@ -90,56 +82,47 @@ TEST(zuTimeTest, AddAndSubtractAgreeWithChronoUpToTheBounds) {
       return std::chrono::floor<std::chrono::days>(total);
     };
     zuTime later = timeAt(start.count());
-    const long carried = later.Add(amounts[0], amounts[1], amounts[2], amounts[3]);
-    ASSERT_EQ(carried, floorDay(start + amount).count());
+    ASSERT_EQ(later.Add(amounts[0], amounts[1], amounts[2], amounts[3]),
+              floorDay(start + amount).count());
     ASSERT_EQ(millisOf(later), (start + amount - floorDay(start + amount)).count());
     zuTime earlier = timeAt(start.count());
-    const long borrowed = earlier.Subtract(amounts[0], amounts[1], amounts[2], amounts[3]);
-    ASSERT_EQ(borrowed, -floorDay(start - amount).count());
+    ASSERT_EQ(earlier.Subtract(amounts[0], amounts[1], amounts[2], amounts[3]),
+              -floorDay(start - amount).count());
     ASSERT_EQ(millisOf(earlier), (start - amount - floorDay(start - amount)).count());
   }
   zuTime last(23, 59, 59, 999);
   EXPECT_EQ(last.Add(0, 0, 0, 1), 1);
   EXPECT_EQ(millisOf(last), 0);
-  EXPECT_EQ(last.Subtract(0, 0, 0, 1), 1);
-  EXPECT_EQ(str(last.Format(zuTime::HH_MM_SS_FFF)), "23:59:59:999");
 }
 
 TEST(zuTimeTest, FormsByPublishedNumbersShowTheFields) {
-  using T = zuTime;  // a row per time, a column per published form number, 7 for any other
+  // A row per time, a column per published form number, 7 for any other.
   struct Case {
     zuTime time;
     const char* texts[8];
-  };
-  const Case cases[] = {{zuTime(14, 5, 9, 7),
-                         {"140509007", "14:05:09:007", "14:05:09", "14:05", "02:05:09:007 PM",
-                          "02:05:09 PM", "02:05 PM", "140509007"}},
-                        {zuTime(0, 5, 9, 7),
-                         {"00509007", "00:05:09:007", "00:05:09", "00:05", "00:05:09:007 AM",
-                          "00:05:09 AM", "00:05 AM", "509007"}},
-                        {zuTime(12, 30, 0, 0),
-                         {"123000000", "12:30:00:000", "12:30:00", "12:30", "12:30:00:000 AM",
-                          "12:30:00 AM", "12:30 AM", "123000000"}},
-                        {zuTime(0, 0, 0, 0),
-                         {"00000000", "00:00:00:000", "00:00:00", "00:00", "00:00:00:000 AM",
-                          "00:00:00 AM", "00:00 AM", "0"}}};
+  } const cases[] = {{zuTime(14, 5, 9, 7),
+                      {"140509007", "14:05:09:007", "14:05:09", "14:05", "02:05:09:007 PM",
+                       "02:05:09 PM", "02:05 PM", "140509007"}},
+                     {zuTime(0, 5, 9, 7),
+                      {"00509007", "00:05:09:007", "00:05:09", "00:05", "00:05:09:007 AM",
+                       "00:05:09 AM", "00:05 AM", "509007"}},
+                     {zuTime(12, 30, 0, 0),
+                      {"123000000", "12:30:00:000", "12:30:00", "12:30", "12:30:00:000 AM",
+                       "12:30:00 AM", "12:30 AM", "123000000"}}};
   for (int form = 0; form < 8; ++form) {
     for (const Case& c : cases) {
-      EXPECT_EQ(str(c.time.Format(static_cast<T::zuTimeFmt>(form))), c.texts[form]) << form;
+      EXPECT_EQ(str(c.time.Format(static_cast<zuTime::zuTimeFmt>(form))), c.texts[form]) << form;
     }
   }
-  EXPECT_EQ(str(zuTime(13, 0, 0, 0).Format(T::HH_MM_MARKER)), "01:00 PM");
-  EXPECT_EQ(str(zuTime(13, 0, 0, 0).Format(static_cast<T::zuTimeFmt>(-1))), "130000000");
-  EXPECT_EQ(zuTime(13, 2, 3, 4).TotalSeconds() + zuTime::GetMinimumInterval(), 46923 + 1000);
 }
 
 TEST(zuTimeTest, ParsesItsOwnFormsForEverySecondOfTheDay) {
   for (int64_t second = 0; second < 86400; ++second) {
     const zuTime time = timeAt(second * 1000 + second % 1000);
     for (int form = 1; form <= 6; ++form) {
-      // The form's last field: 4 keeps milliseconds, 3 seconds, 2 minutes.
-      const int fields = form % 3 == 1 ? 4 : (form % 3 == 2 ? 3 : 2);
-      const int64_t unit = fields == 4 ? 1 : (fields == 3 ? 1000 : 60000);
+      // The form's last field: 1 and 4 keep milliseconds, 2 and 5 seconds,
+      // 3 and 6 minutes.
+      const int64_t unit = form % 3 == 1 ? 1 : (form % 3 == 2 ? 1000 : 60000);
       zuTime read(1, 1, 1, 1);
       const zuString text = time.Format(static_cast<zuTime::zuTimeFmt>(form));
       ASSERT_EQ(read.Parse(text), 1) << str(text);
@@ -150,39 +133,26 @@ TEST(zuTimeTest, ParsesItsOwnFormsForEverySecondOfTheDay) {
 
 TEST(zuTimeTest, ParsesByItsTokenRules) {
   struct Case {
-    const char* text;
-    const char* expected;  // form 1; "" for result 0 (unchanged), or the id thrown
+    const char *text, *expected;  // form 1; "" for result 0 (unchanged), or the id thrown
     unsigned id;
-  };
-  const Case cases[] = {{"2:30pm", "14:30:00:000", 0},
-                        {"12:30pm", "12:30:00:000", 0},
-                        {"", "00:00:00:000", 0},
-                        {"14:05:09.5", "14:05:09:005", 0},
-                        {"1,2/3\\4_5;6'7-8", "01:02:03:004", 0},  // further numbers are ignored
-                        {"10pm 30", "22:00:00:000", 0},   // reading stops at the first other token
-                        {"7 30x PM", "07:30:00:000", 0},  // only the first other token is searched
-                        {"7 Pm", "19:00:00:000", 0},
-                        {"7 p.m.", "07:00:00:000", 0},
-                        {"0000000000000009", "09:00:00:000", 0},
-                        {"1:2:3:4:99999999999", "01:02:03:004", 0},
-                        {"2147483648", "", 0},
-                        {"1 2147483648pm", "", 0},
-                        {"24:00", "", kHour},
-                        {"1:60", "", kMinute},
-                        {"1:0:0:1000", "", kMillisecond},
-                        // Shapes that leave the quick reading for the general one
-                        {"14::05", "14:05:00:000", 0},
-                        {"  14:05:", "14:05:00:000", 0},
-                        {"0014:05", "14:05:00:000", 0},
-                        {"9:5:7:0071", "09:05:07:071", 0},
-                        {"14:05:09:007:99999999999", "14:05:09:007", 0},
-                        {"123456", "", kHour},
-                        // The lengths of the written forms, in other shapes
-                        {"14:05:0x", "14:05:00:000", 0},
-                        {"02:05 pm", "14:05:00:000", 0},
-                        {"14_05", "14:05:00:000", 0},
-                        {"14:05:09:7pm", "14:05:09:007", 0},
-                        {"12345", "", kHour}};
+  } const cases[] = {{"2:30pm", "14:30:00:000", 0},
+                     {"12:30pm", "12:30:00:000", 0},
+                     {"", "00:00:00:000", 0},
+                     {"14:05:09.5", "14:05:09:005", 0},
+                     {"1,2/3\\4_5;6'7-8", "01:02:03:004", 0},  // further numbers are ignored
+                     {"10pm 30", "22:00:00:000", 0},   // reading stops at the first other token
+                     {"7 30x PM", "07:30:00:000", 0},  // only the first other token is searched
+                     {"7 Pm", "19:00:00:000", 0},
+                     {"2147483648", "", 0},
+                     {"24:00", "", kHour},
+                     // Shapes that leave the quick reading for the general one
+                     {"14::05", "14:05:00:000", 0},
+                     {"0014:05", "14:05:00:000", 0},
+                     {"14:05:09:007:99999999999", "14:05:09:007", 0},
+                     {"123456", "", kHour},
+                     // The lengths of the written forms, in other shapes
+                     {"14:05:0x", "14:05:00:000", 0},
+                     {"14:05:09:7pm", "14:05:09:007", 0}};
   for (const Case& c : cases) {
     zuTime time(3, 4, 5, 6);
     int result = -1;
@@ -206,27 +176,10 @@ class GermanMarkers : public zuResourceLoader {
   }
 };
 
-TEST(zuTimeTest, MarkersComeFromTheMessageLoaderOnEveryCall) {
-  const zuTime afternoon(14, 5, 0, 0);
-  zuTime read(0, 0, 0, 0);
-  GermanMarkers german;
-  zuPosixResourceLoader::Override(&german);
-  read.Parse("2:05 pm");  // the default markers are not read beside a client's
-  EXPECT_EQ(read.Hour(), 2);
-  zuPosixResourceLoader::Override(nullptr);
-
-  // Without the library's catalogue the markers have no text: nothing
-  // follows the blank, and nothing matches.
-  zuPosixResourceLoader::UseResourceDLL(0);
-  EXPECT_EQ(str(afternoon.Format(zuTime::HH_MM_MARKER)), "02:05 ");
-  read.Parse("2:05 PM");
-  EXPECT_EQ(read.Hour(), 2);
-  zuPosixResourceLoader::UseResourceDLL(1);
-}
-
 // The markers are kept between calls, but every change to the loader is
 // seen at the very next one: a client catalogue set and removed, an
-// override set and cleared.
+// override set and cleared. Beside a client's markers the default ones are
+// not read.
 TEST(zuTimeTest, KeptMarkersFollowEveryChangeOfTheLoader) {
   const zu::testing::zuLocaleEnvironment locale("C", nullptr);
   const zu::testing::zuScratchFolder folder;
@@ -239,14 +192,14 @@ TEST(zuTimeTest, KeptMarkersFollowEveryChangeOfTheLoader) {
   const struct Step {
     zuModule client;
     zuResourceLoader* override;
-    const char* shown;
-    const char* read;  // a text that reads as 14:05
-  } steps[] = {{nullptr, nullptr, "02:05 PM", "2:05 pm"},
-               {client, nullptr, "02:05 abends", "2:05 ABENDS"},
-               {client, nullptr, "02:05 abends", "2:05 abends"},
-               {nullptr, nullptr, "02:05 PM", "2:05 PM"},
-               {nullptr, &german, "02:05 nachm", "2:05 NACHM"},
-               {nullptr, nullptr, "02:05 PM", "2:05 PM"}};
+    const char *shown, *read;
+    long hour;  // the hour `read` gives
+  } steps[] = {{nullptr, nullptr, "02:05 PM", "2:05 pm", 14},
+               {client, nullptr, "02:05 abends", "2:05 ABENDS", 14},
+               {nullptr, nullptr, "02:05 PM", "2:05 PM", 14},
+               {nullptr, &german, "02:05 nachm", "2:05 NACHM", 14},
+               {nullptr, &german, "02:05 nachm", "2:05 pm", 2},
+               {nullptr, nullptr, "02:05 PM", "2:05 PM", 14}};
   for (const Step& step : steps) {
     SCOPED_TRACE(step.shown);
     zuSetDLLHandle(step.client);
@@ -256,23 +209,17 @@ TEST(zuTimeTest, KeptMarkersFollowEveryChangeOfTheLoader) {
               step.override != nullptr ? "09:00 vorm" : "09:00 AM");
     read.Set(0, 0, 0, 0);
     read.Parse(step.read);
-    EXPECT_EQ(read.Hour(), 14);
+    EXPECT_EQ(read.Hour(), step.hour);
   }
   zuSetDLLHandle(nullptr);
-}
 
-TEST(zuTimeTest, DifferenceIsTheLaterLessTheEarlier) {
-  long fields[4] = {-1, -1, -1, -1};
-  const zuTime early(1, 59, 59, 999), late(23, 0, 0, 0);
-  for (const auto& [first, second, order] : {std::tuple{early, late, -1}, {late, early, 1}}) {
-    EXPECT_EQ(first.Difference(second, fields[0], fields[1], fields[2], fields[3]), order);
-    EXPECT_EQ(((fields[0] * 100 + fields[1]) * 100 + fields[2]) * 1000 + fields[3], 210000001);
-  }
-  EXPECT_EQ(late.Difference(late, fields[0], fields[1], fields[2], fields[3]), 0);
-  EXPECT_EQ(fields[0] + fields[1] + fields[2] + fields[3], 0);
-  EXPECT_EQ((early < late) + (early <= late) + (late > early) + (late >= early) + (early != late) +
-                (early == early),
-            6);
+  // Without the library's catalogue the markers have no text: nothing
+  // follows the blank, and nothing matches.
+  zuPosixResourceLoader::UseResourceDLL(0);
+  EXPECT_EQ(str(afternoon.Format(zuTime::HH_MM_MARKER)), "02:05 ");
+  read.Parse("2:05 PM");
+  EXPECT_EQ(read.Hour(), 2);
+  zuPosixResourceLoader::UseResourceDLL(1);
 }
 
 }  // namespace

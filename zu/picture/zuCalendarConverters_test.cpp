@@ -30,10 +30,9 @@ TEST(CalendarConverterTest, TableGivesGregorianWhileAlternatesAreOff) {
   EXPECT_FALSE(isAltCalendarEnabled());
   const std::shared_ptr<ICalendarConverter> gregorian = getCalendarConverter("en_US");
   ASSERT_NE(gregorian, nullptr);
-  for (const char* locale : {"ar_SA", "de_DE", "", "xx"}) {
+  for (const char* locale : {"ar_SA", "", "xx"}) {
     EXPECT_EQ(getCalendarConverter(locale), gregorian) << locale;
   }
-  EXPECT_EQ(getCalendarConverter(zuString()), gregorian);
   EXPECT_NE(dynamic_cast<GregorianCalendarConvertor*>(gregorian.get()), nullptr);
 
   using zu::internal::lookupCalendarConverter;
@@ -41,16 +40,9 @@ TEST(CalendarConverterTest, TableGivesGregorianWhileAlternatesAreOff) {
             nullptr);
   EXPECT_EQ(lookupCalendarConverter("ar_sa", true), gregorian);  // exact names only
   EXPECT_EQ(lookupCalendarConverter("ar_SA", false), gregorian);
-
-  for (Ymd date : {Ymd{31, 2, 2024}, Ymd{0, 0, 0}, Ymd{1, 9, 1445}}) {
-    const Ymd before = date;
-    EXPECT_TRUE(gregorian->fromGregorian(date.day, date.month, date.year));
-    EXPECT_TRUE(gregorian->toGregorian(date.day, date.month, date.year));
-    EXPECT_EQ(date, before);
-  }
 }
 
-TEST(CalendarConverterTest, HijriMatchesUmmAlQura) {
+TEST(CalendarConverterTest, HijriMatchesUmmAlQuraAndRejectsWhatItCannotReach) {
   HijriCalendarConvertor hijri;
   for (const auto& known : kKnownDates) {
     Ymd date = known.gregorian;
@@ -60,21 +52,15 @@ TEST(CalendarConverterTest, HijriMatchesUmmAlQura) {
     EXPECT_TRUE(hijri.toGregorian(date.day, date.month, date.year));
     EXPECT_EQ(date, known.gregorian) << known.hijri.year << "-" << known.hijri.month;
   }
-}
-
-TEST(CalendarConverterTest, HijriRejectsWhatItCannotReach) {
-  HijriCalendarConvertor hijri;
-  const Ymd badGregorian[] = {{30, 2, 2024}, {1, 13, 2024}, {1, 1, 0}, {1, 1, 10000}};
-  for (Ymd date : badGregorian) {
-    const Ymd before = date;
-    EXPECT_FALSE(hijri.fromGregorian(date.day, date.month, date.year));
-    EXPECT_EQ(date, before);
-  }
-  const Ymd badHijri[] = {{31, 1, 1446}, {1, 13, 1446}, {1, 1, 2147483647}, {1, 1, -2147483647}};
-  for (Ymd date : badHijri) {
-    const Ymd before = date;
-    EXPECT_FALSE(hijri.toGregorian(date.day, date.month, date.year)) << date.year;
-    EXPECT_EQ(date, before);
+  // Four Gregorian dates, then four Hijri ones: rejected, left as they were.
+  const Ymd bad[] = {{30, 2, 2024}, {1, 13, 2024}, {1, 1, 0},          {1, 1, 10000},
+                     {31, 1, 1446}, {1, 13, 1446}, {1, 1, 2147483647}, {1, 1, -2147483647}};
+  for (int i = 0; i < 8; ++i) {
+    Ymd date = bad[i];
+    EXPECT_FALSE(i < 4 ? hijri.fromGregorian(date.day, date.month, date.year)
+                       : hijri.toGregorian(date.day, date.month, date.year))
+        << i;
+    EXPECT_EQ(date, bad[i]);
   }
 }
 
