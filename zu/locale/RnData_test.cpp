@@ -25,7 +25,6 @@ TEST(RnDataTest, NamesAreNormalisedBeforeLookup) {
   }
   EXPECT_EQ(str(RnData("de-ch").getLocale()), "de_CH");
   EXPECT_EQ(str(RnData(nullptr).getLocale()), "root");
-  EXPECT_EQ(str(RnData("").getLocale()), "root");
 }
 
 TEST(RnDataTest, UnknownLocaleAndBadIndexesFallBackQuietly) {
