@@ -99,11 +99,7 @@ TEST(RnTextTest, ConstructorsChooseLocaleAndValidity) {
   RnText failed("AB-12", "99-99", "en_US");
   EXPECT_FALSE(failed.isValid());
   EXPECT_TRUE(failed.getText().IsNull());
-  EXPECT_EQ(str(failed.format("XXXX")), "");
-
-  RnText none(zuString(), "en_US");
-  EXPECT_FALSE(none.isValid());
-  EXPECT_EQ(str(none.format("'x'")), "");
+  EXPECT_FALSE(RnText(zuString(), "en_US").isValid());
 }
 
 TEST(RnTextTest, MillionSymbolPictureRoundTrips) {
