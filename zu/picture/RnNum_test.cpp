@@ -11,38 +11,27 @@
 
 namespace {
 
-// The rules of each symbol once, at their edges; the recorded random
-// pictures below run the same paths over half a million inputs.
+// A few rows to show the symbols at work, and the edges the random pictures
+// below (half a million of them, recorded) seldom or never reach: rounding
+// in the decimal text, a carry into the exponent, full-width symbols,
+// extreme values.
 TEST(RnNumTest, FormatsThroughPictures) {
   struct Case {
     const char *locale, *value, *picture, *expected;
   } const cases[] = {
       {"en_US", "-12.5", "s999.99", "-012.50"},
       {"en_US", "34.5", "z,zz9.99", "34.50"},  // blanked digits take their separators along
-      {"en_US", "0.5", "99%", "50%"},
-      {"en_US", "0", "zzz", ""},  // a zero with no required digit is blank
-      {"en_US", "12", "99.88", "12"},
-      {"en_US", "2.675", "9.99", "2.68"},  // rounded from the decimal text, not the double
-      {"en_US", "-5", "(9)", "(5)"},
-      {"en_US", "5", "9CR", "5  "},
-      {"en_US", "5", "9cr", "5"},
-      {"en_US", "-0.001", "9.99", "0.00"},  // no sign on a value that rounds to zero
-      {"en_US", "-7", "ZZ9", "  -7"},
+      {"en_US", "2.675", "9.99", "2.68"},      // rounded from the decimal text, not the double
+      {"en_US", "-0.001", "9.99", "0.00"},     // no sign on a value that rounds to zero
       {"de_DE", "-1234.5", "z,zz9.99 $", "-1.234,50 \u20ac"},
-      {"de_DE", "1234.5", "z,zz9.99 $$", "1.234,50 EUR"},
-      {"fr_FR", "1234567.891", "z,zzz,zz9.99", "1\u202f234\u202f567,89"},
       {"ar", "-1234.5", "z,zz9.99", "\u061c-\u0661\u066c\u0662\u0663\u0664\u066b\u0665\u0660"},
-      {"hi_IN", "1234567.5", "$zz,zz,zz9.99", "\u20b912,34,567.50"},
       {"en_US", "1234.5", "\uff5a\uff0c\uff5a\uff5a\uff19\uff0e\uff19\uff19", "1,234.50"},
-      {"en_US", "1234.5", "9.99E", "1.23E+3"},
       {"en_US", "9.999", "9.99E", "1.00E+1"},  // rounding carries into the exponent
       {"en_US", "1e-300", "9.9E", "1.0E-300"},
-      // Values that do not fit, values that are no number, bad pictures.
+      // A value that does not fit, one past the range of a double, a bad picture.
       {"en_US", "100", "99", ""},
-      {"en_US", "abc", "999", ""},
       {"en_US", "1e400", "9", ""},
       {"en_US", "5", "9C", ""},
-      {"en_US", "5", "'open 9", ""},
   };
   for (const Case& c : cases) {
     RnNum number(c.value, c.locale);
