@@ -18,6 +18,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -309,11 +310,7 @@ TEST_F(ServeTest, BadRequestsGetJsonErrors) {
 TEST_F(ServeTest, SixtyFourClientsGetEveryAnswerRight) {
   constexpr int kClients = 64;
   constexpr int kRequests = 200;
-  struct Expected {
-    std::string path;
-    std::string text;
-  };
-  std::vector<Expected> expected;
+  std::vector<std::pair<std::string, std::string>> expected;  // path, text
   for (const PictureCase& c : kCases) {
     expected.push_back({std::string("/api/") + c.operation + query(c.picture, c.value, c.locale),
                         cli(c.operation, c.picture, c.value, c.locale).text});
@@ -324,11 +321,11 @@ TEST_F(ServeTest, SixtyFourClientsGetEveryAnswerRight) {
     clients.emplace_back([&, k] {
       httplib::Client http = client();
       for (int i = 0; i < kRequests; ++i) {
-        const Expected& want = expected[(k + i) % expected.size()];
-        const auto got = http.Get(want.path);
+        const auto& [path, text] = expected[(k + i) % expected.size()];
+        const auto got = http.Get(path);
         if (!got || got->status != 200) continue;
         const Json body = Json::parse(got->body, nullptr, false);
-        if (!body.is_discarded() && body["results"][0]["text"] == want.text) ++correct;
+        if (!body.is_discarded() && body["results"][0]["text"] == text) ++correct;
       }
     });
   }

@@ -19,9 +19,7 @@ TEST(RnLocaleNameTest, NormalizeRecasesScriptAndCountryOnly) {
       {"_", "_"},
       {"", ""},
   };
-  for (const Case& c : cases) {
-    EXPECT_STREQ(RnLocale::normalize(c.name), c.expected) << c.name;
-  }
+  for (const Case& c : cases) EXPECT_STREQ(RnLocale::normalize(c.name), c.expected) << c.name;
   EXPECT_TRUE(RnLocale::normalize(nullptr).IsEmpty());
 }
 

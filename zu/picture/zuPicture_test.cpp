@@ -80,7 +80,6 @@ TEST_F(zuPictureTest, FormatsAndParsesThroughEveryCategory) {
       {false, "en_US", "null{'n/a'}|zero{'none'}|num{zz9}", "0", "none"},
       // Styles take the locale's patterns and ignore the body.
       {false, "en_US", "date.short{ignored}", "2024-03-05", "3/5/24"},
-      {false, "en_US", "num.currency{}", "1234.5", "$1,234.50"},
       {true, "en_US", "num.currency{}", "($1,234.50)", "-1234.5"},
       {true, "en_US", "text{AA-99}", "AB-12", "AB12"},
       {true, "en_US", "time{h:MM A}", "1:45 PM", "13:45:00"},
@@ -179,12 +178,10 @@ TEST_F(zuPictureTest, EveryLocalePatternIsValid) {
   for (unsigned int n = 0; n < names.GetSize(); ++n) {
     const RnData data(str(names[n]).c_str());
     for (int style = RnData::SHORT_FMT; style <= RnData::FULL_FMT; ++style) {
-      EXPECT_TRUE(zuPicture::isDatePictureValid(data.getDateFormat(style)))
-          << str(names[n]) << " " << str(data.getDateFormat(style));
-      EXPECT_TRUE(zuPicture::isTimePictureValid(data.getTimeFormat(style)))
-          << str(names[n]) << " " << str(data.getTimeFormat(style));
-      EXPECT_TRUE(zuPicture::isDateTimePictureValid(data.getDateTimeFormat(style, style)))
-          << str(names[n]) << " " << str(data.getDateTimeFormat(style, style));
+      SCOPED_TRACE(str(names[n]) + " style " + std::to_string(style));
+      EXPECT_TRUE(zuPicture::isDatePictureValid(data.getDateFormat(style)));
+      EXPECT_TRUE(zuPicture::isTimePictureValid(data.getTimeFormat(style)));
+      EXPECT_TRUE(zuPicture::isDateTimePictureValid(data.getDateTimeFormat(style, style)));
     }
     for (int category = RnData::NUMERIC; category <= RnData::PERCENT; ++category) {
       zuStorage<zuString> alternates;
