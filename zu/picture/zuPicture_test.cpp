@@ -44,7 +44,6 @@ TEST_F(zuPictureTest, StatusFollowsTheValueKindAndTheEarlyExits) {
       {"x", "", "x", kUntouched},
       {"5", "num{9}|'open", "", kUntouched},
       {"24-03-05T10:00", "date{YYYY-MM-DD}' 'time{HH:MM}", "", 0},  // the year has four digits
-      {"2024-03-05", "date.tiny{}", "", 0},                         // no such style
   };
   for (const Case& c : cases) {
     int status = kUntouched;
@@ -59,19 +58,16 @@ TEST_F(zuPictureTest, StatusFollowsTheValueKindAndTheEarlyExits) {
   EXPECT_EQ(status, kUntouched);
 }
 
-// One case per engine each way (their own tests cover the symbols), then
-// what the dispatcher itself decides: qualifiers, bare bodies,
-// alternatives, compound date-times and styles.
+// What the dispatcher itself decides: bare bodies, alternatives, locale
+// qualifiers, compound date-times, null and zero, styles. Each engine is
+// reached through the dispatcher, both ways and with exact answers, by the
+// allocation test's cases; the engines' own tests cover their symbols.
 TEST_F(zuPictureTest, FormatsAndParsesThroughEveryCategory) {
   struct Case {
     bool parse;
     const char *locale, *picture, *input;
     const char* expected;  // null: the input must not parse
   } const cases[] = {
-      {false, "de_DE", "num{z,zz9.99}", "1234.5", "1.234,50"},
-      {false, "en_US", "text{999'-'AA}", "123AB", "123-AB"},
-      {false, "fr_FR", "date{EEEE, D MMMM YYYY}", "2024-03-05", "mardi, 5 mars 2024"},
-      {false, "en_US", "time{HH:MM:SS.FFF}", "134507.250", "13:45:07.250"},
       {false, "en_US", "z,zz9", "1234", "1,234"},
       {false, "en_US", "num{999}|num{99999}", "12345", "12345"},
       {false, "en_US", "num(de_DE){z,zz9.99}", "1234.5", "1.234,50"},
@@ -81,9 +77,6 @@ TEST_F(zuPictureTest, FormatsAndParsesThroughEveryCategory) {
       // Styles take the locale's patterns and ignore the body.
       {false, "en_US", "date.short{ignored}", "2024-03-05", "3/5/24"},
       {true, "en_US", "num.currency{}", "($1,234.50)", "-1234.5"},
-      {true, "en_US", "text{AA-99}", "AB-12", "AB12"},
-      {true, "en_US", "time{h:MM A}", "1:45 PM", "13:45:00"},
-      {true, "en_US", "date{YYYY-MM-DD}' 'time{HH:MM}", "2024-03-05 13:45", "2024-03-05T13:45:00"},
       {true, "en_US", "date{D/M/YYYY}time{HH:MM}", "5/3/202413:45", "2024-03-05T13:45:00"},
       {true, "en_US", "num{999}|date{YYYY-MM-DD}", "2024-03-05", "2024-03-05"},
       {true, "en_US", "zero{'none'}|num{zz9}", "none", "0"},
