@@ -159,10 +159,7 @@ class ServeTest : public testing::Test {
 };
 
 struct PictureCase {
-  const char* operation;
-  const char* picture;
-  const char* locale;
-  const char* value;
+  const char *operation, *picture, *locale, *value;
 };
 
 // The server hands pictures to the library as they are: one row per kind
@@ -347,13 +344,13 @@ TEST(ServeLifeTest, StopsCleanlyOnSigintAndSigterm) {
 }
 
 TEST(ServeLifeTest, UsageErrors) {
-  for (const std::vector<std::string>& arguments :
-       {std::vector<std::string>{"--port"}, {"--port", "65536"}, {"--colour"}}) {
-    std::vector<std::string> command = {gZupic, "serve"};
-    command.insert(command.end(), arguments.begin(), arguments.end());
+  const std::vector<std::string> commands[] = {{gZupic, "serve", "--port"},
+                                               {gZupic, "serve", "--port", "65536"},
+                                               {gZupic, "serve", "--colour"}};
+  for (const std::vector<std::string>& command : commands) {
     int status = 0;
     runProcess(command, status);
-    EXPECT_EQ(status, 2) << arguments.back();
+    EXPECT_EQ(status, 2) << command.back();
   }
   int status = 0;
   const std::string help = runProcess({gZupic, "serve", "--help"}, status);
