@@ -76,6 +76,8 @@ TEST(RnDataTest, NumberFormatFollowsTheOptionBits) {
        "z,zzz,zz9.88"},
       {"root", RnData::PERCENT_FMT, RnData::WITH_GROUPINGS, "z,zz9%"},
       {"root", RnData::CURRENCY_FMT, RnData::KEEP_NINES | RnData::WITH_PREC(3), "s$ zzz9.99z"},
+      {"en_US", RnData::CURRENCY_FMT, RnData::WITH_GROUPINGS | RnData::KEEP_NINES,
+       "$z,zz9.99|($z,zz9.99)"},  // the pattern itself
       {"en_US", RnData::CURRENCY_FMT, RnData::WITH_PREC(0), "$zzz9|($zzz9)"},
       {"root", 4, 0, ""},
   };
