@@ -30,9 +30,10 @@ TEST(RnLocaleResolveTest, UserSpellingsFindTheirRowAndUnknownNamesStayInvalid) {
   struct Case {
     const char *name, *expected;  // expected null: invalid
   } cases[] = {
-      {"en-us", "en_US"}, {"fr_FR.iso88591@euro", "fr_FR"},
-      {"de_XX", nullptr},  // no fallback to "de"
-      {"x", nullptr},      // the placeholder row never matches
+      {"en-us", "en_US"},                // "-" for "_", any case
+      {"fr_FR.iso88591@euro", "fr_FR"},  // code set and modifier cut
+      {"de_XX", nullptr},                // no fallback to "de"
+      {"x", nullptr},                    // the placeholder row never matches
       {nullptr, nullptr},
   };
   for (const Case& c : cases) {
@@ -80,6 +81,7 @@ TEST(RnLocaleResolveTest, FamilyTests) {
     unsigned families;
   } cases[] = {
       {"ar_EG", kArabic | kBidi},
+      {"he", kBidi},  // right to left, not Arabic
       {"zh", kChinese | kIdeographic},
       {"zh_HK", kChinese | kSimplified | kIdeographic},
       {"zh_TW", kChinese | kTraditional | kIdeographic},
