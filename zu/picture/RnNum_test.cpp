@@ -21,6 +21,7 @@ TEST(RnNumTest, FormatsThroughPictures) {
   } const cases[] = {
       {"en_US", "-12.5", "s999.99", "-012.50"},
       {"en_US", "34.5", "z,zz9.99", "34.50"},  // blanked digits take their separators along
+      {"en_US", "0", "zzz", ""},               // zero blanking
       {"en_US", "2.675", "9.99", "2.68"},      // rounded from the decimal text, not the double
       {"en_US", "-0.001", "9.99", "0.00"},     // no sign on a value that rounds to zero
       {"de_DE", "-1234.5", "z,zz9.99 $", "-1.234,50 \u20ac"},
