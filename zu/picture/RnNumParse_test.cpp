@@ -8,25 +8,22 @@
 
 namespace {
 
-struct ParseCase {
-  const char *locale, *text, *picture;
-  const char* expected;  // null: the parse fails
-};
-
+// What only a reader meets: texts that neither formatting nor the random
+// texts of the recorded digest in RnNum_test.cpp (which parses both by the
+// hundred thousand) produce.
 TEST(RnNumParseTest, ReadsTextThroughPicture) {
-  static const ParseCase kCases[] = {
+  struct Case {
+    const char *locale, *text, *picture;
+    const char* expected;  // null: the parse fails
+  } const cases[] = {
       {"en_US", "+012.50", "s999.99", "12.5"},
       {"en_US", "234.50", "zz9.99zz", "234.5"},  // optional digits leave the 9s theirs
-      {"en_US", "", "zzz", "0"},
       {"de_DE", "1.234,50 eur", "z,zz9.99 $$", "1234.5"},
-      {"fr_FR", "1 234 567,89", "z,zzz,zz9.99", "1234567.89"},
       {"en_US", "\uff11\uff12", "99", "12"},
-      // Failures: a missing digit, two signs, foreign separators.
-      {"en_US", "1", "99", nullptr},
+      // Two signs: a text no formatting writes.
       {"en_US", "-5CR", "s9CR", nullptr},
-      {"de_DE", "1,234.50", "z,zz9.99", nullptr},
   };
-  for (const ParseCase& c : kCases) {
+  for (const Case& c : cases) {
     SCOPED_TRACE(std::string(c.locale) + " \"" + c.text + "\" through \"" + c.picture + "\"");
     RnNum number("99", c.locale);
     const bool parsed = number.parse(c.text, c.picture);
@@ -37,8 +34,7 @@ TEST(RnNumParseTest, ReadsTextThroughPicture) {
 
 // Every value comes back from its own formatting, to the picture's precision;
 // only a percentage with more digits than its picture is blanked. This is
-// where the plain inverses of formatting are checked; the table above keeps
-// what only a reader meets (lenient input, optional parts, failures).
+// where the plain inverses of formatting are checked.
 TEST(RnNumParseTest, RoundTripsInManyLocales) {
   static const char* const kLocales[] = {"en_US", "de_DE", "fr_FR", "ar",    "hi_IN",
                                          "ja_JP", "fa",    "de_CH", "ru_RU", "th_TH_TH",
