@@ -8,44 +8,22 @@
 
 namespace {
 
-struct ParseCase {
-  const char *locale, *text, *picture;
-  const char* expected;  // null: the parse fails
-};
-
+// What only a reader meets: texts that neither formatting nor the random
+// texts of the recorded digest in RnNum_test.cpp (which parses both by the
+// hundred thousand) produce.
 TEST(RnNumParseTest, ReadsTextThroughPicture) {
-  static const ParseCase kCases[] = {
-      {"en_US", "1234.50", "z,zz9.99", "1234.5"},
+  struct Case {
+    const char *locale, *text, *picture;
+    const char* expected;  // null: the parse fails
+  } const cases[] = {
       {"en_US", "+012.50", "s999.99", "12.5"},
-      {"en_US", "12", "99.88", "12"},
-      {"en_US", "12", "zz9.zz", "12"},
       {"en_US", "234.50", "zz9.99zz", "234.5"},  // optional digits leave the 9s theirs
-      {"en_US", "234.5078", "zz9.99zz", "234.5078"},
-      {"en_US", "1.5", "9.9z", "1.5"},
-      {"en_US", "  7", "ZZ9", "7"},
-      {"en_US", " 5 ", "(9)", "5"},
-      {"en_US", "5  ", "9CR", "5"},
-      {"en_US", "5DB", "9db", "-5"},
-      {"en_US", "1.2E-4", "9.9E", "0.00012"},
-      {"en_US", "Total: 12\t", "'Total: '99t", "12"},
-      {"en_US", "", "zzz", "0"},
-      {"en_US", "$-7.00", "$zz9.99", "-7"},
       {"de_DE", "1.234,50 eur", "z,zz9.99 $$", "1234.5"},
-      {"fr_FR", "1 234 567,89", "z,zzz,zz9.99", "1234567.89"},
-      {"fr_FR", "1\u202f234,50", "z,zz9.99", "1234.5"},
-      {"ar", "-1234\u066b50", "z,zz9.99", "-1234.5"},
       {"en_US", "\uff11\uff12", "99", "12"},
-      // Failures: missing required digits, wrong literals, leftovers, two signs.
-      {"en_US", "1", "99", nullptr},
-      {"en_US", "1a", "99", nullptr},
-      {"en_US", "12.5", "99", nullptr},
+      // Two signs: a text no formatting writes.
       {"en_US", "-5CR", "s9CR", nullptr},
-      {"en_US", "50", "99%", nullptr},
-      {"en_US", "1234", "$z,zz9", nullptr},
-      {"en_US", "1.2.3", "9.9.9", nullptr},
-      {"de_DE", "1,234.50", "z,zz9.99", nullptr},
   };
-  for (const ParseCase& c : kCases) {
+  for (const Case& c : cases) {
     SCOPED_TRACE(std::string(c.locale) + " \"" + c.text + "\" through \"" + c.picture + "\"");
     RnNum number("99", c.locale);
     const bool parsed = number.parse(c.text, c.picture);
@@ -56,8 +34,7 @@ TEST(RnNumParseTest, ReadsTextThroughPicture) {
 
 // Every value comes back from its own formatting, to the picture's precision;
 // only a percentage with more digits than its picture is blanked. This is
-// where the plain inverses of formatting are checked; the table above keeps
-// what only a reader meets (lenient input, optional parts, failures).
+// where the plain inverses of formatting are checked.
 TEST(RnNumParseTest, RoundTripsInManyLocales) {
   static const char* const kLocales[] = {"en_US", "de_DE", "fr_FR", "ar",    "hi_IN",
                                          "ja_JP", "fa",    "de_CH", "ru_RU", "th_TH_TH",
@@ -117,8 +94,6 @@ TEST(RnNumParseTest, BadInputNeverThrows) {
 
 TEST(RnNumParseTest, ConversionHelpers) {
   zuString out;
-  EXPECT_TRUE(RnNum::DblToStr(2.675, 0, 2, false, out));
-  EXPECT_STREQ(out, "2.68");
   EXPECT_TRUE(RnNum::DblToStr(-1.5, 7, 2, false, out));
   EXPECT_STREQ(out, "-001.50");
   EXPECT_TRUE(RnNum::DblToStr(12.0, 0, 0, true, out));

@@ -11,95 +11,34 @@
 
 namespace {
 
-struct FormatCase {
-  const char *locale, *value, *picture, *expected;
-};
-
-std::string formatted(const FormatCase& c) {
-  RnNum number(c.value, c.locale);
-  return static_cast<const char*>(number.format(c.picture));
-}
-
-void expectFormats(const FormatCase* cases, size_t count) {
-  for (size_t i = 0; i < count; ++i) {
-    const FormatCase& c = cases[i];
-    EXPECT_EQ(formatted(c), c.expected)
+// A few rows to show the symbols at work, and the edges the random pictures
+// below (half a million of them, recorded) seldom or never reach: rounding
+// in the decimal text, a carry into the exponent, full-width symbols,
+// extreme values.
+TEST(RnNumTest, FormatsThroughPictures) {
+  struct Case {
+    const char *locale, *value, *picture, *expected;
+  } const cases[] = {
+      {"en_US", "-12.5", "s999.99", "-012.50"},
+      {"en_US", "34.5", "z,zz9.99", "34.50"},  // blanked digits take their separators along
+      {"en_US", "0", "zzz", ""},               // zero blanking
+      {"en_US", "2.675", "9.99", "2.68"},      // rounded from the decimal text, not the double
+      {"en_US", "-0.001", "9.99", "0.00"},     // no sign on a value that rounds to zero
+      {"de_DE", "-1234.5", "z,zz9.99 $", "-1.234,50 \u20ac"},
+      {"ar", "-1234.5", "z,zz9.99", "\u061c-\u0661\u066c\u0662\u0663\u0664\u066b\u0665\u0660"},
+      {"en_US", "1234.5", "\uff5a\uff0c\uff5a\uff5a\uff19\uff0e\uff19\uff19", "1,234.50"},
+      {"en_US", "9.999", "9.99E", "1.00E+1"},  // rounding carries into the exponent
+      {"en_US", "1e-300", "9.9E", "1.0E-300"},
+      // A value that does not fit, one past the range of a double, a bad picture.
+      {"en_US", "100", "99", ""},
+      {"en_US", "1e400", "9", ""},
+      {"en_US", "5", "9C", ""},
+  };
+  for (const Case& c : cases) {
+    RnNum number(c.value, c.locale);
+    EXPECT_STREQ(number.format(c.picture), c.expected)
         << c.locale << " value \"" << c.value << "\" picture \"" << c.picture << "\"";
   }
-}
-
-TEST(RnNumTest, DigitSymbolsAndZeroBlanking) {
-  static const FormatCase kCases[] = {
-      {"en_US", "-12.5", "s999.99", "-012.50"},
-      {"en_US", "34.5", "z,zz9.99", "34.50"},
-      {"en_US", "0.5", "99%", "50%"},
-      {"en_US", "0", "zzz", ""},
-      {"en_US", "0", "zz9", "0"},
-      {"en_US", "12", "99.88", "12"},
-      {"en_US", "7", "ZZ9", "  7"},
-      {"en_US", "12.5", "zz9.zz", "12.5"},
-      {"en_US", "12345678901234.5", "99999999999999.9", "12345678901234.5"},
-      {"en_US", "2.675", "9.99", "2.68"},
-      {"en_US", "-2.675", "9.99s", "2.68-"},
-      {"en_US", "0.5", ".99", ".50"},
-      {"en_US", "0", "'none'", "none"},
-  };
-  expectFormats(kCases, std::size(kCases));
-}
-
-TEST(RnNumTest, SignSymbols) {
-  static const FormatCase kCases[] = {
-      {"en_US", "-5", "S9", "-5"},         {"en_US", "5", "S9", " 5"},
-      {"en_US", "5", "s9", "5"},           {"en_US", "-5", "(9)", "(5)"},
-      {"en_US", "5", "(9)", " 5 "},        {"en_US", "-5", "9CR", "5CR"},
-      {"en_US", "5", "9CR", "5  "},        {"en_US", "-5", "9cr", "5CR"},
-      {"en_US", "5", "9cr", "5"},          {"en_US", "-5", "9DB", "5DB"},
-      {"en_US", "-0.001", "9.99", "0.00"}, {"en_US", "-0.5", ".99", "-.50"},
-      {"en_US", "-7", "ZZ9", "  -7"},      {"en_US", "-7", "$zz9.99", "$-7.00"},
-  };
-  expectFormats(kCases, std::size(kCases));
-}
-
-TEST(RnNumTest, LocaleSymbolsAndDigits) {
-  static const FormatCase kCases[] = {
-      {"de_DE", "-1234.5", "z,zz9.99 $", "-1.234,50 \u20ac"},
-      {"de_DE", "1234.5", "z,zz9.99 $$", "1.234,50 EUR"},
-      {"fr_FR", "1234567.891", "z,zzz,zz9.99", "1\u202f234\u202f567,89"},
-      {"ar", "-1234.5", "z,zz9.99", "\u061c-\u0661\u066c\u0662\u0663\u0664\u066b\u0665\u0660"},
-      {"ar", "0.25", "99%", "\u0662\u0665\u066a"},
-      {"hi_IN", "1234567.5", "$zz,zz,zz9.99", "\u20b912,34,567.50"},
-      {"ja_JP", "1234", "$z,zz9", "\uffe51,234"},
-      {"ja_JP", "1234", "$$ z,zz9", "JPY 1,234"},
-      {"fa", "12", "99", "\u06f1\u06f2"},
-      {"en_US", "1234.5", "\uff5a\uff0c\uff5a\uff5a\uff19\uff0e\uff19\uff19", "1,234.50"},
-      {"en_US", "12", "'Total: '99t", "Total: 12\t"},
-  };
-  expectFormats(kCases, std::size(kCases));
-}
-
-TEST(RnNumTest, ScientificNotation) {
-  static const FormatCase kCases[] = {
-      {"en_US", "1234.5", "9.99E", "1.23E+3"},
-      {"en_US", "0.00012", "9.9E", "1.2E-4"},
-      {"en_US", "9.999", "9.99E", "1.00E+1"},
-      {"en_US", "0", "9.99E", "0.00E+0"},
-      {"en_US", "1234.5", "9v99E", "1.23E+3"},
-      {"en_US", "1e-300", "9.9E", "1.0E-300"},
-      {"ar", "1234.5", "9.9E", "\u0661\u066b\u0662E+\u0663"},
-  };
-  expectFormats(kCases, std::size(kCases));
-}
-
-TEST(RnNumTest, ValuesThatDoNotFitAndBadPicturesGiveEmpty) {
-  static const FormatCase kCases[] = {
-      {"en_US", "100", "99", ""},    {"en_US", "1.5", ".99", ""},
-      {"en_US", "abc", "999", ""},   {"en_US", "", "999", ""},
-      {"en_US", "5", "9C", ""},      {"en_US", "5", "9.9.9", ""},
-      {"en_US", "5", "9EE", ""},     {"en_US", "5", "9E9", ""},
-      {"en_US", "5", "'open 9", ""}, {"en_US", "5", "'only literal'", ""},
-      {"en_US", "1e400", "9", ""},
-  };
-  expectFormats(kCases, std::size(kCases));
 }
 
 TEST(RnNumTest, RadixPositionAndAsciiDigits) {

@@ -14,38 +14,27 @@ using zu::testing::str;
 
 namespace {
 
+// A few rows to show the symbols at work, and the edges, through the static
+// entry points; the recorded random pictures below run the same paths over
+// 800000 inputs.
 TEST(RnTextTest, FormatsThroughPictures) {
   struct Case {
     const char *value, *picture, *expected;
-  } cases[] = {
+  } const cases[] = {
       {"AB12", "AA-99", "AB-12"},
-      {"AB12", "AAA9", ""},  // the third character is a digit
-      {"ABC", "AA", ""},     // a character is left over
-      {"AB", "AAA", ""},     // too few characters for the last run
-      {"AB", "'x'AA", "xAB"},
+      {"ABC", "AA", ""},  // a character is left over
+      {"AB", "AAA", ""},  // too few characters for the last run
       {"AB", "'it''s 'AA", "it's AB"},
-      {"ab", "X?X", "a b"},
       {"AB", "A1A", "A1B"},  // only 0 and 9 are digit symbols; other letters are copied
-      {"A1", "tA9", "\tA1"},
-      {"A1", "A9t", ""},         // the tab run comes after the value is used up
-      {"AB", "A'x'-A", "Ax-B"},  // the literal after a quote goes through a run
-      {"AB", "A'x'?A", "Ax?B"},  // ... and is written as it stands
-      {"AB", "AA'x'-", ""},      // ... which writes nothing once the value is used
-      {"A", "AA'x'", ""},        // a run short of characters before a quote
-      {"", "'abc'", "abc"},      // nothing consumed keeps the literals
-      {"1a", "0O", "1a"},
-      {"-a", "0X", ""},
-      {"\xC3\xA9\xD9\xA3", "A9", "\xC3\xA9\xD9\xA3"},  // letters and digits of any script
-      {"AB", "\xEF\xBC\xA1", "\xEF\xBC\xA1"},          // a full-width letter is a literal here
-      {"AB", "'\u00e9'A?A", "\u00e9A B"},              // ASCII value, other picture
-      {"\u00e91", "A-9", "\u00e9-1"},                  // other value, ASCII picture
+      {"", "'abc'", "abc"},  // nothing consumed keeps the literals
+      {"AB", "\xEF\xBC\xA1", "\xEF\xBC\xA1"},  // a full-width letter is a literal here
   };
   for (const Case& c : cases) {
-    RnText text(c.value, "en_US");
-    EXPECT_EQ(str(text.format(c.picture)), c.expected) << c.value << " / " << c.picture;
-    EXPECT_EQ(str(RnText::formatValue(c.value, c.picture)), c.expected) << c.value;
+    EXPECT_EQ(str(RnText::formatValue(c.value, c.picture)), c.expected)
+        << c.value << " / " << c.picture;
   }
   EXPECT_EQ(str(RnText::formatValue(zuString(), "'x'")), "");
+  EXPECT_EQ(str(RnText("AB12", "en_US").format("AA-99")), "AB-12");
 }
 
 TEST(RnTextTest, ParsesThroughPictures) {
@@ -53,75 +42,47 @@ TEST(RnTextTest, ParsesThroughPictures) {
     const char *text, *picture;
     bool ok;
     const char* value;
-  } cases[] = {
+  } const cases[] = {
       {"ab  cd", "XX*XX", true, "abcd"},
       {"abcd", "XX+XX", false, ""},
-      {"abcd", "XX*XX", true, "abcd"},
-      {"ab\u3000cd", "XX+XX", true, "abcd"},  // ideographic space
-      {"AB-12", "AA-99", true, "AB12"},
-      {"AB_12", "AA-99", false, ""},
-      {"AB-12", "AA?99", true, "AB12"},
-      {"xAB", "'x'AA", true, "AB"},
       {"it's AB", "'it''s 'AA", true, "AB"},
-      {"AB", "AA'x", false, ""},    // picture ends inside a quote
-      {"A\t1", "At9", true, "A1"},  // tabs are checked, not kept
-      {"AbB", "AbA", true, "AB"},
-      {"ABC", "AA", false, ""},
-      {"A", "AA", false, ""},
-      {"A1", "AA", false, ""},
-      {"q-A", "'q'-A", true, "A"},
-      {"\xC3\xA9\xD9\xA3", "A9", true, "\xC3\xA9\xD9\xA3"},
+      {"AB", "AA'x", false, ""},  // picture ends inside a quote
       {"", "", true, ""},
   };
   for (const Case& c : cases) {
-    RnText text("before", "en_US");
-    EXPECT_EQ(text.parse(c.text, c.picture), c.ok) << c.text << " / " << c.picture;
-    EXPECT_EQ(str(text.getText()), c.ok ? c.value : "before") << c.text << " / " << c.picture;
-    EXPECT_TRUE(text.isValid());
     zuString value("before");
-    EXPECT_EQ(RnText::parseText(c.text, c.picture, value), c.ok) << c.text;
-    EXPECT_EQ(str(value), c.ok ? c.value : "before") << c.text;
+    EXPECT_EQ(RnText::parseText(c.text, c.picture, value), c.ok) << c.text << " / " << c.picture;
+    EXPECT_EQ(str(value), c.ok ? c.value : "before") << c.text << " / " << c.picture;
   }
   zuString untouched("before");
   EXPECT_FALSE(RnText::parseText(zuString(), "", untouched));
   EXPECT_EQ(str(untouched), "before");
+  RnText text("before", "en_US");
+  EXPECT_FALSE(text.parse("A1", "AA"));
+  EXPECT_EQ(str(text.getText()), "before");
+  EXPECT_TRUE(text.isValid());
 }
 
+// One picture with each kind of character that is not a value symbol:
+// quoted ones, literals, a tab; the full-width 9 is one.
 TEST(RnTextTest, CountsValueSymbols) {
-  struct Case {
-    const char* picture;
-    unsigned expected;
-  } cases[] = {
-      {"999-AAAt", 6}, {"", 0},
-      {"'9A'X", 1},    {"0O0", 3},
-      {"tbc", 0},      {"\xEF\xBC\x99\xEF\xBC\x99-\xEF\xBC\xA1", 3},  // full-width 9, 9 and A
-      {"'x'9", 1},  // the run after a closing quote
-  };
-  for (const Case& c : cases) {
-    unsigned count = 99;
-    RnText::getSymbolCount(c.picture, count);
-    EXPECT_EQ(count, c.expected) << c.picture;
-  }
+  unsigned count = 99;
+  RnText::getSymbolCount("'9A'X 999-AAAt\xEF\xBC\x99", count);
+  EXPECT_EQ(count, 8u);
+  RnText::getSymbolCount("", count);
+  EXPECT_EQ(count, 0u);
 }
 
 TEST(RnTextTest, ConstructorsChooseLocaleAndValidity) {
-  EXPECT_STREQ(RnText("x", "de_DE").getLocale().getName(), "de_DE");
   EXPECT_STREQ(RnText("x", "xx_QQ").getLocale().getName(), "en_US");
   EXPECT_EQ(RnText("x", "ar_SA").getZeroSymbol(), 0x660u);
-  EXPECT_EQ(RnText("x", "en_US").getZeroSymbol(), static_cast<unsigned>('0'));
 
-  RnText parsed("AB-12", "AA-99", "en_US");
-  EXPECT_TRUE(parsed.isValid());
-  EXPECT_EQ(str(parsed.getText()), "AB12");
+  EXPECT_EQ(str(RnText("AB-12", "AA-99", "en_US").getText()), "AB12");
 
   RnText failed("AB-12", "99-99", "en_US");
   EXPECT_FALSE(failed.isValid());
   EXPECT_TRUE(failed.getText().IsNull());
-  EXPECT_EQ(str(failed.format("XXXX")), "");
-
-  RnText none(zuString(), "en_US");
-  EXPECT_FALSE(none.isValid());
-  EXPECT_EQ(str(none.format("'x'")), "");
+  EXPECT_FALSE(RnText(zuString(), "en_US").isValid());
 }
 
 TEST(RnTextTest, MillionSymbolPictureRoundTrips) {

@@ -36,8 +36,6 @@ TEST_F(zuPictureTest, StatusFollowsTheValueKindAndTheEarlyExits) {
   } cases[] = {
       {"", "num{9}", "", 0},
       {"", "num{9}|num{}", "", 1},
-      {"", "null{}|date{}", "", 1},
-      {nullptr, "null{}|num{9}", "", 1},
       {nullptr, "num{9}", "", 0},
       {nullptr, "num{9}|null{'n/a'}", "n/a", 1},
       {"0", "zero{'none'}", "none", 1},
@@ -46,7 +44,6 @@ TEST_F(zuPictureTest, StatusFollowsTheValueKindAndTheEarlyExits) {
       {"x", "", "x", kUntouched},
       {"5", "num{9}|'open", "", kUntouched},
       {"24-03-05T10:00", "date{YYYY-MM-DD}' 'time{HH:MM}", "", 0},  // the year has four digits
-      {"2024-03-05", "date.tiny{}", "", 0},                         // no such style
   };
   for (const Case& c : cases) {
     int status = kUntouched;
@@ -61,65 +58,45 @@ TEST_F(zuPictureTest, StatusFollowsTheValueKindAndTheEarlyExits) {
   EXPECT_EQ(status, kUntouched);
 }
 
-// One case per engine (their own tests cover the symbols), then what the
-// dispatcher itself decides: qualifiers, bare bodies, alternatives,
-// compound date-times and styles.
-TEST_F(zuPictureTest, FormatsThroughEveryCategory) {
+// What the dispatcher itself decides: bare bodies, alternatives, locale
+// qualifiers, compound date-times, null and zero, styles. Each engine is
+// reached through the dispatcher, both ways and with exact answers, by the
+// allocation test's cases; the engines' own tests cover their symbols.
+TEST_F(zuPictureTest, FormatsAndParsesThroughEveryCategory) {
   struct Case {
-    const char *locale, *picture, *value, *expected;
-  } cases[] = {
-      {"de_DE", "num{z,zz9.99}", "1234.5", "1.234,50"},
-      {"en_US", "text{999'-'AA}", "123AB", "123-AB"},
-      {"en_US", "text{\\u0041\\u0041}", "xy", "xy"},
-      {"fr_FR", "date{EEEE, D MMMM YYYY}", "2024-03-05", "mardi, 5 mars 2024"},
-      {"en_US", "date{YYYY-MM-DD}", "2024-03", "2024-03-01"},
-      {"en_US", "time{HH:MM:SS.FFF}", "134507.250", "13:45:07.250"},
-      {"en_US", "z,zz9", "1234", "1,234"},
-      {"en_US", "num{999}|num{99999}", "12345", "12345"},
-      {"en_US", "num(de_DE){z,zz9.99}", "1234.5", "1.234,50"},
-      {"en_US", "date(de_DE){D. MMMM YYYY}", "2024-03-05", "5. M\xC3\xA4rz 2024"},
-      {"en_US", "num{'a|b'9}|text{X}", "5", "a|b5"},
-      {"en_GB", "date{D MMM YYYY}' at 'time{HH:MM}", "2024-03-05T09:30", "5 Mar 2024 at 09:30"},
-      {"en_US", "date{YYYY-MM-DD}Ttime{HH:MM}", "2024-03-05", "2024-03-05T00:00"},
-      {"en_US", "null{'n/a'}|zero{'none'}|num{zz9}", "0", "none"},
-      {"en_US", "date.short{ignored}", "2024-03-05", "3/5/24"},  // styles: the locale's patterns
-      {"en_US", "time.short{}", "13:45:00", "1:45 PM"},
-      {"de_DE", "num.decimal{}", "1234.5", "1.234,5"},
-      {"en_US", "num.currency{}", "1234.5", "$1,234.50"},
+    bool parse;
+    const char *locale, *picture, *input;
+    const char* expected;  // null: the input must not parse
+  } const cases[] = {
+      {false, "en_US", "z,zz9", "1234", "1,234"},
+      {false, "en_US", "num{999}|num{99999}", "12345", "12345"},
+      {false, "en_US", "num(de_DE){z,zz9.99}", "1234.5", "1.234,50"},
+      {false, "en_GB", "date{D MMM}' at 'time{HH:MM}", "2024-03-05T09:30", "5 Mar at 09:30"},
+      {false, "en_US", "date{YYYY-MM-DD}Ttime{HH:MM}", "2024-03-05", "2024-03-05T00:00"},
+      {false, "en_US", "null{'n/a'}|zero{'none'}|num{zz9}", "0", "none"},
+      // Styles take the locale's patterns and ignore the body.
+      {false, "en_US", "date.short{ignored}", "2024-03-05", "3/5/24"},
+      {true, "en_US", "num.currency{}", "($1,234.50)", "-1234.5"},
+      {true, "en_US", "date{D/M/YYYY}time{HH:MM}", "5/3/202413:45", "2024-03-05T13:45:00"},
+      {true, "en_US", "num{999}|date{YYYY-MM-DD}", "2024-03-05", "2024-03-05"},
+      {true, "en_US", "zero{'none'}|num{zz9}", "none", "0"},
+      {true, "en_US", "num{999}", "12a", nullptr},
   };
   for (const Case& c : cases) {
+    SCOPED_TRACE(std::string(c.parse ? "parse " : "format ") + c.picture + " " + c.input);
     int status = kUntouched;
-    const zuString out = zuPicture::format(c.value, c.picture, c.locale, &status, 0);
-    EXPECT_EQ(str(out), c.expected) << c.picture << " " << c.value << " " << c.locale;
-    EXPECT_EQ(status, 1) << c.picture << " " << c.value;
-  }
-}
-
-TEST_F(zuPictureTest, ParsesToCanonicalValues) {
-  struct Case {
-    const char *locale, *picture, *text;
-    const char* expected;  // null: the text must not parse
-  } cases[] = {
-      {"en_US", "num.currency{}", "($1,234.50)", "-1234.5"},
-      {"en_US", "text{AA-99}", "AB-12", "AB12"},
-      {"en_US", "time{h:MM A}", "1:45 PM", "13:45:00"},
-      {"en_US", "date{YYYY-MM-DD}' 'time{HH:MM}", "2024-03-05 13:45", "2024-03-05T13:45:00"},
-      {"en_US", "date{D/M/YYYY}time{HH:MM}", "5/3/202413:45", "2024-03-05T13:45:00"},
-      {"en_US", "num{999}|date{YYYY-MM-DD}", "2024-03-05", "2024-03-05"},
-      {"en_US", "zero{'none'}|num{zz9}", "none", "0"},
-      {"en_US", "num{999}", "12a", nullptr},
-  };
-  for (const Case& c : cases) {
-    int status = kUntouched;
-    const zuString out = zuPicture::parse(c.text, c.picture, c.locale, &status);
-    EXPECT_EQ(status, c.expected != nullptr ? 1 : 0) << c.picture << " " << c.text;
-    EXPECT_EQ(str(out), c.expected != nullptr ? c.expected : "") << c.picture << " " << c.text;
+    const zuString out = c.parse ? zuPicture::parse(c.input, c.picture, c.locale, &status)
+                                 : zuPicture::format(c.input, c.picture, c.locale, &status, 0);
+    EXPECT_EQ(status, c.expected != nullptr ? 1 : 0);
+    EXPECT_EQ(str(out), c.expected != nullptr ? c.expected : "");
   }
   int status = kUntouched;
   EXPECT_TRUE(zuPicture::parse("n/a", "null{'n/a'}", "en_US", &status).IsNull());
   EXPECT_EQ(status, 1);
 }
 
+// The number, text, date and time tests share one reader with their own
+// symbols: a wrapped body once, then each category's symbols bare.
 TEST_F(zuPictureTest, ClassifiesPictures) {
   constexpr int kNum = 1, kText = 2, kDate = 4, kTime = 8, kNull = 16, kZero = 32, kDateTime = 64,
                 kCompound = 128, kEmpty = 256;
@@ -130,13 +107,9 @@ TEST_F(zuPictureTest, ClassifiesPictures) {
       {"num{z,zz9.99}", kNum | kCompound},
       {"'$'-()", kNum | kText | kDate | kTime | kCompound},
       {"99CR", kNum},
-      {"99C", 0},
-      {"text{999-AA}", kText | kCompound},
       {"AA99", kText},
-      {"date{EEEE, D MMMM YYYY}", kDate | kCompound},
       {"DATE{D}", 0},
       {"YYYY-MM-DD", kDate},
-      {"time{HH:MM}", kTime | kCompound},
       {"HH:MM", kTime},
       {"null{}", kNull | kCompound},
       {"zero{'none'}", kZero | kCompound},
@@ -146,7 +119,6 @@ TEST_F(zuPictureTest, ClassifiesPictures) {
       {"datetime.short{}", kDateTime},
       {"num{9} text{X}", kCompound},
       {"num{9}|text{X}", 0},
-      {"colour{9}", 0},
   };
   for (const Case& c : cases) {
     zuString date, time;
@@ -173,17 +145,14 @@ TEST_F(zuPictureTest, ValidityRules) {
     const char* picture;
     int valid;
   } cases[] = {
+      // The valid bare patterns are every locale's, below.
       {zuPicture::isNumericPictureValid, "num{z,zz9.99}", 1},
-      {zuPicture::isNumericPictureValid, "zzz", 1},
       {zuPicture::isNumericPictureValid, "num{9E9E}", 0},
-      {zuPicture::isDatePictureValid, "date{DD/MM/YYYY}", 1},
       {zuPicture::isDatePictureValid, "date{DDD}", 0},
       {zuPicture::isDatePictureValid, "YYY", 0},
-      {zuPicture::isTimePictureValid, "time{HH:MM:SS.FFF}", 1},
       {zuPicture::isTimePictureValid, "time{HHH}", 0},
       {zuPicture::isTextPictureValid, "text{999-AA}", 1},
       {zuPicture::isTextPictureValid, "text{99#}", 0},
-      {zuPicture::isDateTimePictureValid, "date{D}' 'time{HH}", 1},
       {zuPicture::isDateTimePictureValid, "date{DDD}' 'time{HH}", 0},
       {zuPicture::isNullPictureValid, "null{'n/a'}", 1},
       {zuPicture::isNullPictureValid, "num{9}", 0},
@@ -202,12 +171,10 @@ TEST_F(zuPictureTest, EveryLocalePatternIsValid) {
   for (unsigned int n = 0; n < names.GetSize(); ++n) {
     const RnData data(str(names[n]).c_str());
     for (int style = RnData::SHORT_FMT; style <= RnData::FULL_FMT; ++style) {
-      EXPECT_TRUE(zuPicture::isDatePictureValid(data.getDateFormat(style)))
-          << str(names[n]) << " " << str(data.getDateFormat(style));
-      EXPECT_TRUE(zuPicture::isTimePictureValid(data.getTimeFormat(style)))
-          << str(names[n]) << " " << str(data.getTimeFormat(style));
-      EXPECT_TRUE(zuPicture::isDateTimePictureValid(data.getDateTimeFormat(style, style)))
-          << str(names[n]) << " " << str(data.getDateTimeFormat(style, style));
+      SCOPED_TRACE(str(names[n]) + " style " + std::to_string(style));
+      EXPECT_TRUE(zuPicture::isDatePictureValid(data.getDateFormat(style)));
+      EXPECT_TRUE(zuPicture::isTimePictureValid(data.getTimeFormat(style)));
+      EXPECT_TRUE(zuPicture::isDateTimePictureValid(data.getDateTimeFormat(style, style)));
     }
     for (int category = RnData::NUMERIC; category <= RnData::PERCENT; ++category) {
       zuStorage<zuString> alternates;
@@ -237,8 +204,6 @@ TEST_F(zuPictureTest, ObjectUsesItsLocaleAndFormatNewMovesTheDate) {
   int status = kUntouched;
   EXPECT_EQ(str(german.format("1234.5", "num{z,zz9.99}", &status, 0)), "1.234,50");
   EXPECT_EQ(str(german.parse("1.234,50", "num{z,zz9.99}", &status)), "1234.5");
-  const zuPicture copy = german;
-  EXPECT_EQ(str(copy.getLocale()), "de_DE");
   // 23:30 five hours west of UTC is 04:30 the next day in UTC.
   const zuString value("2024-03-05T23:30:00-05:00");
   const zuString picture("date{YYYY-MM-DD}' 'time{HH:MM}");
