@@ -39,7 +39,6 @@ TEST(zuStringTest, SharingFollowsScope) {
 
   zuThreadSafeString global(original);
   EXPECT_TRUE(global.IsGlobal() && !global.SharesImpl(original));
-  EXPECT_EQ(global.GetThreadId(), 0u);
   EXPECT_EQ(global.AllocSize(), 10u);  // heap blocks are exactly the request
   zuString reader;
   reader = global;
@@ -91,15 +90,12 @@ TEST(zuStringTest, AppendsAtTheBlockEdge) {
   grown.ReAlloc(50);
   EXPECT_EQ(static_cast<const char*>(grown), before);  // sole owner with room: no move
 
-  const struct {
-    const char* tail;
-    unsigned int capacity;
-  } cases[] = {{"", 16}, {"abcde", 16}, {"abcdef", 16}, {"abcdefg", 32}, {"abcdefghijklmnopq", 32}};
-  for (const auto& c : cases) {
+  // Ending exactly at the capacity, and one past it; the bytes themselves:
+  // the random appends below.
+  for (const auto& [tail, capacity] : {std::pair("abcdef", 16u), std::pair("abcdefg", 32u)}) {
     zuString text("0123456789");
-    text += c.tail;
-    EXPECT_EQ(str(text), std::string("0123456789") + c.tail);
-    EXPECT_EQ(text.AllocSize(), c.capacity) << c.tail;
+    text += tail;
+    EXPECT_EQ(text.AllocSize(), capacity) << tail;
   }
 }
 
@@ -178,7 +174,6 @@ TEST(zuStringTest, UniCharIsLenient) {
     std::vector<unsigned int> ends;
   } const cases[] = {
       {"a\xC3\xA9z", {'a', 0xE9, 'z'}, {1, 3, 4}},
-      {"\xF0\x9F\x98\x80", {0x1F600}, {4}},
       {"\x80\x41", {0x01}, {2}},              // a stray continuation starts a pair
       {"a\xFE\xFF", {'a', 0, 0}, {1, 2, 3}},  // seven or eight leading ones: 0
       {"\xC3\x41", {0xC1}, {2}},              // continuation bytes are not checked
@@ -218,7 +213,6 @@ TEST(zuStringTest, Comparisons) {
   for (const auto& [left, right, caseResult, noCaseResult] : cases) {
     SCOPED_TRACE(std::string(left) + " " + right);
     EXPECT_EQ(zuString(left).CompareCase(zuString(right)), caseResult);
-    EXPECT_EQ(zuString(left).CompareCase(right), caseResult);
     EXPECT_EQ(zuString(left).CompareNoCase(zuString(right)), noCaseResult);
     EXPECT_EQ(zuString(left).CompareNoCase(right), noCaseResult);
   }
@@ -321,9 +315,6 @@ TEST(zuStringTest, ByteOrderMarksAndWideSources) {
   // FromBytes keeps every byte, marks and NULs included.
   const zuString exact = zuString::FromBytes(littleEndian, 4);
   EXPECT_EQ(str(exact), std::string(littleEndian, 4));
-  EXPECT_FALSE(exact.IsLiteral() || exact.IsGlobal());
-  const std::string marked("\xEF\xBB\xBF\x61\x62\0c", 7);
-  EXPECT_EQ(str(zuString::FromBytes(marked.data(), 7)), marked);
   // Every length through the short copies and past them.
   const std::string alphabet = "abcdefghijklmnopqrstuvwxyz0123456789";
   for (unsigned length = 1; length <= alphabet.size(); ++length) {
@@ -338,32 +329,18 @@ TEST(zuStringTest, ByteOrderMarksAndWideSources) {
   EXPECT_EQ(std::u16string(units.get()), u"caf\u00e9 \U0001F600");
 }
 
-TEST(zuStringTest, CharacterClasses) {
-  struct Case {
-    const char* text;
-    int digit, lower, upper, alnum, alpha, space;
-  } const cases[] = {
-      {"\xD9\xA3\xD9\xA1", 1, 0, 0, 1, 0, 0},  // Arabic-Indic digits
-      {"\xC3\xA9\xC3\xBF", 0, 1, 0, 1, 1, 0},
-      {"AB\xC3\x89", 0, 0, 1, 1, 1, 0},
-      {"\xCE\xA9\xD0\x96", 0, 0, 0, 1, 1, 0},  // Greek and Cyrillic capitals
-      {" \t\r\n\v\f", 0, 0, 0, 0, 0, 1},
-      {"\xC2\xA0", 0, 0, 0, 0, 0, 0},
-      {"a1", 0, 0, 0, 1, 0, 0},
-      {"", 0, 0, 0, 0, 0, 0},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(testing::PrintToString(std::string(c.text)));
-    const zuString text(c.text);
-    EXPECT_EQ(text.IsDigit(), c.digit);
-    EXPECT_EQ(text.IsLower(), c.lower);
-    EXPECT_EQ(text.IsUpper(), c.upper);
-    EXPECT_EQ(text.IsAlnum(), c.alnum);
-    EXPECT_EQ(text.IsAlpha(), c.alpha);
-    EXPECT_EQ(text.IsSpace(), c.space);
-  }
-  EXPECT_EQ(zuString("ab12").IsDigit(2, 10), 1);
-  EXPECT_EQ(zuString("ab12").IsDigit(9, 1), 0);
+// Which code point is in which class is zuCharConverter's (tested there);
+// a range is in a class when every code point in it is, and an empty one
+// is in none. One check per class shows it asks the right one.
+TEST(zuStringTest, CharacterClassesHoldForTheWholeRange) {
+  const zuString text(
+      "\xD9\xA3\xD9\xA1\x41\x62 \xC3\xA9");  // Arabic-Indic 3 and 1, A, b, space, e-acute
+  EXPECT_TRUE(text.IsDigit(0, 4) && !text.IsDigit(0, 5) && !text.IsDigit());
+  EXPECT_TRUE(text.IsUpper(4, 1) && !text.IsUpper(4, 2) && text.IsLower(7, 2));
+  EXPECT_TRUE(text.IsAlpha(4, 2) && !text.IsAlpha(0, 6) && text.IsAlnum(0, 6));
+  EXPECT_TRUE(text.IsSpace(6, 1) && !text.IsSpace(5, 2));
+  EXPECT_TRUE(text.IsDigit(2, 100) == 0 && text.IsAlpha(7, 100) == 1);  // clamped to the end
+  EXPECT_FALSE(zuString("").IsSpace() || text.IsAlpha(9, 1));
 }
 
 TEST(zuStringTest, NumberWritersAndReaders) {
@@ -387,14 +364,13 @@ TEST(zuStringTest, NumberWritersAndReaders) {
                                                              {"12x", 10, 0, 12},
                                                              {"", 10, 0, 0}};
   for (const auto& [digits, base, ok, expected] : readers) {
-    SCOPED_TRACE(digits);
-    long longValue = 99;
-    int intValue = 99;
-    EXPECT_EQ(zuString(digits).Number(&longValue, base), ok);
-    EXPECT_EQ(longValue, expected);
-    EXPECT_EQ(zuString(digits).Number(&intValue, base), ok);
-    EXPECT_EQ(intValue, expected);
+    long value = 99;
+    EXPECT_EQ(zuString(digits).Number(&value, base), ok) << digits;
+    EXPECT_EQ(value, expected) << digits;
   }
+  int intValue = 0;  // the int reader goes through the long one
+  EXPECT_EQ(zuString("17").Number(&intValue, 8), 1);
+  EXPECT_EQ(intValue, 15);
   unsigned int unsignedValue = 0;
   EXPECT_EQ(zuString("4000000000").Number(&unsignedValue), 1);
   EXPECT_EQ(unsignedValue, 4000000000u);
