@@ -42,8 +42,6 @@ TEST(zuStringTest, SharingFollowsScope) {
   zuString reader;
   reader = global;
   EXPECT_TRUE(reader.SharesImpl(global) && reader.IsGlobal());
-  zuThreadSafeString other;
-  EXPECT_TRUE(other.IsGlobal() && other.IsNull());
 }
 
 TEST(zuStringTest, LiteralsAreUsedInPlaceUntilEdited) {
@@ -65,9 +63,6 @@ TEST(zuStringTest, NullAndEmptyAreDistinct) {
   const zuString empty("");
   EXPECT_TRUE(fresh.IsNull() && !empty.IsNull() && empty.IsEmpty());
   EXPECT_STREQ(static_cast<const char*>(fresh), "");
-  zuString text("x");
-  text.SetNull(1);
-  EXPECT_TRUE(text.IsNull());
   EXPECT_FALSE(empty.Equals(fresh) || empty.Equals(static_cast<const char*>(nullptr)));
   EXPECT_EQ(empty.CompareCase(fresh), 0);
 }
