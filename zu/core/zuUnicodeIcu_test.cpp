@@ -140,7 +140,6 @@ TEST_P(zuUnicodeWalkTest, EveryCodePointAsIcuConvertsIt) {
     const std::vector<char16_t> utf16 = icu16(utf8);
     EXPECT_TRUE(ours16(utf8, room) == utf16);
     EXPECT_TRUE(ours32(utf8, room) == *order);
-    EXPECT_TRUE(icu32(utf16) == *order);
   }
 }
 
@@ -183,7 +182,6 @@ TEST_P(zuUnicodeWalkTest, InvalidSequenceAtEveryOffsetStopsWhereIcuStops) {
     const std::string half = filler(50, pattern);
     const std::string withNul = half + std::string(1, '\0') + half;
     EXPECT_EQ(ours16(withNul, 101), icu16(half));
-    EXPECT_EQ(icu16(withNul).size(), 2 * icu16(half).size() + 1);
   }
 }
 
