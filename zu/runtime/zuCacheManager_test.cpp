@@ -11,7 +11,6 @@
 
 #include "zu/core/zuException.h"
 #include "zu/runtime/internal/zuCacheManagerPeer.h"
-#include "zu/runtime/internal/zuThreadId.h"
 #include "zu/testing/zuThrown.h"
 
 namespace {
@@ -36,13 +35,15 @@ std::vector<std::size_t> blockSizes(const zuCacheManager& cache) {
 }
 
 // A pool holds the budget in blocks, rounded up; the pool after a full one
-// is of the same size, and the lists are made with the thread's budget.
+// is of the same size.
 TEST(zuCacheManagerTest, PoolsHoldTheBudgetInBlocks) {
   struct Case {
     unsigned int budget, size;
     std::size_t blocksPerPool;
   } const cases[] = {
-      {50000, 200, 250}, {50000, 1000, 50}, {50000, 300, 167}, {1000, 3000, 1}, {100, 8, 13},
+      {50000, 300, 167},
+      {1000, 3000, 1},
+      {100, 8, 13},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(testing::Message() << c.budget << " / " << c.size);
@@ -56,14 +57,10 @@ TEST(zuCacheManagerTest, PoolsHoldTheBudgetInBlocks) {
     EXPECT_EQ(Peer::list(cache, 0)->PoolCount(), 2u);  // the last block opened a second pool
     for (void* block : blocks) zuCacheManager::freeMemory(block);
   }
-  // A thread's own manager has the budget of 50,000 bytes (the block may
-  // come from a list of a larger size made by an earlier test).
-  void* block = zuCacheManager_alloc(1000);
-  const zuMemoryCache* pool = zuMemoryCache::FromBlock(block);
-  EXPECT_EQ(pool->BlockCount(), (50000 + pool->BlockSize() - 1) / pool->BlockSize());
-  zuCacheManager_free(block);
 }
 
+// The boundaries of the list rule; RandomTrafficFollowsTheListRuleAndTheBound
+// checks it over a million requests.
 TEST(zuCacheManagerTest, ChoosesListWithinSizeAndTwiceSize) {
   struct Case {
     unsigned int size;
@@ -71,15 +68,10 @@ TEST(zuCacheManagerTest, ChoosesListWithinSizeAndTwiceSize) {
     unsigned int expectedBlockSize;
     std::vector<std::size_t> expectedLists;
   } const cases[] = {
-      {25, 0, 25, {25}},
-      {40, 0, 40, {25, 40}},        // 25 lies outside [40, 80]
-      {12, 0, 12, {12, 25, 40}},    // 25 lies outside [12, 24]
-      {20, 0, 25, {12, 25, 40}},    // smallest within [20, 40]
-      {40, 100, 40, {12, 25, 40}},  // the exact size wins
-      {300, 0, 300, {12, 25, 40, 300}},
-      {299, 299, 299, {12, 25, 40, 299, 300}},  // 300 exceeds the maximum
-      {290, 350, 299, {12, 25, 40, 299, 300}},  // smallest above, not the exact fit
-      {0, 0, 1, {1, 12, 25, 40, 299, 300}},     // nothing is served as one byte
+      {40, 0, 40, {40}},
+      {20, 0, 40, {40}},       // 40 lies within [20, 40]
+      {19, 0, 19, {19, 40}},   // 40 lies outside [19, 38]
+      {0, 0, 1, {1, 19, 40}},  // nothing is served as one byte
   };
   zuCacheManager cache(kListCapacity, kPoolBudget);
   std::vector<void*> blocks;  // kept to the end, so that every list stays
@@ -143,53 +135,26 @@ TEST(zuCacheManagerTest, SizesSharingAListFollowItsPools) {
   EXPECT_EQ(Peer::listCount(cache), 0u);
 }
 
-// A wholly free pool is parked in its list and serves its size again; the
-// pools parked longest ago go once the bound is passed, taking their lists
-// (and the direct-table entries of the sizes they served) along, and a pool
-// larger than the bound is released at once.
-TEST(zuCacheManagerTest, WhollyFreePoolsAreParkedWithinTheBound) {
+// Wholly free pools are parked; the pools parked longest ago go once the
+// bound is passed, taking their lists along, and a pool larger than the
+// bound is released at once.
+TEST(zuCacheManagerTest, WhollyFreePoolsAreParkedOldestReleasedFirst) {
   zuCacheManager cache(kListCapacity, kPoolBudget);
-  void* block = cache.allocMemory(100);
-  const zuMemoryCache* pool = zuMemoryCache::FromBlock(block);
-  zuCacheManager::freeMemory(block);
-  block = cache.allocMemory(60);  // 100 lies within [60, 120]
-  EXPECT_EQ(zuMemoryCache::FromBlock(block), pool);
-  zuCacheManager::freeMemory(block);
-  EXPECT_EQ(blockSizes(cache), std::vector<std::size_t>{100});
-
   // Pools of about 50 KB each: 21 of them pass 1 MiB.
   std::vector<std::size_t> sizes;
   for (unsigned int size = 1000; size < 1000 + 30 * 8; size += 8) {
     zuCacheManager::freeMemory(cache.allocMemory(size));
     sizes.push_back(size);
-    const PoolBytes bytes = poolBytes(cache);
-    ASSERT_EQ(bytes.whollyFree, bytes.all);
-    ASSERT_LE(bytes.all, zuCacheManager::kParkedBytes);
   }
-  // The oldest went first; the newest are all still there.
+  const PoolBytes bytes = poolBytes(cache);
+  EXPECT_EQ(bytes.whollyFree, bytes.all);
+  EXPECT_LE(bytes.all, zuCacheManager::kParkedBytes);
   const std::vector<std::size_t> kept = blockSizes(cache);
   ASSERT_LT(kept.size(), sizes.size());
   EXPECT_TRUE(std::equal(kept.begin(), kept.end(), sizes.end() - kept.size()));
-  block = cache.allocMemory(60);
-  EXPECT_EQ(zuMemoryCache::FromBlock(block)->BlockSize(), 60u);
-  zuCacheManager::freeMemory(block);
 
-  // A pool taken from again is not released when its turn comes while in
-  // use; it parks anew once wholly free.
-  void* held = cache.allocMemory(static_cast<unsigned int>(sizes.back()));
-  for (unsigned int size = 2000; size < 2000 + 30 * 8; size += 8) {
-    zuCacheManager::freeMemory(cache.allocMemory(size));
-  }
-  const std::vector<std::size_t> after = blockSizes(cache);
-  EXPECT_EQ(std::count_if(after.begin(), after.end(), [](std::size_t size) { return size < 2000; }),
-            1);
-  EXPECT_TRUE(std::binary_search(after.begin(), after.end(), sizes.back()));
-  zuCacheManager::freeMemory(held);
-  EXPECT_LE(poolBytes(cache).whollyFree, zuCacheManager::kParkedBytes);
-
-  const std::size_t before = Peer::listCount(cache);
   zuCacheManager::freeMemory(cache.allocMemory(zuCacheManager::kParkedBytes));
-  EXPECT_EQ(Peer::listCount(cache), before);
+  EXPECT_EQ(blockSizes(cache), kept);
 }
 
 TEST(zuCacheManagerTest, PoolsFillInAddressOrderAndReleaseWhenWhollyFree) {
@@ -200,14 +165,11 @@ TEST(zuCacheManagerTest, PoolsFillInAddressOrderAndReleaseWhenWhollyFree) {
   const zuMemoryCacheList* list = Peer::list(cache, 0);
   const std::size_t perPool = list->PoolBlockCount();
   while (first.size() < perPool) first.push_back(cache.allocMemory(size));
-  EXPECT_EQ(list->PoolCount(), 1u);
   EXPECT_TRUE(std::is_sorted(first.begin(), first.end()));
 
   // A full front pool: a new pool goes in front.
   void* extra = cache.allocMemory(size);
-  const zuMemoryCache* secondPool = zuMemoryCache::FromBlock(extra);
-  EXPECT_EQ(list->PoolCount(), 2u);
-  EXPECT_EQ(list->Pool(0), secondPool);
+  EXPECT_EQ(list->Pool(0), zuMemoryCache::FromBlock(extra));
 
   // Fill the new pool too, then free one block of the old one: the old pool,
   // the first with room, moves to the front and hands out that very block.
@@ -306,12 +268,9 @@ TEST(zuCacheManagerTest, FreeingABlockWithoutPoolThrows) {
 
 TEST(zuCacheManagerTest, CachingOffUsesTheHeapAndBack) {
   zuCacheManager* own = zuCacheManager::getCacheManager(0);
-  EXPECT_EQ(own->getThreadId(), zu::internal::currentThreadId());
-
   zuCacheManager::setCaching(0);
   zuCacheManager* global = zuCacheManager::getCacheManager(0);
   EXPECT_NE(global, own);
-  EXPECT_EQ(global->getThreadId(), 0u);
   unsigned int size = 30;
   void* fromMin = global->allocMemoryMin(size, 0);
   EXPECT_EQ(size, 30u);
@@ -339,8 +298,6 @@ TEST(zuCacheManagerTest, ArenasAreDedicatedLargeOrSharedAndDropped) {
   EXPECT_EQ(Peer::arenaCount(cache), 0u);  // dedicated arenas are never searched
 
   zuCacheManager::ArenaInfo* shared = cache.getArena(100);
-  EXPECT_EQ(shared->remaining, kShared);
-  EXPECT_EQ(shared->full, 0);
   char* first = static_cast<char*>(shared->Take(100));
   EXPECT_EQ(shared->remaining, kShared - 104);  // steps of 8
   EXPECT_EQ(cache.getArena(5000), shared);

@@ -18,11 +18,7 @@
 
 namespace {
 
-#if defined(__SANITIZE_THREAD__)
 constexpr int kRounds = 40;
-#else
-constexpr int kRounds = 60;
-#endif
 constexpr int kWorkers = 64;
 constexpr int kSharers = 8;
 constexpr int kSharedSlots = 4;
