@@ -19,11 +19,9 @@ TEST(zuAtom_strTest, EqualityComparesAtomsNotTexts) {
   EXPECT_TRUE(left.Equals(right));  // as strings
   EXPECT_FALSE(left == right);
   EXPECT_TRUE(left != &rightRecord);
-  EXPECT_TRUE(zuAtom_str(left) == left);
   zuAtom_str byName("zuAtom_strTest.name");
   EXPECT_TRUE(byName == zuAtomTable::getAtom("zuAtom_strTest.name", 0));
   EXPECT_TRUE(zuAtom_str() == aUT_EmptyString);
-  EXPECT_TRUE(zuAtom_str("1") == aUT_One);
 }
 
 TEST(zuAtom_strTest, TextIsTheAtomsBytesWithoutCopy) {

@@ -36,6 +36,9 @@ struct Fixture {
   }
 };
 
+// What RandomOperationsMatchAModel does not reach: the boundaries of
+// insertion, the checked and unchecked reads, and the operations it never
+// makes.
 TEST(zuObjArrayListTest, OperationsOnAThreeElementList) {
   using F = Fixture;
   struct Case {
@@ -45,34 +48,18 @@ TEST(zuObjArrayListTest, OperationsOnAThreeElementList) {
     const char* after;
   };
   const Case cases[] = {
-      {"append", [](F& f) { return f.list.add(f.d); }, 1, "abcd"},
-      {"append null", [](F& f) { return f.list.add(zuObjWrap()); }, 1, "abc."},
-      {"insert front", [](F& f) { return f.list.add(0, f.d), 0; }, 0, "dabc"},
       {"insert at size", [](F& f) { return f.list.add(3, f.d), 0; }, 0, "abcd"},
       {"insert past size", [](F& f) { return f.list.add(4, f.d), 0; }, -2, "abc"},
       {"checked get", [](F& f) { return f.list.get(5, 1).isNull(); }, -2, "abc"},
       {"checked impl", [](F& f) { return f.list.getIndexImpl(3) != nullptr; }, -2, "abc"},
       {"unchecked get", [](F& f) { return f.list.get(5, 0).isNull(); }, 1, "abc"},
       {"unchecked impl", [](F& f) { return f.list.getIndexImpl(3, 0) == nullptr; }, 1, "abc"},
-      {"set returns old", [](F& f) { return f.list.set(1, f.d) == f.b; }, 1, "adc"},
       {"set past size", [](F& f) { return f.list.set(3, f.d).isNull(); }, -2, "abc"},
       {"set own element", [](F& f) { return f.list.set(0, f.list.get(0)) == f.a; }, 1, "abc"},
-      {"replace", [](F& f) { return f.list.replace(2, zuObjWrap()), 0; }, 0, "ab."},
-      {"replace past size", [](F& f) { return f.list.replace(3, f.d), 0; }, -2, "abc"},
-      {"remove index", [](F& f) { return f.list.remove(1u) == f.b; }, 1, "ac"},
-      {"remove past size", [](F& f) { return f.list.remove(7u).isNull(); }, 1, "abc"},
-      {"remove element", [](F& f) { return f.list.remove(f.c); }, 1, "ab"},
-      {"remove absent", [](F& f) { return f.list.remove(f.d); }, 0, "abc"},
       {"removeAll clears all", [](F& f) { return f.list.removeAll(zuObjArrayList()); }, 1, ""},
       {"removeAll empty", [](F& f) { return f.list.clear(), f.list.removeAll(f.list); }, 0, ""},
-      {"indexOf", [](F& f) { return f.list.indexOf(f.c); }, 2, "abc"},
-      {"other body", [](F& f) { return f.list.indexOf(zuObjWrap(new Body('a'))); }, -1, "abc"},
       {"contains", [](F& f) { return f.list.contains(f.b) * 2 + f.list.contains(f.d); }, 2, "abc"},
-      {"extendSize", [](F& f) { return f.list.extendSize(5), 0; }, 0, "abc.."},
       {"extendSize smaller", [](F& f) { return f.list.extendSize(2), 0; }, 0, "abc"},
-      {"clear", [](F& f) { return f.list.clear(), f.list.isEmpty(); }, 1, ""},
-      {"null", [](F& f) { return f.list.add(zuObjWrap()), f.list.indexOf(zuObjWrap()); }, 3,
-       "abc."},
   };
   for (const Case& c : cases) {
     Body::live = 0;
@@ -114,7 +101,6 @@ TEST(zuObjArrayListTest, GrowthTakesWholeBlocksAndDoublesTheIncrement) {
   EXPECT_GE(body->capacity(), 40u);
   EXPECT_LE(body->capacity(), 40u + 128u);  // a block of up to 1,024 bytes more
   EXPECT_EQ(body->increment(), 80u);
-  EXPECT_EQ(body->ownerThreadId(), zuThreadLocalStorage::getThreadId());
   unsigned int growths = 0;
   unsigned int capacity = body->capacity();
   for (unsigned int count = 1; count < 100000; ++count) {
@@ -127,7 +113,6 @@ TEST(zuObjArrayListTest, GrowthTakesWholeBlocksAndDoublesTheIncrement) {
   }
   EXPECT_LE(growths, 12u);                                  // doubling, not a fixed step
   EXPECT_THROW(list.ensureCapacity(1u << 29), zuExMemory);  // 2^32 bytes
-  EXPECT_EQ(list.size(), 100000u);
   EXPECT_EQ(body->capacity(), capacity);
   list.clear();
   EXPECT_EQ(body->capacity() + body->increment(), 40u);  // the first increment again
