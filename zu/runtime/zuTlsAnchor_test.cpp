@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <thread>
 
 #include "zu/testing/zuCounted.h"
 
@@ -27,6 +28,15 @@ TEST(zuTlsAnchorTest, ObjectsGetConsecutiveIndicesAndDieWithTheAnchor) {
   EXPECT_EQ(destroyed, 2);
   zuTlsAnchor::ThreadExitCleanup();  // no anchor: nothing
   EXPECT_EQ(zuTlsAnchor::GetTlsAnchor()->Object(firstIndex), nullptr);
+
+  // Another thread has its own anchor, released when it exits.
+  zuTlsAnchor* theirs = nullptr;
+  std::thread([&] {
+    theirs = zuTlsAnchor::GetTlsAnchor();
+    theirs->RegisterTlsObject(new Counted(destroyed));
+  }).join();
+  EXPECT_NE(theirs, zuTlsAnchor::GetTlsAnchor());
+  EXPECT_EQ(destroyed, 3);
 }
 
 TEST(zuTlsAnchorTest, SingletonReleaseDestroysTheObjects) {
