@@ -85,7 +85,7 @@ unsigned int quick(void* arg) {
   return 0;
 }
 
-TEST(zuThreadTest, IdleThreadRefusesStopAndEndsWhenDeleted) {
+TEST(zuThreadTest, IdleThreadEndsWhenDeletedAndWorkGivenAtCreationRunsOnce) {
   std::atomic<int> calls{0};
   std::unique_ptr<zuThread> idle(
       zuThread::NewThread(64 * 1024, zuThread::eHighest, nullptr, &calls, nullptr, quick));
@@ -94,14 +94,12 @@ TEST(zuThreadTest, IdleThreadRefusesStopAndEndsWhenDeleted) {
   EXPECT_EQ(idle->Start(nullptr, nullptr).RetCode(), zuThreadRet::eNotAvailable);
   idle.reset();  // wakes the idle body, which runs only its exit function
   EXPECT_EQ(calls, 1);
-}
 
-TEST(zuThreadTest, WorkGivenAtCreationRunsOnce) {
-  std::atomic<int> calls{0};
+  // Work given at creation runs once, then the thread ends.
   std::unique_ptr<zuThread> thread(
       zuThread::NewThread(0, zuThread::eNormal, quick, &calls, quick, nullptr));
   EXPECT_TRUE(thread->WaitForThreadToExit(-1));
-  EXPECT_EQ(calls, 2);
+  EXPECT_EQ(calls, 3);
   EXPECT_EQ(thread->Stats().FunctionsRun(), 1u);
 }
 
