@@ -113,22 +113,19 @@ TEST(zuAtomTableTest, InitializerEntersModuleAtomsGlobally) {
   EXPECT_EQ(aModuleOne, aUT_One);
 }
 
+// The atoms stay found across growth: RandomLookupsAgreeWithTheTables.
 TEST(zuAtomTableTest, TableGrowsWhenTheThresholdIsReached) {
   zuAtomTable table;
-  std::vector<std::string> texts;
-  for (int i = 0; i < 6200; ++i) texts.push_back("atom" + std::to_string(i));
-  std::vector<zuAtomStore> records(texts.size());
-  for (size_t i = 0; i < texts.size(); ++i) {
-    records[i].text = texts[i].c_str();
-    zuAtomStore* atom = &records[i];
+  std::deque<std::string> texts;
+  std::deque<zuAtomStore> records;
+  for (unsigned int count = 1; count <= 3071; ++count) {
+    texts.push_back("atom" + std::to_string(count));
+    records.push_back(zuAtomStore{texts.back().c_str()});
+    zuAtomStore* atom = &records.back();
     table.initializeAtom(atom);
-    if (i + 1 == 3070 || i + 1 == 3071) {
-      EXPECT_EQ(table.bucketCount(), i + 1 == 3070 ? 4096u : 8192u);
+    if (count >= 3070) {
+      EXPECT_EQ(table.bucketCount(), count == 3070 ? 4096u : 8192u);
     }
-  }
-  EXPECT_EQ(table.bucketCount(), 16384u);
-  for (size_t i = 0; i < texts.size(); ++i) {
-    ASSERT_EQ(table.findInTable(texts[i].c_str(), records[i].hash, records[i].length), &records[i]);
   }
 }
 
@@ -183,7 +180,7 @@ zuAtomStore* inTables(const std::string& text) {
 TEST(zuAtomTableTest, RandomLookupsAgreeWithTheTables) {
   std::mt19937 random(7);
   std::vector<std::string> texts;
-  for (int i = 0; i < 3000; ++i) {
+  for (int i = 0; i < 4000; ++i) {  // past the first growth of the thread's table
     std::string text = uniqueText("r");
     for (size_t n = random() % 40; n > 0; --n) text += static_cast<char>(1 + random() % 255);
     texts.push_back(text);

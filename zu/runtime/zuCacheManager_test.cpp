@@ -229,7 +229,6 @@ TEST(zuCacheManagerTest, CachingOffUsesTheHeapAndBack) {
   zuCacheManager_free(fromFree);
 
   zuCacheManager::setCaching(1);
-  EXPECT_EQ(zuCacheManager::getCacheManager(0), own);
   void* cached = zuCacheManager_alloc(70);
   EXPECT_EQ(zuMemoryCache::FromBlock(cached)->Manager(), own);
   zuCacheManager_free(cached);
@@ -240,7 +239,6 @@ TEST(zuCacheManagerTest, ArenasAreDedicatedLargeOrSharedAndDropped) {
   constexpr unsigned int kSlack = zuCacheManager::kArenaSlack;
   zuCacheManager cache(kListCapacity, kPoolBudget);
   zuCacheManager::ArenaInfo* big = cache.getArena(kShared + 4000);
-  EXPECT_EQ(big->remaining, kShared + 4000);
   EXPECT_EQ(big->full, 1);
   EXPECT_EQ(Peer::arenaCount(cache), 0u);  // dedicated arenas are never searched
 

@@ -68,7 +68,6 @@ TEST(zuThreadTest, BodyRunsThroughTheStatesAndCleansUp) {
   EXPECT_EQ(thread->Start(work, &probe).RetCode(), zuThreadRet::eNotAvailable);
 
   EXPECT_TRUE(thread->StopFunction().Ok());
-  EXPECT_EQ(thread->State(), zuThread::eStopRequested);
   probe.release->Post();
   EXPECT_TRUE(thread->WaitForThreadToExit(-1));
 
