@@ -29,9 +29,6 @@ TEST(zuAtom_strTest, TextIsTheAtomsBytesWithoutCopy) {
   EXPECT_EQ(static_cast<const char*>(one), aUT_One->text);
   EXPECT_TRUE(one.IsLiteral());
 
-  zuString plain(aUT_Asterisk);
-  EXPECT_EQ(static_cast<const char*>(plain), aUT_Asterisk->text);
-  EXPECT_TRUE(zuString(static_cast<zuAtomStore*>(nullptr)).IsNull());
   EXPECT_TRUE(zuAtom_str(static_cast<zuAtomStore*>(nullptr)).IsNull());
 
   // Editing detaches the text; the atom stays.

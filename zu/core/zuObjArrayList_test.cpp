@@ -48,7 +48,6 @@ TEST(zuObjArrayListTest, OperationsOnAThreeElementList) {
     const char* after;
   };
   const Case cases[] = {
-      {"insert at size", [](F& f) { return f.list.add(3, f.d), 0; }, 0, "abcd"},
       {"insert past size", [](F& f) { return f.list.add(4, f.d), 0; }, -2, "abc"},
       {"checked get", [](F& f) { return f.list.get(5, 1).isNull(); }, -2, "abc"},
       {"unchecked get", [](F& f) { return f.list.get(5, 0).isNull(); }, 1, "abc"},

@@ -63,33 +63,22 @@ TEST(zuCacheManagerTest, PoolsHoldTheBudgetAndThePoolWithRoomLeads) {
   }
 }
 
-// The boundaries of the list rule; RandomTrafficFollowsTheListRuleAndTheBound
-// checks it over a million requests.
+// The boundary of the list rule, which RandomTrafficFollowsTheListRuleAndTheBound
+// checks over a million requests: size 20 takes the list of 40-byte blocks
+// (within twice the size), size 19 a list of its own; allocMemory asks the
+// same way.
 TEST(zuCacheManagerTest, ChoosesListWithinSizeAndTwiceSize) {
-  struct Case {
-    unsigned int size;
-    unsigned int maxSize;  // 0: twice the size
-    unsigned int expectedBlockSize;
-  } const cases[] = {
-      {40, 0, 40},
-      {20, 0, 40},  // 40 lies within [20, 40]
-      {19, 0, 19},  // 40 lies outside [19, 38]
-  };
   zuCacheManager cache(kListCapacity, kPoolBudget);
-  std::vector<void*> blocks;  // kept to the end, so that every list stays
-  for (const Case& c : cases) {
-    unsigned int size = c.size;
-    void* block = blocks.emplace_back(cache.allocMemoryMin(size, c.maxSize));
-    SCOPED_TRACE(c.size);
-    EXPECT_EQ(size, c.expectedBlockSize);
-    EXPECT_EQ(zuMemoryCache::FromBlock(block)->BlockSize(), c.expectedBlockSize);
-    std::memset(block, 0xA5, size);
+  std::vector<void*> blocks{cache.allocMemory(40)};
+  for (unsigned int size : {20u, 19u}) {
+    const unsigned int asked = size;
+    blocks.push_back(cache.allocMemoryMin(size, 0));
+    EXPECT_EQ(size, asked == 20 ? 40u : 19u);
+    EXPECT_EQ(zuMemoryCache::FromBlock(blocks.back())->BlockSize(), size);
   }
-  // allocMemory follows the same rule and remembers small sizes directly.
-  void* block = blocks.emplace_back(cache.allocMemory(30));
-  EXPECT_EQ(zuMemoryCache::FromBlock(block)->BlockSize(), 40u);
-  EXPECT_EQ(reinterpret_cast<std::uintptr_t>(block) % zuMemoryCache::kAlignment, 0u);
-  for (void* kept : blocks) zuCacheManager::freeMemory(kept);
+  blocks.push_back(cache.allocMemory(30));
+  EXPECT_EQ(zuMemoryCache::FromBlock(blocks.back())->BlockSize(), 40u);
+  for (void* block : blocks) zuCacheManager::freeMemory(block);
 }
 
 // The bytes of the pools in `cache` that have no block in use, and of all.
@@ -134,10 +123,11 @@ TEST(zuCacheManagerTest, WhollyFreePoolsAreParkedOldestReleasedFirst) {
 // Random traffic against a plain model: each request gets the block size
 // the list rule picks from the lists there before it (the exact size, else
 // the smallest within [size, maxSize], else a new list of exactly the size),
-// sizes below 256 keeping their first choice while its list lives; no block
-// overlaps another (a size still served from a pool released under it
-// crashes or corrupts the bytes checked here); wholly free pools never pass
-// the bound; and the process-wide count of pool bytes follows the pools.
+// sizes below 256 keeping their first choice while its list lives; blocks
+// are aligned and none overlaps another (a size still served from a pool
+// released under it crashes or corrupts the bytes checked here); wholly free
+// pools never pass the bound; and the process-wide count of pool bytes
+// follows the pools.
 TEST(zuCacheManagerTest, RandomTrafficFollowsTheListRuleAndTheBound) {
   struct Live {
     unsigned char* bytes;
@@ -171,6 +161,7 @@ TEST(zuCacheManagerTest, RandomTrafficFollowsTheListRuleAndTheBound) {
         unsigned int got = size;
         auto* bytes = static_cast<unsigned char*>(cache.allocMemoryMin(got, maxSize));
         mistakes += got != expected;
+        mistakes += reinterpret_cast<std::uintptr_t>(bytes) % zuMemoryCache::kAlignment != 0;
         const auto fill = static_cast<unsigned char>(step);
         std::memset(bytes, fill, got);
         live.push_back(Live{bytes, got, fill});
