@@ -7,6 +7,8 @@
 #include <thread>
 #include <vector>
 
+#include "zu/core/zuFormat.h"
+#include "zu/core/zuString.h"
 #include "zu/runtime/internal/zuThreadId.h"
 #include "zu/runtime/zuCacheManager.h"
 #include "zu/runtime/zuThreadLocalStorage.h"
@@ -14,10 +16,10 @@
 namespace {
 
 // Threads take blocks of many sizes at once (166 sizes of 40 blocks: pools
-// of far more bytes than the bound),
-// each from its own manager, and find their bytes as they left them; freed
-// and no longer asking, each keeps at most the bound; their exit returns
-// everything, managers included.
+// of far more bytes than the bound), each from its own manager, and find
+// their bytes as they left them; their strings live there too, shared
+// within the thread and copied on write. Freed and no longer asking, each
+// keeps at most the bound; their exit returns everything, managers included.
 TEST(zuCacheManagerThreadedTest, ThreadsUseTheirOwnCachesKeepTheBoundAndExitReturnsAll) {
   constexpr int kThreads = 4;
   const std::size_t managersBefore = zuCacheManager::ManagerCount();
@@ -42,6 +44,13 @@ TEST(zuCacheManagerThreadedTest, ThreadsUseTheirOwnCachesKeepTheBoundAndExitRetu
       for (const auto& [bytes, size] : blocks) {
         failures += std::count(bytes, bytes + size, fill) != size;
         zuCacheManager_free(bytes);
+      }
+      for (int round = 0; round < 40; ++round) {
+        zuString text((zuFormat(zuString("thread %d round %d")) << index << round).GetString());
+        zuString copy = text;
+        failures += !copy.SharesImpl(text) || text.GetThreadId() != zu::internal::currentThreadId();
+        copy += " edited";
+        failures += copy.SharesImpl(text) || copy.Length() != text.Length() + 7;
       }
       idle.arrive_and_wait();
       leave.arrive_and_wait();
