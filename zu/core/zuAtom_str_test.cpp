@@ -10,7 +10,7 @@
 
 namespace {
 
-TEST(zuAtom_strTest, EqualityComparesAtomsNotTexts) {
+TEST(zuAtom_strTest, EqualityComparesAtomsOverTheAtomsBytes) {
   // Two records with the same text that were never entered: distinct atoms.
   zuAtomStore leftRecord = {"same"};
   zuAtomStore rightRecord = {"same"};
@@ -22,9 +22,8 @@ TEST(zuAtom_strTest, EqualityComparesAtomsNotTexts) {
   zuAtom_str byName("zuAtom_strTest.name");
   EXPECT_TRUE(byName == zuAtomTable::getAtom("zuAtom_strTest.name", 0));
   EXPECT_TRUE(zuAtom_str() == aUT_EmptyString);
-}
 
-TEST(zuAtom_strTest, TextIsTheAtomsBytesWithoutCopy) {
+  // The text is the atom's bytes, not a copy.
   zuAtom_str one(aUT_One);
   EXPECT_EQ(static_cast<const char*>(one), aUT_One->text);
   EXPECT_TRUE(one.IsLiteral());
