@@ -1,62 +1,41 @@
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <latch>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "zu/core/zuAtomTable.h"
 
 namespace {
 
-constexpr const char* kFreshText = "zuAtomTableThreadsTest.fresh";
-
-struct ThreadAtoms {
-  zuAtomStore* peekedFirst = nullptr;
-  zuAtomStore* fresh = nullptr;
-  zuAtomStore* freshAgain = nullptr;
-  zuAtomStore* one = nullptr;
-  std::string freshText;
-};
-
-void lookUp(ThreadAtoms& result) {
-  // Enough atoms to make the thread's table grow.
-  for (int i = 0; i < 5000; ++i) zuAtomTable::getAtom(("filler" + std::to_string(i)).c_str(), 0);
-  result.peekedFirst = zuAtomTable::peekAtom(kFreshText, 0);
-  result.fresh = zuAtomTable::getAtom(kFreshText, 0);
-  result.freshAgain = zuAtomTable::getAtom(kFreshText, 0);
-  result.freshText = result.fresh->text;
-  result.one = zuAtomTable::getAtom("1", 0);
-}
-
+// Threads make run-time atoms at once, enough for their tables to grow:
+// each thread's atoms are its own, unseen by the others even once made,
+// while the global ones are shared.
 TEST(zuAtomTableThreadsTest, RunTimeAtomsArePerThreadAndGlobalOnesShared) {
+  constexpr int kThreads = 8;
   zuGlobalAtomTable();  // filled at start-up, before any thread runs
-  ThreadAtoms first;
-  ThreadAtoms second;
-  std::latch firstMadeItsAtom(1);
-  // Both threads stay alive until both compared, so that the second cannot
-  // be handed the memory of the first one's released records.
-  std::latch bothDone(2);
-  std::thread firstThread([&] {
-    lookUp(first);
-    firstMadeItsAtom.count_down();
-    bothDone.arrive_and_wait();
-  });
-  std::thread secondThread([&] {
-    firstMadeItsAtom.wait();
-    lookUp(second);
-    bothDone.arrive_and_wait();
-  });
-  firstThread.join();
-  secondThread.join();
-
-  for (const ThreadAtoms* atoms : {&first, &second}) {
-    EXPECT_EQ(atoms->peekedFirst, nullptr);
-    EXPECT_EQ(atoms->fresh, atoms->freshAgain);
-    EXPECT_EQ(atoms->freshText, kFreshText);
-    EXPECT_EQ(atoms->one, aUT_One);
+  std::latch allMade(kThreads);
+  std::atomic<int> failures{0};
+  std::vector<std::thread> threads;
+  for (int t = 0; t < kThreads; ++t) {
+    threads.emplace_back([&, t] {
+      for (int i = 0; i < 5000; ++i) {
+        zuAtomTable::getAtom(("filler" + std::to_string(i)).c_str(), 0);
+      }
+      const std::string mine = "zuAtomTableThreadsTest." + std::to_string(t);
+      zuAtomStore* own = zuAtomTable::getAtom(mine.c_str(), 0);
+      allMade.arrive_and_wait();
+      const std::string theirs = "zuAtomTableThreadsTest." + std::to_string((t + 1) % kThreads);
+      failures += zuAtomTable::peekAtom(theirs.c_str(), 0) != nullptr;
+      failures += zuAtomTable::peekAtom(mine.c_str(), 0) != own;
+      failures += zuAtomTable::getAtom("1", 0) != aUT_One;
+    });
   }
-  EXPECT_NE(first.fresh, second.fresh);
-  EXPECT_EQ(zuAtomTable::peekAtom(kFreshText, 0), nullptr);
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(failures.load(), 0);
+  EXPECT_EQ(zuAtomTable::peekAtom("zuAtomTableThreadsTest.0", 0), nullptr);
 }
 
 }  // namespace

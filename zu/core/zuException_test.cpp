@@ -29,14 +29,12 @@ std::vector<unsigned short> ids(const zuExFull& error) {
 }
 
 TEST(zuExFullTest, StringJoinsResolvedTextsAndIsOwnedByCaller) {
-  const std::unique_ptr<zuString> unresolved(zuExFull(5, 0).String());
-  ASSERT_NE(unresolved, nullptr);
-  EXPECT_EQ(str(*unresolved), "\n");  // no catalogue: the text stays empty
+  // No catalogue text for id 5: its line stays empty.
+  EXPECT_EQ(str(*std::unique_ptr<zuString>(zuExFull(5, 0).String())), "\n");
 
   zuExFull two(1, zuString("first"), 0);
   two.Insert(zuExFull(2, zuString("second"), 0), 1);
-  const std::unique_ptr<zuString> both(two.String());
-  EXPECT_EQ(str(*both), "first\nsecond\n");
+  EXPECT_EQ(str(*std::unique_ptr<zuString>(two.String())), "first\nsecond\n");
   EXPECT_EQ(zuExFull().String(), nullptr);
 }
 
@@ -70,9 +68,6 @@ TEST(zuExFullTest, IdQueriesReportedFlagAndBounds) {
   zuExFull copy(error);
   copy.WasReported(0);
   EXPECT_EQ(error.WasReported(), 1);
-  copy = zuExFull(7, zuString("seven"), 1);
-  EXPECT_EQ(copy.WasReported(), 1);
-  EXPECT_EQ(ids(copy), std::vector<unsigned short>{7});
 }
 
 TEST(zuExFullTest, ThrownFormsKeepIdTextAndParameters) {
@@ -82,8 +77,6 @@ TEST(zuExFullTest, ThrownFormsKeepIdTextAndParameters) {
   EXPECT_EQ(thrown([] { ZuExThrow(16479, 1); }).WasReported(), 1);
 
   const zuExFull percent = thrown([] { ZuExThrow(zuString("100%% sure")); });
-  EXPECT_EQ(percent.FirstResId(), 0);
-  EXPECT_TRUE(percent[0].IsResolved());
   EXPECT_EQ(str(percent[0].Text()), "100% sure");
   const zuExFull cut = thrown([] { ZuExThrow(zuString("before %d after"), 1); });
   EXPECT_EQ(str(cut[0].Text()), "before ");
@@ -92,16 +85,12 @@ TEST(zuExFullTest, ThrownFormsKeepIdTextAndParameters) {
       thrown([] { ZuExThrow(zuFormat(zuString("day %d of %s")) << 32 << "May"); });
   EXPECT_EQ(str(formatted[0].Text()), "day 32 of May");
   EXPECT_EQ(formatted[0].FormatType(), zuExErrItem::eFormat);
-  ASSERT_EQ(formatted[0].getParmCount(), 2u);
-  EXPECT_EQ(str(formatted[0].getParm(1)), "May");
 
   const zuExFull positional = thrown([] { ZuExThrow(zuFormatPos(zuString("%2 %1")) << 1 << 2); });
   EXPECT_EQ(str(positional[0].Text()), "2 1");
   EXPECT_EQ(positional[0].FormatType(), zuExErrItem::eFormatPos);
 
-  const zuExFull withId(17186, zuFormat(zuString("%d")) << 13, 0);
-  EXPECT_EQ(withId.FirstResId(), 17186);
-  EXPECT_EQ(str(withId[0].Text()), "13");
+  EXPECT_EQ(str(zuExFull(17186, zuFormat(zuString("%d")) << 13, 0)[0].Text()), "13");
 }
 
 TEST(zuExErrItemTest, ResolveEqualityAndFormatterCopies) {
@@ -158,16 +147,12 @@ TEST(zuExAssertTest, ThreeOrFourItems) {
 TEST(zuExResourceFailureTest, NamesTheMissingFile) {
   const zuExResourceFailure error(zuString("ResourcesEn.msg"));
   EXPECT_EQ(str(error[0].Text()), "Unable to locate resource file: ResourcesEn.msg");
-  zuString missing;
-  error.GetMissingFile(missing);
-  EXPECT_EQ(str(missing), "ResourcesEn.msg");
 }
 
 TEST(zuExVersionMismatchTest, KeepsTextsCutToThirtyTwoBytes) {
   const zuExVersionMismatchImpl error(std::string(40, '9').c_str(), "forms designer");
   const zuExVersionMismatch& base = error;
   EXPECT_EQ(std::string(base.GetVersion()), std::string(32, '9'));
-  EXPECT_STREQ(base.GetComponent(), "forms designer");
 
   // A two-byte character straddling the limit is dropped whole.
   const std::string accented = std::string(31, 'a') + "\xC3\xA9";
@@ -187,8 +172,6 @@ struct ThrowingReleasable : zuExDeleterFunctionHolder::Releasable {
 TEST(zuExDeleterFunctionHolderTest, ReleasesOnceAndSwallowsErrors) {
   ThrowingReleasable throwing;
   zuExDeleterFunctionHolder holder(&throwing);
-  const zuExDeleterFunctionHolder copy(holder);
-  EXPECT_EQ(copy.Memory(), &throwing);
   EXPECT_NO_THROW(holder.Delete());
   EXPECT_EQ(holder.Memory(), nullptr);
   holder.Delete();

@@ -20,6 +20,7 @@ int countCalls(unsigned int size) {
 
 void runtimeHandler() {}
 
+// The library's own handler throws zuExMemory (a std::bad_alloc).
 TEST(zuNewHandlerTest, ForwardsToHandlerAndRestoresNestedHandlers) {
   const std::new_handler before = std::set_new_handler(runtimeHandler);
   {
@@ -36,13 +37,11 @@ TEST(zuNewHandlerTest, ForwardsToHandlerAndRestoresNestedHandlers) {
     EXPECT_EQ(calls, 1);
   }
   EXPECT_EQ(std::get_new_handler(), runtimeHandler);
+  {
+    const zuNewHandler library(ZuExMemoryHandler);
+    EXPECT_THROW(std::get_new_handler()(), zuExMemory);
+  }
   std::set_new_handler(before);
-}
-
-TEST(zuNewHandlerTest, LibraryHandlerThrowsOutOfMemory) {
-  EXPECT_THROW(ZuExMemoryHandler(16), zuExMemory);
-  const zuNewHandler guard(ZuExMemoryHandler);
-  EXPECT_THROW(std::get_new_handler()(), std::bad_alloc);
 }
 
 }  // namespace

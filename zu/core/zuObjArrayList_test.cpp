@@ -4,8 +4,8 @@
 
 #include <algorithm>
 #include <functional>
-#include <memory>
 #include <random>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -36,6 +36,9 @@ struct Fixture {
   }
 };
 
+// What RandomOperationsMatchAModel does not reach: the boundaries of
+// insertion, the checked and unchecked reads, and the operations it never
+// makes.
 TEST(zuObjArrayListTest, OperationsOnAThreeElementList) {
   using F = Fixture;
   struct Case {
@@ -45,34 +48,16 @@ TEST(zuObjArrayListTest, OperationsOnAThreeElementList) {
     const char* after;
   };
   const Case cases[] = {
-      {"append", [](F& f) { return f.list.add(f.d); }, 1, "abcd"},
-      {"append null", [](F& f) { return f.list.add(zuObjWrap()); }, 1, "abc."},
-      {"insert front", [](F& f) { return f.list.add(0, f.d), 0; }, 0, "dabc"},
-      {"insert at size", [](F& f) { return f.list.add(3, f.d), 0; }, 0, "abcd"},
       {"insert past size", [](F& f) { return f.list.add(4, f.d), 0; }, -2, "abc"},
       {"checked get", [](F& f) { return f.list.get(5, 1).isNull(); }, -2, "abc"},
-      {"checked impl", [](F& f) { return f.list.getIndexImpl(3) != nullptr; }, -2, "abc"},
       {"unchecked get", [](F& f) { return f.list.get(5, 0).isNull(); }, 1, "abc"},
       {"unchecked impl", [](F& f) { return f.list.getIndexImpl(3, 0) == nullptr; }, 1, "abc"},
-      {"set returns old", [](F& f) { return f.list.set(1, f.d) == f.b; }, 1, "adc"},
       {"set past size", [](F& f) { return f.list.set(3, f.d).isNull(); }, -2, "abc"},
       {"set own element", [](F& f) { return f.list.set(0, f.list.get(0)) == f.a; }, 1, "abc"},
-      {"replace", [](F& f) { return f.list.replace(2, zuObjWrap()), 0; }, 0, "ab."},
-      {"replace past size", [](F& f) { return f.list.replace(3, f.d), 0; }, -2, "abc"},
-      {"remove index", [](F& f) { return f.list.remove(1u) == f.b; }, 1, "ac"},
-      {"remove past size", [](F& f) { return f.list.remove(7u).isNull(); }, 1, "abc"},
-      {"remove element", [](F& f) { return f.list.remove(f.c); }, 1, "ab"},
-      {"remove absent", [](F& f) { return f.list.remove(f.d); }, 0, "abc"},
       {"removeAll clears all", [](F& f) { return f.list.removeAll(zuObjArrayList()); }, 1, ""},
       {"removeAll empty", [](F& f) { return f.list.clear(), f.list.removeAll(f.list); }, 0, ""},
-      {"indexOf", [](F& f) { return f.list.indexOf(f.c); }, 2, "abc"},
-      {"other body", [](F& f) { return f.list.indexOf(zuObjWrap(new Body('a'))); }, -1, "abc"},
       {"contains", [](F& f) { return f.list.contains(f.b) * 2 + f.list.contains(f.d); }, 2, "abc"},
-      {"extendSize", [](F& f) { return f.list.extendSize(5), 0; }, 0, "abc.."},
       {"extendSize smaller", [](F& f) { return f.list.extendSize(2), 0; }, 0, "abc"},
-      {"clear", [](F& f) { return f.list.clear(), f.list.isEmpty(); }, 1, ""},
-      {"null", [](F& f) { return f.list.add(zuObjWrap()), f.list.indexOf(zuObjWrap()); }, 3,
-       "abc."},
   };
   for (const Case& c : cases) {
     Body::live = 0;
@@ -114,7 +99,6 @@ TEST(zuObjArrayListTest, GrowthTakesWholeBlocksAndDoublesTheIncrement) {
   EXPECT_GE(body->capacity(), 40u);
   EXPECT_LE(body->capacity(), 40u + 128u);  // a block of up to 1,024 bytes more
   EXPECT_EQ(body->increment(), 80u);
-  EXPECT_EQ(body->ownerThreadId(), zuThreadLocalStorage::getThreadId());
   unsigned int growths = 0;
   unsigned int capacity = body->capacity();
   for (unsigned int count = 1; count < 100000; ++count) {
@@ -127,7 +111,6 @@ TEST(zuObjArrayListTest, GrowthTakesWholeBlocksAndDoublesTheIncrement) {
   }
   EXPECT_LE(growths, 12u);                                  // doubling, not a fixed step
   EXPECT_THROW(list.ensureCapacity(1u << 29), zuExMemory);  // 2^32 bytes
-  EXPECT_EQ(list.size(), 100000u);
   EXPECT_EQ(body->capacity(), capacity);
   list.clear();
   EXPECT_EQ(body->capacity() + body->increment(), 40u);  // the first increment again
@@ -148,38 +131,25 @@ TEST(zuObjArrayListTest, GrowthOffTheOwnerThreadThrowsAssert) {
   EXPECT_EQ(static_cast<const zuObjArrayListImpl*>(list.getImpl())->capacity(), 0u);
 }
 
-// Random operations against a model, a vector of shared pointers to shadows
-// of the bodies: after each step the list holds the model's bodies, each
-// body's count equals its shadow's use count, and as many bodies as shadows
-// are alive.
+// Random operations against a model, a vector of the bodies the list
+// should hold: after each step the list holds them in order, each pool body
+// counts the pool's handle and its places in the model, and the bodies alive
+// are those of the pool and of the model (a retired body lives on while the
+// list holds it).
 TEST(zuObjArrayListTest, RandomOperationsMatchAModel) {
-  static int liveShadows = 0;
-  struct Shadow {
-    explicit Shadow(const zuObjWrap& handle) : body(handle.getImpl()) { ++liveShadows; }
-    ~Shadow() { --liveShadows; }
-    zuObjImpl* body;  // not owned
-  };
   constexpr int kSlots = 6;  // a seventh choice is the null element
   Body::live = 0;
-  liveShadows = 0;
-  const auto bodyOf = [](const std::shared_ptr<Shadow>& shadow) {
-    return shadow ? shadow->body : nullptr;
-  };
   std::vector<zuObjWrap> pool;
-  std::vector<std::shared_ptr<Shadow>> shadows;
-  for (int slot = 0; slot < kSlots; ++slot) {
-    pool.emplace_back(new Body('p'));
-    shadows.push_back(std::make_shared<Shadow>(pool.back()));
-  }
+  for (int slot = 0; slot < kSlots; ++slot) pool.emplace_back(new Body('p'));
   std::mt19937 random(20240521);
   zuObjArrayList list;
-  std::vector<std::shared_ptr<Shadow>> model;
+  std::vector<zuObjImpl*> model;
   for (int step = 0; step < 100000; ++step) {
     const int slot = static_cast<int>(random() % (kSlots + 1));
-    const zuObjWrap element = slot < kSlots ? pool[slot] : zuObjWrap();
-    const std::shared_ptr<Shadow> shadow = slot < kSlots ? shadows[slot] : nullptr;
     const auto size = static_cast<unsigned int>(model.size());
     const auto index = static_cast<unsigned int>(random() % (size + 2));
+    zuObjWrap element = slot < kSlots ? pool[slot] : zuObjWrap();
+    zuObjImpl* const shadow = element.getImpl();
     const auto found = std::find(model.begin(), model.end(), shadow);
     switch (size > 48 ? 4 : random() % 10) {  // past 48 elements only removals
       case 0:
@@ -200,12 +170,12 @@ TEST(zuObjArrayListTest, RandomOperationsMatchAModel) {
           EXPECT_THROW(list.replace(index, element), zuExFull);
           break;
         }
-        EXPECT_EQ(list.set(index, element).getImpl(), bodyOf(model[index]));
+        EXPECT_EQ(list.set(index, element).getImpl(), model[index]);
         model[index] = shadow;
         break;
       case 4:
       case 5:
-        EXPECT_EQ(list.remove(index).getImpl(), index < size ? bodyOf(model[index]) : nullptr);
+        EXPECT_EQ(list.remove(index).getImpl(), index < size ? model[index] : nullptr);
         if (index < size) model.erase(model.begin() + index);
         break;
       case 6:
@@ -222,20 +192,24 @@ TEST(zuObjArrayListTest, RandomOperationsMatchAModel) {
         break;
       case 8:  // retires a pool body: it lives on while the list holds it
         pool[slot % kSlots] = zuObjWrap(new Body('p'));
-        shadows[slot % kSlots] = std::make_shared<Shadow>(pool[slot % kSlots]);
         break;
       default:
         EXPECT_EQ(list.indexOf(element), found != model.end() ? found - model.begin() : -1);
     }
+    element = zuObjWrap();
     ASSERT_EQ(list.size(), model.size()) << step;
     for (unsigned int position = 0; position < model.size(); ++position) {
-      ASSERT_EQ(list.getIndexImpl(position), bodyOf(model[position])) << step;
+      ASSERT_EQ(list.getIndexImpl(position), model[position]) << step;
     }
-    ASSERT_EQ(Body::live, liveShadows) << step;
-    for (int each = 0; each < kSlots; ++each) {
-      ASSERT_EQ(static_cast<long>(pool[each].getImpl()->getRefCount()), shadows[each].use_count())
+    std::set<zuObjImpl*> alive(model.begin(), model.end());
+    for (const zuObjWrap& held : pool) {
+      alive.insert(held.getImpl());
+      ASSERT_EQ(static_cast<long>(held.getImpl()->getRefCount()),
+                1 + std::count(model.begin(), model.end(), held.getImpl()))
           << step;
     }
+    alive.erase(nullptr);
+    ASSERT_EQ(static_cast<std::size_t>(Body::live), alive.size()) << step;
   }
   list.clear();
   pool.clear();

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <memory>
 
 namespace {
@@ -12,7 +11,6 @@ TEST(zuEventTest, AutomaticResetReleasesOneWaitManualStaysPosted) {
     SCOPED_TRACE(type);
     const std::unique_ptr<zuEvent> event(zuEvent::NewEvent(type));
     ASSERT_TRUE(event->Valid());
-    EXPECT_EQ(event->GetResetType(), static_cast<int>(type));
     EXPECT_EQ(event->Wait(0).ReturnCode(), zuSynchRet::eTimedOut);
     EXPECT_TRUE(event->Post().Ok());
     EXPECT_TRUE(event->Posted());
@@ -22,13 +20,6 @@ TEST(zuEventTest, AutomaticResetReleasesOneWaitManualStaysPosted) {
     EXPECT_TRUE(event->Reset().Ok());
     EXPECT_FALSE(event->Posted());
   }
-}
-
-TEST(zuEventTest, UnpostedWaitTimesOutAfterTheDelay) {
-  const std::unique_ptr<zuEvent> event(zuEvent::NewEvent(zuEvent::eAutomaticReset));
-  const auto start = std::chrono::steady_clock::now();
-  EXPECT_EQ(event->Wait(30).ReturnCode(), zuSynchRet::eTimedOut);
-  EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(30));
 }
 
 }  // namespace

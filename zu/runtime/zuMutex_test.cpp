@@ -3,11 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <thread>
 
-TEST(zuMutexTest, RecursiveAcquisitionNeedsEveryRelease) {
+// Another thread may not release it either.
+TEST(zuMutexTest, RecursiveAcquisitionNeedsEveryReleaseByTheOwner) {
   std::unique_ptr<zuMutex> mutex(zuMutex::NewMutex());
   ASSERT_TRUE(mutex->Valid());
-  EXPECT_FALSE(mutex->Acquired());
   EXPECT_TRUE(mutex->Acquire().Ok());
   EXPECT_TRUE(mutex->Acquire().Ok());
   EXPECT_TRUE(mutex->Release().Ok());
@@ -16,6 +17,13 @@ TEST(zuMutexTest, RecursiveAcquisitionNeedsEveryRelease) {
   const zuSynchRet extra = mutex->Release();
   EXPECT_EQ(extra.ReturnCode(), zuSynchRet::eFailed);
   EXPECT_NE(extra.OsCode(), 0u);
+
+  mutex->Acquire();
+  zuSynchRet fromOther;
+  std::thread([&] { fromOther = mutex->Release(); }).join();
+  EXPECT_EQ(fromOther.ReturnCode(), zuSynchRet::eFailed);
+  EXPECT_TRUE(mutex->Acquired());
+  mutex->Release();
 }
 
 TEST(zuMutexTest, ScopedAcquisitionAndStaticCreation) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <thread>
 
 #include "zu/testing/zuCounted.h"
 
@@ -10,6 +11,8 @@ namespace {
 
 using Counted = zu::testing::CountedTlsObject;
 
+// Objects die with their thread's anchor: at exit, at ThreadExitCleanup, or
+// when the singletons are released.
 TEST(zuTlsAnchorTest, ObjectsGetConsecutiveIndicesAndDieWithTheAnchor) {
   std::atomic<int> destroyed{0};
   zuTlsAnchor* anchor = zuTlsAnchor::GetTlsAnchor();
@@ -27,15 +30,19 @@ TEST(zuTlsAnchorTest, ObjectsGetConsecutiveIndicesAndDieWithTheAnchor) {
   EXPECT_EQ(destroyed, 2);
   zuTlsAnchor::ThreadExitCleanup();  // no anchor: nothing
   EXPECT_EQ(zuTlsAnchor::GetTlsAnchor()->Object(firstIndex), nullptr);
-}
 
-TEST(zuTlsAnchorTest, SizeAndSingletonRelease) {
-  zuTlsAnchor::SetSize(8);
-  EXPECT_EQ(zuTlsAnchor::Size(), 8u);
-  std::atomic<int> destroyed{0};
+  // Another thread has its own anchor, released when it exits.
+  zuTlsAnchor* theirs = nullptr;
+  std::thread([&] {
+    theirs = zuTlsAnchor::GetTlsAnchor();
+    theirs->RegisterTlsObject(new Counted(destroyed));
+  }).join();
+  EXPECT_NE(theirs, zuTlsAnchor::GetTlsAnchor());
+  EXPECT_EQ(destroyed, 3);
+
   zuTlsAnchor::GetTlsAnchor()->RegisterTlsObject(new Counted(destroyed));
   zuTlsAnchor::ReleaseTlsAnchorSingletons();
-  EXPECT_EQ(destroyed, 1);
+  EXPECT_EQ(destroyed, 4);
   EXPECT_NE(zuTlsAnchor::GetTlsAnchor(), nullptr);  // the slot is made again
   zuTlsAnchor::ThreadExitCleanup();
 }
