@@ -19,8 +19,7 @@ TEST(zuAngleTest, OutOfRangeThrowsAndKeepsTheAngle) {
       [](zuAngle& a) { a.ResValue(360001); }, [](zuAngle& a) { a.ResValue(0x100000000L); },
       [](zuAngle& a) { a.Degrees(-1); },      [](zuAngle& a) { a.Degrees(0x100000000L + 90); },
       [](zuAngle& a) { a.Angle(360.001); },   [nan](zuAngle& a) { a.Angle(nan); },
-      [](zuAngle& a) { a.Angle(1e300); },     [](zuAngle& a) { a = zuAngle(361); },
-      [nan](zuAngle& a) { a = zuAngle(nan); }};
+      [](zuAngle& a) { a.Angle(1e300); },     [](zuAngle& a) { a = zuAngle(361); }};
   for (const auto& failure : failures) {
     zuAngle angle(45);
     EXPECT_EQ(thrown([&] { failure(angle); }).FirstResId(), 17174) << &failure - failures;
@@ -36,8 +35,6 @@ TEST(zuAngleTest, OutOfRangeThrowsAndKeepsTheAngle) {
     EXPECT_EQ(angle.Degrees(), c.rounded) << c.degrees;
     EXPECT_DOUBLE_EQ(angle.Angle(), c.stored / 1000.0);
   }
-  EXPECT_EQ(zuAngle(360).ResValue(), 360000);
-  EXPECT_EQ(zuAngle().Resolution(), 100);
 }
 
 TEST(zuAngleTest, SumsAndDifferencesStayInRange) {

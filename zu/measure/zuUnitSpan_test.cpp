@@ -38,11 +38,9 @@ struct ReadCase {
   long value;
 };
 
-// SetFromText: a few strict readings (the strict reader has a table and a
+// SetFromText: one strict reading (the strict reader has a table and a
 // differential test of its own), then each rule of the lenient one.
 const ReadCase kReadCases[] = {
-    {"10", 0, 0, 1, 0, 10000000},
-    {"-.5mm", 255, 0, 1, 17, -12500},
     {"4", 17, 1, 1, 17, 6250},  // strict: 4 per millimetre
     {"6 picas", 255, 0, 1, 51, 72000},
     {"1 millipoints", 255, 0, 1, 35, 1},  // sixth letter p
@@ -119,13 +117,9 @@ TEST(zuUnitSpanTest, StrictReadingFollowsEachTransition) {
     EXPECT_EQ(data.value, c.value) << c.text;
   }
   zuUnitSpan::ParseData data;
-  EXPECT_EQ(zuUnitSpan::ValidatingParse(data, "-1in", zuUnitSpan::eInches, 0, 0, 1), 0);
-  EXPECT_EQ(zuUnitSpan::ValidatingParse(data, "1%", zuUnitSpan::eInches, 1, 0, 0), 0);
   for (const zuString& nul : {zuString::FromBytes("1in\0", 4), zuString::FromBytes("1\0in", 4)}) {
     EXPECT_EQ(zuUnitSpan::ValidatingParse(data, nul, zuUnitSpan::eInches, 1, 0, 0), 0);
   }
-  EXPECT_EQ(zuUnitSpan::ValidatingParse(data, "1", Unit(5), 1, 0, 0), 1);
-  EXPECT_EQ(data.unit, zuUnitSpan::eNoUnits);
   ASSERT_EQ(zuUnitSpan::ValidatingParse(data, " -12.50 percent", zuUnitSpan::eInches, 1, 1, 0), 1);
   EXPECT_EQ(data.integerPart, -12);
   EXPECT_EQ(data.fractionDigits, -50);
@@ -249,17 +243,15 @@ TEST(zuUnitSpanTest, FindsUnitsByName) {
     const char* text;
     unsigned fallback;
     unsigned expected;
-  } cases[] = {{"m", 255, 1},      {"meters", 255, 1}, {"INCHES", 255, 3}, {"t", 255, 1},
-               {"mm", 255, 17},    {"p", 255, 19},     {"pica", 255, 51},  {"MILLIP", 255, 35},
-               {", ", 255, 3},     {"", 17, 17},       {"", 255, 3},       {"furlong", 19, 19},
-               {"inches!", 255, 3}};
+  } cases[] = {{"m", 255, 1},     {"INCHES", 255, 3},  {"mm", 255, 17},    {"p", 255, 19},
+               {"pica", 255, 51}, {"MILLIP", 255, 35}, {", ", 255, 3},     {"", 17, 17},
+               {"", 255, 3},      {"furlong", 19, 19}, {"inches!", 255, 3}};
   for (const auto& c : cases) {
     EXPECT_EQ(zuUnitSpan::StringToUnit(c.text, Unit(c.fallback)), c.expected) << c.text;
   }
   zuString names;
   zuUnitSpan::UnitToString(zuUnitSpan::eMicroInches, names);  // shown in inches too
   EXPECT_EQ(str(names), "in, inches");
-  EXPECT_EQ(zuUnitSpan::UnitsPerInch(zuUnitSpan::eMillimeters), 635000);
   EXPECT_DOUBLE_EQ(zuUnitSpan::ValueToUnit(3000, zuUnitSpan::ePicas), 0.25);
 }
 
@@ -273,8 +265,6 @@ TEST(zuUnitSpanTest, ValidatesMeasurementTexts) {
                {"1...5in", 0, "1.5in"},
                {"-1in", 0, "0"},
                {"-1-in", 1, "-1in"},
-               {"5 x", 1, "5in"},
-               {" 5mm", 1, "5mm"},
                {"0/in", 1, "0/in"},
                {"99999999 zz", 1, "29826.161764in"}};
   for (const auto& c : cases) {
@@ -291,28 +281,23 @@ struct TextCase {
   const char* expected;
 };
 
-// Each unit, sign, zero and extreme; rounding at the last decimal; the
-// suffix and minimum-decimals arguments; each reciprocal form.
-const TextCase kTextCases[] = {{3, 108000, 8, 0, 0, 0, "1.5in"},
-                               {3, 0, 8, 0, 0, 0, "0in"},
-                               {3, -1, 8, 0, 0, 0, "-0.000014in"},
+// What the round trip below leaves out: tiny negatives, extremes, micro-inches
+// and no units; rounding at the last decimal; the suffix and minimum-decimals
+// arguments; each reciprocal form.
+const TextCase kTextCases[] = {{3, -1, 8, 0, 0, 0, "-0.000014in"},
                                {3, -1, 4, 0, 0, 0, "0in"},
                                {3, -kMax - 1, 8, 0, 0, 0, "-29826.161778in"},
                                {0, 1500000, 8, 0, 0, 0, "1.5in"},
                                {1, kMax, 8, 0, 0, 0, "8589.93459cm"},
-                               {17, -3, 8, 0, 0, 0, "-0.0001mm"},
                                {19, 1235, 2, 0, 0, 0, "1.24pt"},
                                {19, -1500, 0, 0, 0, 0, "-2pt"},
                                {19, 1499, 0, 0, 0, 0, "1pt"},
                                {19, 12000, 8, 0, 5, 0, "12.000pt"},
                                {19, 12050, 1, 0, 3, 0, "12.1pt"},
                                {19, 12000, 8, 1, 0, 0, "12"},
-                               {35, -kMax - 1, 8, 0, 0, 0, "-2147483648mp"},
-                               {51, 1, 8, 0, 0, 0, "0pc"},
                                {255, -42, 0, 0, 0, 1, "-42"},
                                {17, 62500, 8, 0, 0, 1, "4/cm"},
                                {19, 12000, 8, 0, 0, 1, "1/pc"},
-                               {35, 6000, 8, 0, 0, 1, "2/pc"},
                                {3, -216000, 8, 0, 0, 1, "-0.3333/in"},
                                {3, -216000, 2, 0, 0, 1, "-0.33/in"},
                                {0, 1000000, 8, 0, 0, 1, "1/in"},
@@ -451,7 +436,6 @@ TEST(zuUnitSpanTest, SnapsToGridsAndSteps) {
     long step, grid, round;
   } cases[] = {{3, -7, 3, 5, -10, -5},
                {3, 8, 3, 5, 5, 10},
-               {3, 3, 3, 4, 0, 4},
                {3, -3, 3, 4, -4, -4},
                {3, 7, 3, -5, 10, 5},
                {3, 10, 3, 5, 10, 10},
@@ -479,7 +463,6 @@ TEST(zuUnitSpanTest, ArithmeticWrapsAndDivisionChecksItsDivisor) {
   EXPECT_EQ((min - span(19, 1)).Value(), kMax);
   EXPECT_EQ((-min).Value(), -kMax - 1);
   EXPECT_EQ(min.Abs().Value(), -kMax - 1);
-  EXPECT_EQ(span(19, -5).Abs().Value(), 5);
   EXPECT_EQ((max * 2L).Value(), -2);
   EXPECT_EQ((span(3, 3) * -1.5).Value(), -5);
   EXPECT_EQ(zuUnitSpan(0.5, zuUnitSpan::ePoints).Value(), 500);
@@ -487,7 +470,6 @@ TEST(zuUnitSpanTest, ArithmeticWrapsAndDivisionChecksItsDivisor) {
   EXPECT_EQ((span(19, -7) / 2L).Value(), -3);
   zuUnitSpan value = span(19, 10);
   EXPECT_EQ(((value *= 3L) -= span(35, 5)) /= 5L, span(19, 5));
-  EXPECT_EQ(zuUnitSpan(42L).Units(), zuUnitSpan::eNoUnits);
   for (auto divide :
        {+[](zuUnitSpan& s) { (void)(s / 0L); }, +[](zuUnitSpan& s) { s /= 0x100000000L; }}) {
     zuUnitSpan kept = span(19, 9);
@@ -500,7 +482,7 @@ TEST(zuUnitSpanTest, UnknownUnitsThrowWithTheirCode) {
   const struct {
     unsigned code;
     bool converts;  // to and from unit 3
-  } cases[] = {{2, false}, {15, false}, {67, true}, {255, false}};
+  } cases[] = {{2, false}, {67, true}, {255, false}};
   for (const auto& c : cases) {
     const std::string code = std::to_string(c.code);
     const Unit unit = Unit(c.code);
