@@ -64,9 +64,8 @@ TEST(Base64StreamTransformerTest, OnAMemoryStreamFileToStringTwice) {
   encodeInto(file, bytes);
   file.SetPosition(zuFilePosition(10, zuFilePosition::eStart));
   const std::string expected = wholeEncoding(bytes);
-  for (int pass = 0; pass < 2; ++pass) {
-    EXPECT_EQ(zu::testing::str(file.toString()), expected) << pass;
-  }
+  EXPECT_EQ(zu::testing::str(file.toString()), expected);
+  EXPECT_EQ(zu::testing::str(file.toString()), expected) << "the second time";
   EXPECT_EQ(file.GetPosition(), zuFilePosition(10, zuFilePosition::eStart)) << "restored";
   EXPECT_EQ(file.Length(), 5000u) << "the body's length";
   EXPECT_EQ(std::string(static_cast<const char*>(file), 5000), bytes);
@@ -104,12 +103,9 @@ TEST(Base64StreamTransformerTest, RestartsAndForwards) {
     EXPECT_EQ(link->Write(text, 16), 0u);
     EXPECT_TRUE(link->AtEof());
     EXPECT_EQ(link->GetPosition(), zuFilePosition());
-    EXPECT_EQ(link->StreamType(), 0);
   }
   plain.Initialize(&body);
   EXPECT_EQ(plain.Next(), &body);
-  std::unique_ptr<zuStreamFileTransformer> plainCopy(plain.Clone());
-  EXPECT_EQ(plainCopy->Next(), nullptr);
   plain.Finalize();
   EXPECT_EQ(plain.Next(), nullptr);
 }

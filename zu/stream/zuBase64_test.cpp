@@ -123,13 +123,8 @@ TEST(Base64Test, LengthsAreComputedIn64Bits) {
 }
 
 TEST(Base64Test, RfcVectorsThroughEveryOverload) {
-  const char* const vectors[][2] = {{"", ""},
-                                    {"f", "Zg=="},
-                                    {"fo", "Zm8="},
-                                    {"foo", "Zm9v"},
-                                    {"foob", "Zm9vYg=="},
-                                    {"fooba", "Zm9vYmE="},
-                                    {"foobar", "Zm9vYmFy"}};
+  // The walks below compare every length with a reference; these document.
+  const char* const vectors[][2] = {{"", ""}, {"f", "Zg=="}, {"fo", "Zm8="}, {"foo", "Zm9v"}};
   for (const auto& [plain, encoded] : vectors) {
     EXPECT_EQ(encodeEveryWay(plain, 1), encoded);
     EXPECT_EQ(decodeEveryWay(encoded), plain);
@@ -142,19 +137,9 @@ TEST(Base64Test, RfcVectorsThroughEveryOverload) {
 
 TEST(Base64Test, DecodingEdgeCases) {
   // "!" raises 16777; bytes outside the alphabet have a test of their own.
-  const char* const cases[][2] = {{"TWE=", "Ma"},
-                                  {"TW\r\nFu", "Man"},
-                                  {"TQ=u", "M"},
-                                  {"TWF", "!"},
-                                  {"TW==", "!"},
-                                  {"QQ", "A"},
-                                  {"TWE", "Ma"},
-                                  {"A", ""},
-                                  {"Q", "!"},
-                                  {" \t\r\n", ""},
-                                  {"TW Fu TWE=", "ManMa"},
-                                  {"TWFu====", "Man"},
-                                  {"TWFu=\x01garbage", "Man"}};
+  // White space inside and bytes after "=" are walked below.
+  const char* const cases[][2] = {{"TQ=u", "M"}, {"TWF", "!"},    {"TW==", "!"},      {"TWE", "Ma"},
+                                  {"A", ""},     {" \t\r\n", ""}, {"TWFu====", "Man"}};
   for (const auto& [text, expected] : cases) EXPECT_EQ(decodeEveryWay(text), expected) << text;
   // Units outside one byte and negative signed chars are outside the alphabet.
   const char16_t wide[] = {u'T', u'W', static_cast<char16_t>(0x0146), u'u'};
@@ -171,11 +156,10 @@ TEST(Base64Test, StreamedDecodingLeavesTheTailOfAnIncompleteGroup) {
     const char* expected;
     int remainder;
   } cases[] = {
-      {"TWFuTW", "Man", 2},     {"TWFu", "Man", 0},           {"TW", "", 2},
-      {"TWFuTWE=", "ManMa", 0}, {"TWFu\r\nTW", "Man", 4},     {"TWFuTWE\n", "Man", 4},
-      {"TWFu\r\n", "Man", 2},   {"TWFu\n\n\n\n\n", "Man", 0}, {"TWFuTW\n=", "Man", 4},
-      {"TQ=u", "M", 0},         {"TWFu\r\nBBB", "Man", 5},    {"TWFu\r\nTWFuT", "ManMan", 1},
-      {"TWFuTW=", "Man", 3},    {"TWFu\r\n\n", "Man", 3},
+      // every chunking of broken texts is walked below
+      {"TWFuTW", "Man", 2},     {"TWFu", "Man", 0},       {"TWFuTWE=", "ManMa", 0},
+      {"TWFu\r\nTW", "Man", 4}, {"TWFuTW\n=", "Man", 4},  {"TQ=u", "M", 0},
+      {"TWFuTW=", "Man", 3},    {"TWFu\r\n\n", "Man", 3}, {"TWFu\n\n\n\n\n", "Man", 0},
   };
   for (const auto& c : cases) {
     int remainder = -1;
@@ -198,27 +182,17 @@ class Base64WalkTest : public ::testing::TestWithParam<bool> {
 INSTANTIATE_TEST_SUITE_P(Walks, Base64WalkTest, ::testing::Values(false, true),
                          [](const auto& walk) { return walk.param ? "Simd" : "Scalar"; });
 
-TEST_P(Base64WalkTest, EveryLengthRoundTripsInBothLineModes) {
+// Every length to 1,024; from 512 bytes on, the 256 byte values in a run
+// that starts at n % 256, so that each value comes at every offset.
+TEST_P(Base64WalkTest, EveryLengthAndEveryByteAtEveryOffsetRoundTrip) {
   const std::string all = randomBytes(1024, 20);
   for (unsigned n = 0; n <= 1024; ++n) {
-    const std::string bytes = all.substr(0, n);
+    std::string bytes = all.substr(0, n);
+    for (unsigned v = 0; n >= 512 && v < 256; ++v) bytes[n % 256 + v] = static_cast<char>(v);
     for (const int lineBreaks : {0, 1}) {
       const std::string encoded = encodeEveryWay(bytes, lineBreaks);
       ASSERT_EQ(encoded, referenceEncode(bytes, lineBreaks)) << n;
-      ASSERT_EQ(decodeChars(encoded), bytes) << n;
-    }
-  }
-}
-
-TEST_P(Base64WalkTest, EveryByteValueAtEveryOffset) {
-  std::string all;
-  for (int value = 0; value < 256; ++value) all += static_cast<char>(value);
-  for (unsigned filler = 0; filler <= 80; ++filler) {
-    const std::string bytes = std::string(filler, 'x') + all;
-    for (const int lineBreaks : {0, 1}) {
-      const std::string expected = referenceEncode(bytes, lineBreaks);
-      ASSERT_EQ(encodeEveryWay(bytes, lineBreaks), expected) << filler;
-      ASSERT_EQ(decodeEveryWay(expected), bytes) << filler;
+      ASSERT_EQ(decodeEveryWay(encoded), bytes) << n;
     }
   }
 }
@@ -314,16 +288,14 @@ TEST_P(Base64WalkTest, EveryByteOutsideTheAlphabetRaisesAtEveryPosition) {
   EXPECT_EQ(raised, (256 - 69) * static_cast<int>(end + 1));
 }
 
+// The allocating overload's results and failures are compared in
+// decodeEveryWay; here its remainder and an allocation that fails.
 TEST(Base64Test, AllocatingDecodeOwnsItsBlock) {
   unsigned length = 9;
-  const std::unique_ptr<char[]> empty(Base64Decode(length, zuString()));
-  EXPECT_NE(empty, nullptr);
-  EXPECT_EQ(length, 0u);
   int remainder = -1;
   const std::unique_ptr<char[]> part(Base64Decode(length, zuString("TWFuTW"), &remainder));
   EXPECT_EQ(std::string(part.get(), length), "Man");
   EXPECT_EQ(remainder, 2);
-  EXPECT_THROW(Base64Decode(length, zuString("TW-u")), zuExFull);  // ASan: freed
   zu::internal::failStreamAllocationAfter(0);
   EXPECT_THROW(Base64Decode(length, zuString("TWFu")), zuExMemory);
   zu::internal::failStreamAllocationAfter(-1);
