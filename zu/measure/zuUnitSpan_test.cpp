@@ -261,11 +261,8 @@ TEST(zuUnitSpanTest, ValidatesMeasurementTexts) {
     int allowNegative;
     const char* expected;
   } cases[] = {{"1.5 inches", 0, "1.5 inches"},  // passing texts come back as given
-               {"1..5in", 0, "1..5in"},
                {"1...5in", 0, "1.5in"},
                {"-1in", 0, "0"},
-               {"-1-in", 1, "-1in"},
-               {"0/in", 1, "0/in"},
                {"99999999 zz", 1, "29826.161764in"}};
   for (const auto& c : cases) {
     zuString text(c.text);
@@ -299,11 +296,8 @@ const TextCase kTextCases[] = {{3, -1, 8, 0, 0, 0, "-0.000014in"},
                                {17, 62500, 8, 0, 0, 1, "4/cm"},
                                {19, 12000, 8, 0, 0, 1, "1/pc"},
                                {3, -216000, 8, 0, 0, 1, "-0.3333/in"},
-                               {3, -216000, 2, 0, 0, 1, "-0.33/in"},
-                               {0, 1000000, 8, 0, 0, 1, "1/in"},
                                {3, 0, 8, 0, 0, 1, "0/in"},
                                {17, 62500, 8, 1, 0, 1, "4"},
-                               {35, 1, 8, 0, 0, 1, "12000/pc"},
                                {35, 7, 8, 0, 0, 1, "1714.3/pc"}};
 
 void expectTexts() {

@@ -2,10 +2,8 @@
 #include <stdlib.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <cstdint>
 #include <string>
-#include <thread>
 
 #include "zu/runtime/internal/zuTimingControl.h"
 #include "zu/runtime/internal/zuTraceClock.h"
@@ -148,9 +146,9 @@ TEST_F(TimingTest, ControlFileKeysAndFailures) {
   EXPECT_EQ(folder_.read("script.log"), "first\nsecond\n");
   EXPECT_NE(access(path("second.log").c_str(), F_OK), 0);
 
-  // Missing, a folder, malformed: timing on, no log, nothing thrown.
-  folder_.write("malformed", std::string("\0\xFF\xFEtiminglog\n=\n", 15));
-  for (const std::string& control : {path("no-such-file"), folder_.path(), path("malformed")}) {
+  // Missing or a folder: timing on, no log, nothing thrown. What a file's
+  // lines say is read by a parser with a test of its own.
+  for (const std::string& control : {path("no-such-file"), folder_.path()}) {
     zu::internal::rearmTimingControlForTesting();
     setenv("QTV_TRACE_CONTROL", control.c_str(), 1);
     Handler::initializeTiming();
@@ -162,16 +160,6 @@ TEST_F(TimingTest, ControlFileKeysAndFailures) {
   setenv("QTV_TRACE_CONTROL", "", 1);  // set but empty counts as unset
   Handler::initializeTiming();
   EXPECT_EQ(Handler::timingTraceEnabled(), 0);
-}
-
-TEST_F(TimingTest, RealClockCountsAtLeastTheTimeSlept) {
-  zu::internal::setTimingClockForTesting(nullptr);
-  Handler::timingTraceEnabled(1);
-  {
-    Handler::Timer timer(Handler::eMergeCalcTiming);
-    std::this_thread::sleep_for(std::chrono::milliseconds(25));
-  }
-  EXPECT_GE(Handler::getTimerMilliseconds(Handler::eMergeCalcTiming), 24);
 }
 
 }  // namespace

@@ -41,7 +41,6 @@ TEST(zuTraceHandlerTest, ActivationTextsSetLevels) {
       {"a:99999999999", "a", 0},
       {"a:4294967295", "a", 4294967295u},
       {"a:-1", "a", 0},
-      {"a:+1", "a", 0},
       {"a:007", "a", 7},
       {"\tx:1\ty:5\t", "y", 5},
       {"x:1\xE3\x80\x80y:4", "y", 4},  // U+3000

@@ -25,18 +25,14 @@ TEST(zuTraceControlTest, ReadsEachLineByItsKey) {
       {"timinglog=/tmp/crlf\r", TraceControlLine::eTimingLog, "/tmp/crlf", false},
       {"timinglog=/tmp/nul\0tail"s, TraceControlLine::eTimingLog, "/tmp/nul", false},
       {"timinglog=", TraceControlLine::eIgnored, "", false},
-      {"timinglog=  \r", TraceControlLine::eIgnored, "", false},
       {" timinglog=/tmp/t", TraceControlLine::eIgnored, "", false},  // only at the start
       {"TimingLog=/tmp/t", TraceControlLine::eIgnored, "", false},
-      {"timinglog /tmp/t", TraceControlLine::eIgnored, "", false},
       {"nonZeroOnly=0", TraceControlLine::eNonZeroOnly, "", false},
       {"nonZeroOnly= \t-0007x", TraceControlLine::eNonZeroOnly, "", true},
       {"nonZeroOnly=+0", TraceControlLine::eNonZeroOnly, "", false},
       {"nonZeroOnly=99999999999999999999", TraceControlLine::eNonZeroOnly, "", true},
-      {"nonZeroOnly=00000000000000000000", TraceControlLine::eNonZeroOnly, "", false},
       {"nonZeroOnly=", TraceControlLine::eIgnored, "", false},
       {"nonZeroOnly=x1", TraceControlLine::eIgnored, "", false},
-      {"nonZeroOnly=- 1", TraceControlLine::eIgnored, "", false},
       {"nonZeroOnly=+-1", TraceControlLine::eIgnored, "", false},
       {"", TraceControlLine::eIgnored, "", false},
   };
