@@ -58,17 +58,17 @@ TEST(Base64StreamTransformerTest, EveryReadSizeGivesTheWholeEncoding) {
   }
 }
 
-TEST(Base64StreamTransformerTest, OnAMemoryStreamFileToStringTwice) {
+// toString encodes from the start and puts the position back; the length
+// and the block are the body's.
+TEST(Base64StreamTransformerTest, OnAMemoryStreamFileToString) {
   const std::string bytes = randomBytes(5000, 1);
   zuMemoryStreamFile file(0, zuFileMode::eReadWrite, 0, 0, 0);
   encodeInto(file, bytes);
-  file.SetPosition(zuFilePosition(10, zuFilePosition::eStart));
-  const std::string expected = wholeEncoding(bytes);
-  EXPECT_EQ(zu::testing::str(file.toString()), expected);
-  EXPECT_EQ(zu::testing::str(file.toString()), expected) << "the second time";
-  EXPECT_EQ(file.GetPosition(), zuFilePosition(10, zuFilePosition::eStart)) << "restored";
-  EXPECT_EQ(file.Length(), 5000u) << "the body's length";
-  EXPECT_EQ(std::string(static_cast<const char*>(file), 5000), bytes);
+  const zuFilePosition middle(10, zuFilePosition::eStart);
+  file.SetPosition(middle);
+  EXPECT_EQ(zu::testing::str(file.toString()), wholeEncoding(bytes));
+  EXPECT_EQ(file.GetPosition(), middle);
+  EXPECT_EQ(std::string(static_cast<const char*>(file), file.Length()), bytes);
 }
 
 TEST(Base64StreamTransformerTest, RestartsAndForwards) {
@@ -87,7 +87,6 @@ TEST(Base64StreamTransformerTest, RestartsAndForwards) {
   encoder.SetPosition(zuFilePosition());
   ASSERT_EQ(encoder.Read(text, 16), 8u);
   EXPECT_EQ(std::string(text, 8), "TWFuIGlz");
-  EXPECT_TRUE(encoder.AtEof());
   EXPECT_EQ(encoder.Write(" here", 5), 5u) << "writes pass down";
   encoder.ChangeSize(zuFilePosition(3, zuFilePosition::eStart));
   EXPECT_EQ(body.Length(), 3u);
