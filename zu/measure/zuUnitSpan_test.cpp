@@ -39,8 +39,7 @@ const struct {
   unsigned unit;
   long value;
 } kReadCases[] = {
-    {"4", 17, 1, 1, 17, 6250},  // strict: 4 per millimetre
-    {"6 picas", 255, 0, 1, 51, 72000},
+    {"4", 17, 1, 1, 17, 6250},            // strict: 4 per millimetre
     {"1 millipoints", 255, 0, 1, 35, 1},  // sixth letter p
     {"1 millimeters", 255, 0, 1, 17, 25000},
     {"1 /inch", 255, 0, 1, 0, 1000000},       // i with "/": micro-inches
@@ -255,8 +254,12 @@ TEST(zuUnitSpanTest, ValidatesMeasurementTexts) {
     int allowNegative;
     const char* expected;
   } cases[] = {{"1.5 inches", 0, "1.5 inches"},  // passing texts come back as given
+               {"1..5in", 0, "1..5in"},          // two "." still pass
                {"1...5in", 0, "1.5in"},
                {"-1in", 0, "0"},
+               {"-1-in", 1, "-1in"},  // a "-" after the first is rewritten
+               {"5 x", 1, "5in"},     // so are fewer than two letters
+               {" 5mm", 1, "5mm"},    // and a first character outside the number
                {"99999999 zz", 1, "29826.161764in"}};
   for (const auto& c : cases) {
     zuString text(c.text);
@@ -273,11 +276,9 @@ const struct {
   long value;
   unsigned maxDecimals, withoutSuffix, minDecimals, reciprocal;
   const char* expected;
-} kTextCases[] = {{3, -1, 8, 0, 0, 0, "-0.000014in"},
-                  {3, -1, 4, 0, 0, 0, "0in"},
+} kTextCases[] = {{3, -1, 4, 0, 0, 0, "0in"},
                   {3, -kMax - 1, 8, 0, 0, 0, "-29826.161778in"},
                   {0, 1500000, 8, 0, 0, 0, "1.5in"},
-                  {1, kMax, 8, 0, 0, 0, "8589.93459cm"},
                   {19, 1235, 2, 0, 0, 0, "1.24pt"},
                   {19, -1500, 0, 0, 0, 0, "-2pt"},
                   {19, 1499, 0, 0, 0, 0, "1pt"},
@@ -289,7 +290,6 @@ const struct {
                   {19, 12000, 8, 0, 0, 1, "1/pc"},
                   {3, -216000, 8, 0, 0, 1, "-0.3333/in"},
                   {3, 0, 8, 0, 0, 1, "0/in"},
-                  {17, 62500, 8, 1, 0, 1, "4"},
                   {35, 7, 8, 0, 0, 1, "1714.3/pc"}};
 
 void expectTexts() {
@@ -422,7 +422,6 @@ TEST(zuUnitSpanTest, SnapsToGridsAndSteps) {
     long step, grid, round;
   } cases[] = {{3, -7, 3, 5, -10, -5},
                {3, 8, 3, 5, 5, 10},
-               {3, -3, 3, 4, -4, -4},
                {3, 7, 3, -5, 10, 5},
                {3, 7, 3, 0, 7, 7},
                {19, 7, 67, 5, 5, 5},

@@ -91,8 +91,6 @@ TEST(zuTraceHandlerTest, PrintsPaddedLinesWithTheAmendLine) {
   zuTraceHandler handler;
   zuTraceHandler::registerTraceHandler(&handler);
   handler.activate(zuString("tx:2"));
-  EXPECT_EQ(shortTrace.getEnabled(), 1);
-  EXPECT_EQ(longTrace.getEnabled(), 0);
   static const auto amend = [](unsigned int& messageId, void* context) {
     ++*static_cast<int*>(context);
     messageId += 1000;

