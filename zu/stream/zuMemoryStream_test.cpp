@@ -157,9 +157,7 @@ void checkAgainstModel(Body& body, std::string model, char** callerPointer, unsi
     ASSERT_EQ(body.GetPosition().GetOffset(), long(position));
     ASSERT_EQ(body.Length(), model.size());
     ASSERT_EQ(body.AtEof() != 0, position == model.size());
-    if (callerPointer != nullptr) {
-      ASSERT_EQ(*callerPointer, body.Data());
-    }
+    ASSERT_TRUE(callerPointer == nullptr || *callerPointer == body.Data());
   }
   ASSERT_EQ(std::string(body.Data(), body.Length()), model);
 }
