@@ -105,14 +105,12 @@ TEST_F(TimingTest, ReportsByteForByteToTheTimingLog) {
                 "timinglog=" + path("timing.log") + "\r\nscriptlog=" + path("script.log") + "\n");
   setenv("QTV_TRACE_CONTROL", path("control").c_str(), 1);
   Handler::Timer open(Handler::eOpenTiming);  // the first timing call reads the file
-  EXPECT_EQ(Handler::timingTraceEnabled(), 1);
   run(Handler::eMergeTiming, 3);
   run(Handler::eScriptsOnlyTiming, 14);
   run(Handler::eTiming5, 99);  // counted, not reported
   Handler::reportTimingResults(0);
   Handler::reportTimingResults(1);  // totals cleared afterwards, marks kept
   Handler::reportTimingResults(0);
-  EXPECT_EQ(Handler::getTimerMilliseconds(Handler::eTiming5), 0);
   const int totals[9] = {3, 0, 0, 0, 0, 0, 0, 14, 0};
   const int zero[9] = {};
   const std::string first = report(totals, false) + report(totals, false) + report(zero, false);

@@ -132,12 +132,11 @@ TEST(Base64Test, DecodingEdgeCases) {
                                   {"TW==", "!"},   {"TWE", "Ma"},      {"A", ""},
                                   {" \t\r\n", ""}, {"TWFu====", "Man"}};
   for (const auto& [text, expected] : cases) EXPECT_EQ(decodeEveryWay(text), expected) << text;
-  // Units outside one byte and negative signed chars are outside the alphabet.
+  // A unit outside one byte is outside the alphabet, whatever its low byte
+  // (negative signed chars come in the walk over every byte below).
   const char16_t wide[] = {u'T', u'W', static_cast<char16_t>(0x0146), u'u'};
-  const signed char negative[] = {'T', 'W', -58, 'u'};
   const char* const null = nullptr;  // a null input is empty
   EXPECT_EQ(decodeWith([&](char* out, unsigned& n) { Base64Decode(out, n, wide, 4); }, 4), "!");
-  EXPECT_EQ(decodeWith([&](char* out, unsigned& n) { Base64Decode(out, n, negative, 4); }, 4), "!");
   EXPECT_EQ(decodeWith([&](char* out, unsigned& n) { Base64Decode(out, n, null, 4); }, 4), "");
 }
 
