@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -54,21 +55,15 @@ TEST(Base64StreamTransformerTest, EveryReadSizeGivesTheWholeEncoding) {
       encodeInto(file, bytes);
       ASSERT_EQ(readAll(file, size), expected) << count << " bytes, reads of " << size;
       ASSERT_EQ(file.Read(&size, 1), 0u) << "nothing after the end";
+      // toString reads from the start and puts the position back; the
+      // file's length and block are the body's.
+      const zuFilePosition somewhere(std::min<std::size_t>(size, count), zuFilePosition::eStart);
+      file.SetPosition(somewhere);
+      ASSERT_EQ(zu::testing::str(file.toString()), expected);
+      ASSERT_EQ(file.GetPosition(), somewhere);
+      ASSERT_EQ(std::string(static_cast<const char*>(file), file.Length()), bytes);
     }
   }
-}
-
-// toString encodes from the start and puts the position back; the length
-// and the block are the body's.
-TEST(Base64StreamTransformerTest, OnAMemoryStreamFileToString) {
-  const std::string bytes = randomBytes(5000, 1);
-  zuMemoryStreamFile file(0, zuFileMode::eReadWrite, 0, 0, 0);
-  encodeInto(file, bytes);
-  const zuFilePosition middle(10, zuFilePosition::eStart);
-  file.SetPosition(middle);
-  EXPECT_EQ(zu::testing::str(file.toString()), wholeEncoding(bytes));
-  EXPECT_EQ(file.GetPosition(), middle);
-  EXPECT_EQ(std::string(static_cast<const char*>(file), file.Length()), bytes);
 }
 
 TEST(Base64StreamTransformerTest, RestartsAndForwards) {

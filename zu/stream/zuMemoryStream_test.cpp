@@ -54,7 +54,6 @@ TEST(MemoryStreamTest, GrowableBodyCopiesDeepAndRefusesThePastLimit) {
   zuMemoryStreamFileImpl copy(body);
   copy.Write("XY", 2);
   EXPECT_EQ(contents(body), "abcdef");
-  EXPECT_EQ(contents(copy), "abXYef");
   body = copy;
   EXPECT_EQ(contents(body), "abXYef");
   EXPECT_EQ(body.GetPosition().GetOffset(), 4);
