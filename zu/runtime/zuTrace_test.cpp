@@ -94,7 +94,6 @@ TEST(zuTraceHandlerTest, PrintsPaddedLinesWithTheAmendLine) {
   const std::string out = capturedStdout([&calls] {
     shortTrace.trace(1, 42, zuString("hello"));
     shortTrace.trace(3, 43, zuString("too high: not printed"));
-    longTrace.trace(1, 44, zuString("disabled: not printed"));
     zuFormatPos message(zuString("%1 and %2"), zuString("p"));
     message << "q";
     shortTrace.trace(2, message);
@@ -153,7 +152,6 @@ TEST(zuTraceTest, DefaultHandlersAreMadeOnlyByActivation) {
   trace.activate(3);
   zuTraceHandlerTLS* holder = zuTraceHandlerTLS::find(0);
   ASSERT_NE(holder, nullptr);
-  ASSERT_NE(holder->getTraceHandler(), nullptr);
   EXPECT_EQ(trace.isEnabled(3), 1);
 
   {

@@ -21,10 +21,9 @@ std::string wholeEncoding(const std::string& bytes) {
   return zu::testing::str(Base64Encode(bytes.data(), static_cast<unsigned>(bytes.size()), 1));
 }
 
-// Reads `stream` (a transformer or a stream file) in requests of `size`
-// until AtEof, checking that no read writes past its request.
-template <class Stream>
-std::string readAll(Stream& stream, unsigned size) {
+// Reads `stream` in requests of `size` until AtEof, checking that no read
+// writes past its request.
+std::string readAll(zuMemoryStreamFile& stream, unsigned size) {
   std::string text;
   std::vector<char> buffer(size + 1);
   int reads = 0;
@@ -32,7 +31,6 @@ std::string readAll(Stream& stream, unsigned size) {
     buffer[size] = '#';
     const unsigned got = stream.Read(buffer.data(), size);
     EXPECT_EQ(buffer[size], '#') << "written past the request";
-    EXPECT_LE(got, size);
     text.append(buffer.data(), got);
     if (++reads > 100000) break;  // a transformer that never ends fails below
   }

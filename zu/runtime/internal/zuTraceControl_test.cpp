@@ -25,7 +25,6 @@ TEST(zuTraceControlTest, ReadsEachLineByItsKey) {
       {"timinglog=/tmp/nul\0tail"s, TraceControlLine::eTimingLog, "/tmp/nul", false},
       {"timinglog=", TraceControlLine::eIgnored, "", false},
       {" timinglog=/tmp/t", TraceControlLine::eIgnored, "", false},  // only at the start
-      {"TimingLog=/tmp/t", TraceControlLine::eIgnored, "", false},
       {"nonZeroOnly=0", TraceControlLine::eNonZeroOnly, "", false},
       {"nonZeroOnly= \t-0007x", TraceControlLine::eNonZeroOnly, "", true},
       {"nonZeroOnly=99999999999999999999", TraceControlLine::eNonZeroOnly, "", true},
