@@ -2,10 +2,8 @@
 #include <stdlib.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <cstdint>
 #include <string>
-#include <thread>
 
 #include "zu/runtime/internal/zuTimingControl.h"
 #include "zu/runtime/internal/zuTraceClock.h"
@@ -64,7 +62,6 @@ std::string report(const int (&totals)[9], bool nonZeroOnly) {
 
 TEST_F(TimingTest, TimersCountExactlyOnlyWhileTimingIsOn) {
   run(Handler::eLayoutTiming, 30);  // no control file, not switched on
-  EXPECT_EQ(Handler::timingTraceEnabled(), 0);
   EXPECT_EQ(Handler::getTimerMilliseconds(Handler::eLayoutTiming), 0);
   Handler::reportTimingResults(0);  // no log: nothing written, nothing thrown
 
@@ -84,12 +81,11 @@ TEST_F(TimingTest, TimersCountExactlyOnlyWhileTimingIsOn) {
   EXPECT_EQ(Handler::getTimerMilliseconds(Handler::eLayoutTiming), 30);
   EXPECT_EQ(Handler::getTimerMilliseconds(Handler::eOpenTiming), 5);
   EXPECT_EQ(Handler::getTimerMilliseconds(Handler::eTiming20), 7);
-  EXPECT_EQ(Handler::isTimerActive(Handler::eOpenTiming), 0);
 
   const auto outside = static_cast<Handler::TimingType>(21);
   run(outside, 10);  // does nothing and reads 0
   EXPECT_EQ(Handler::getTimerMilliseconds(outside), 0);
-  EXPECT_EQ(Handler::isTimerActive(static_cast<Handler::TimingType>(-1)), 0);
+  EXPECT_EQ(Handler::isTimerActive(outside), 0);
 
   // Marks are 64-bit past 24.8 days of uptime; totals wrap at 32 bits.
   gNow = int64_t{1} << 40;
@@ -109,14 +105,12 @@ TEST_F(TimingTest, ReportsByteForByteToTheTimingLog) {
                 "timinglog=" + path("timing.log") + "\r\nscriptlog=" + path("script.log") + "\n");
   setenv("QTV_TRACE_CONTROL", path("control").c_str(), 1);
   Handler::Timer open(Handler::eOpenTiming);  // the first timing call reads the file
-  EXPECT_EQ(Handler::timingTraceEnabled(), 1);
   run(Handler::eMergeTiming, 3);
   run(Handler::eScriptsOnlyTiming, 14);
   run(Handler::eTiming5, 99);  // counted, not reported
   Handler::reportTimingResults(0);
   Handler::reportTimingResults(1);  // totals cleared afterwards, marks kept
   Handler::reportTimingResults(0);
-  EXPECT_EQ(Handler::getTimerMilliseconds(Handler::eTiming5), 0);
   const int totals[9] = {3, 0, 0, 0, 0, 0, 0, 14, 0};
   const int zero[9] = {};
   const std::string first = report(totals, false) + report(totals, false) + report(zero, false);
@@ -148,9 +142,9 @@ TEST_F(TimingTest, ControlFileKeysAndFailures) {
   EXPECT_EQ(folder_.read("script.log"), "first\nsecond\n");
   EXPECT_NE(access(path("second.log").c_str(), F_OK), 0);
 
-  // Missing, a folder, malformed: timing on, no log, nothing thrown.
-  folder_.write("malformed", std::string("\0\xFF\xFEtiminglog\n=\n", 15));
-  for (const std::string& control : {path("no-such-file"), folder_.path(), path("malformed")}) {
+  // Missing or a folder: timing on, no log, nothing thrown. What a file's
+  // lines say is read by a parser with a test of its own.
+  for (const std::string& control : {path("no-such-file"), folder_.path()}) {
     zu::internal::rearmTimingControlForTesting();
     setenv("QTV_TRACE_CONTROL", control.c_str(), 1);
     Handler::initializeTiming();
@@ -162,16 +156,6 @@ TEST_F(TimingTest, ControlFileKeysAndFailures) {
   setenv("QTV_TRACE_CONTROL", "", 1);  // set but empty counts as unset
   Handler::initializeTiming();
   EXPECT_EQ(Handler::timingTraceEnabled(), 0);
-}
-
-TEST_F(TimingTest, RealClockCountsAtLeastTheTimeSlept) {
-  zu::internal::setTimingClockForTesting(nullptr);
-  Handler::timingTraceEnabled(1);
-  {
-    Handler::Timer timer(Handler::eMergeCalcTiming);
-    std::this_thread::sleep_for(std::chrono::milliseconds(25));
-  }
-  EXPECT_GE(Handler::getTimerMilliseconds(Handler::eMergeCalcTiming), 24);
 }
 
 }  // namespace

@@ -12,35 +12,26 @@ using zu::internal::TraceControlLine;
 
 TEST(zuTraceControlTest, ReadsEachLineByItsKey) {
   using namespace std::string_literals;
-  struct Case {
+  const struct {
     std::string line;
     TraceControlLine::Kind kind;
     std::string name;
     bool nonZero;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {"timinglog=/tmp/t.log", TraceControlLine::eTimingLog, "/tmp/t.log", false},
       {"scriptlog= \t\v\f/tmp/s.log", TraceControlLine::eScriptLog, "/tmp/s.log", false},
       {"timinglog=/tmp/a b", TraceControlLine::eTimingLog, "/tmp/a", false},
       {"timinglog=/tmp/crlf\r", TraceControlLine::eTimingLog, "/tmp/crlf", false},
       {"timinglog=/tmp/nul\0tail"s, TraceControlLine::eTimingLog, "/tmp/nul", false},
       {"timinglog=", TraceControlLine::eIgnored, "", false},
-      {"timinglog=  \r", TraceControlLine::eIgnored, "", false},
       {" timinglog=/tmp/t", TraceControlLine::eIgnored, "", false},  // only at the start
-      {"TimingLog=/tmp/t", TraceControlLine::eIgnored, "", false},
-      {"timinglog /tmp/t", TraceControlLine::eIgnored, "", false},
       {"nonZeroOnly=0", TraceControlLine::eNonZeroOnly, "", false},
       {"nonZeroOnly= \t-0007x", TraceControlLine::eNonZeroOnly, "", true},
-      {"nonZeroOnly=+0", TraceControlLine::eNonZeroOnly, "", false},
       {"nonZeroOnly=99999999999999999999", TraceControlLine::eNonZeroOnly, "", true},
-      {"nonZeroOnly=00000000000000000000", TraceControlLine::eNonZeroOnly, "", false},
-      {"nonZeroOnly=", TraceControlLine::eIgnored, "", false},
       {"nonZeroOnly=x1", TraceControlLine::eIgnored, "", false},
-      {"nonZeroOnly=- 1", TraceControlLine::eIgnored, "", false},
-      {"nonZeroOnly=+-1", TraceControlLine::eIgnored, "", false},
       {"", TraceControlLine::eIgnored, "", false},
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     const TraceControlLine line = parseTraceControlLine(c.line);
     EXPECT_EQ(line.kind, c.kind) << c.line;
     EXPECT_EQ(line.name, c.name) << c.line;
@@ -59,8 +50,6 @@ TEST(zuTraceControlTest, ReadsAWholeFile) {
   EXPECT_EQ(settings.timingLogs, (std::vector<std::string>{"/first", longName, "/second"}));
   EXPECT_EQ(settings.scriptLogs, (std::vector<std::string>{"/script"}));
   EXPECT_FALSE(settings.nonZeroOnly);  // the last number read was 0
-  EXPECT_TRUE(parseTraceControl("nonZeroOnly=0\nnonZeroOnly=3").nonZeroOnly);
-  EXPECT_TRUE(parseTraceControl("").timingLogs.empty());
 }
 
 }  // namespace
