@@ -15,30 +15,13 @@
 #include "zu/core/zuUnicode.h"
 #include "zu/locale/RnData.h"
 #include "zu/locale/internal/RnRunTimeStore.h"
+#include "zu/picture/internal/RnTextLayout.h"
 #include "zu/picture/internal/RnTextPictureReader.h"
 
 namespace {
 
 using namespace zu::internal;
 using Text = std::u32string;
-
-// True when the text holds no byte above 0x7F.
-bool isAscii(const zuString& text) {
-  const char* bytes = text;
-  const std::size_t length = text.Length();
-  constexpr uint64_t kHighBits = 0x8080808080808080ull;
-  uint64_t seen = 0;
-  if (length >= 8) {
-    // Eight bytes at a time, the last word overlapping the one before.
-    for (std::size_t at = 0; at + 8 < length; at += 8) seen |= loadWord<uint64_t>(bytes + at);
-    seen |= loadWord<uint64_t>(bytes + length - 8);
-  } else if (length >= 4) {
-    seen = loadWord<uint32_t>(bytes) | loadWord<uint32_t>(bytes + length - 4);
-  } else {
-    for (std::size_t at = 0; at < length; ++at) seen |= static_cast<unsigned char>(bytes[at]);
-  }
-  return (seen & kHighBits) == 0;
-}
 
 // The code points of a UTF-8 text, read as zuString::UniChar reads them.
 void toText(const zuString& text, std::u32string& out) {
@@ -124,19 +107,9 @@ struct DecodedChars {
   unsigned count;
 };
 
-bool isSpaceLiteral(char32_t c) {
-  return c == '?' || c == '*' || c == '+';
-}
-
-// A text picture read once into its pieces.
-//
-// An ASCII picture without the characters that take a varying number of
-// text characters ("?", "*", "+") has a fixed layout: position by position,
-// the class a value character must have ('9', 'A', 'O' or 'X'; 0 for a
-// character written or matched as it stands) and the character written
-// there. A text of exactly that many ASCII characters is then parsed, and
-// a value of exactly as many ASCII characters as the symbols take is
-// formatted, in one pass over the layout; the pieces serve every other case.
+// A text picture read once into its pieces and its layout (see
+// RnTextLayout.h): a text or value the layout applies to goes through it in
+// one pass; the pieces serve every other case.
 struct TextPicture {
   bool used = false;
   std::string text;    // the picture's bytes
@@ -144,48 +117,8 @@ struct TextPicture {
   unsigned chars = 0;  // its characters
   std::vector<PicturePiece> pieces;
   bool endedInQuote = false;
-  std::string layoutClass;
-  std::string layoutChar;
-  bool parsesByLayout = false;
-  // Formatting by layout also needs the picture free of literal letters
-  // and tabs, which write nothing once the value is used up.
-  bool formatsByLayout = false;
-  unsigned valueChars = 0;  // the positions of value symbols
+  TextLayout layout;
 };
-
-// Fills the layout of a picture whose pieces are read.
-void layOut(TextPicture& picture) {
-  picture.layoutClass.clear();
-  picture.layoutChar.clear();
-  picture.valueChars = 0;
-  bool fixed = picture.ascii && !picture.endedInQuote;
-  bool letters = false;
-  for (const PicturePiece& piece : picture.pieces) {
-    const char c = static_cast<char>(piece.c);
-    switch (piece.kind) {
-      case PicturePiece::Kind::Run:
-        if (consumesValue(piece.c)) {
-          picture.layoutClass.append(piece.count, c == 'O' ? '0' : c);
-          picture.layoutChar.append(piece.count, '\0');
-          picture.valueChars += piece.count;
-        } else {
-          letters = true;
-          picture.layoutClass.append(piece.count, '\0');
-          picture.layoutChar.append(piece.count, c == 't' ? '\t' : c);
-        }
-        break;
-      case PicturePiece::Kind::Literal:
-        fixed = fixed && !isSpaceLiteral(piece.c);
-        [[fallthrough]];
-      case PicturePiece::Kind::Quoted:
-        picture.layoutClass.push_back('\0');
-        picture.layoutChar.push_back(c);
-        break;
-    }
-  }
-  picture.parsesByLayout = fixed;
-  picture.formatsByLayout = fixed && !letters;
-}
 
 // The pictures this thread read last, so that formatting or parsing many
 // values through one picture reads the picture once.
@@ -270,7 +203,7 @@ const TextPicture& readPicture(const zuString& picture, Scratch& scratch) {
   memo.nextToReplace = (memo.nextToReplace + 1) % memo.entries.size();
   entry.used = false;
   entry.text.assign(static_cast<const char*>(picture), picture.Length());
-  entry.ascii = isAscii(picture);
+  entry.ascii = isAsciiText(picture);
   Text& decoded = scratch.picture;
   toText(picture, decoded);
   entry.chars = static_cast<unsigned>(decoded.size());
@@ -280,7 +213,7 @@ const TextPicture& readPicture(const zuString& picture, Scratch& scratch) {
   PicturePiece piece;
   while (reader.next(piece)) entry.pieces.push_back(piece);
   entry.endedInQuote = reader.endedInQuote();
-  layOut(entry);
+  entry.layout = layOut(entry.pieces, entry.ascii, entry.endedInQuote);
   entry.used = true;
   return entry;
 }
@@ -289,55 +222,6 @@ const TextPicture& readPicture(const zuString& picture, Scratch& scratch) {
 inline const TextPicture& textPicture(const zuString& picture, Scratch& scratch) {
   const TextPicture& last = scratch.pictures.entries[scratch.pictures.lastUsed];
   return holds(last, picture) ? last : readPicture(picture, scratch);
-}
-
-// Whether ASCII character `c` has the class a layout position asks for;
-// `parsing` makes "X" refuse NUL, as matching does.
-bool fitsClass(char layoutClass, unsigned char c, bool parsing) {
-  switch (layoutClass) {
-    case '9':
-      return AsciiChars::isDigit(c);
-    case 'A':
-      return AsciiChars::isAlpha(c);
-    case '0':
-      return AsciiChars::isAlnum(c);
-    default:
-      return !parsing || c != 0;
-  }
-}
-
-// Formatting by layout: false when a value character has the wrong class.
-bool formatByLayout(const TextPicture& picture, const char* value, char* out) {
-  const std::size_t width = picture.layoutClass.size();
-  for (std::size_t i = 0; i < width; ++i) {
-    const char layoutClass = picture.layoutClass[i];
-    if (layoutClass == 0) {
-      out[i] = picture.layoutChar[i];
-      continue;
-    }
-    const unsigned char c = static_cast<unsigned char>(*value++);
-    if (!fitsClass(layoutClass, c, false)) return false;
-    out[i] = static_cast<char>(c);
-  }
-  return true;
-}
-
-// Parsing by layout (the text as wide as the layout): the collected
-// characters' length, or -1 when the text does not match.
-int parseByLayout(const TextPicture& picture, const char* text, char* out) {
-  const std::size_t width = picture.layoutClass.size();
-  char* collected = out;
-  for (std::size_t i = 0; i < width; ++i) {
-    const char layoutClass = picture.layoutClass[i];
-    const unsigned char c = static_cast<unsigned char>(text[i]);
-    if (layoutClass == 0) {
-      if (c != static_cast<unsigned char>(picture.layoutChar[i])) return -1;
-      continue;
-    }
-    if (!fitsClass(layoutClass, c, true)) return -1;
-    *collected++ = static_cast<char>(c);
-  }
-  return static_cast<int>(collected - out);
 }
 
 template <class Chars, class Test>
@@ -349,6 +233,10 @@ int matchClass(const Chars& text, unsigned from, unsigned to, Test test) {
 }
 
 }  // namespace
+
+zu::internal::TextLayout zu::internal::textLayoutOf(const zuString& picture) {
+  return withScratch([&](Scratch& scratch) { return textPicture(picture, scratch).layout; });
+}
 
 RnText::RnText(const zuString& value, const zuString& locale)
     : value_(value), valid_(!value.IsNull()) {
@@ -432,15 +320,16 @@ zuString RnText::formatValue(const zuString& value, const zuString& picture) {
   if (value.IsNull()) return zuString::EmptyString();
   return withScratch([&](Scratch& scratch) {
     const TextPicture& compiled = textPicture(picture, scratch);
-    if (compiled.formatsByLayout && value.Length() == compiled.valueChars && isAscii(value)) {
-      const auto width = static_cast<unsigned>(compiled.layoutClass.size());
+    const TextLayout& layout = compiled.layout;
+    if (layout.formats && value.Length() == layout.valueChars && isAsciiText(value)) {
+      const auto width = static_cast<unsigned>(layout.classes.size());
       char* buffer = scratch.room(width);
-      if (!formatByLayout(compiled, value, buffer)) return zuString::EmptyString();
+      if (!formatByLayout(layout, value, buffer)) return zuString::EmptyString();
       return zuString::FromBytes(buffer, width);
     }
     // Every picture character writes at most one character: one byte when
     // value and picture are ASCII, at most four otherwise.
-    if (compiled.ascii && isAscii(value)) {
+    if (compiled.ascii && isAsciiText(value)) {
       return formatChars(AsciiChars(value), compiled, scratch.room(compiled.chars));
     }
     toText(value, scratch.value);
@@ -521,15 +410,16 @@ bool RnText::parseText(const zuString& text, const zuString& picture, zuString& 
   if (text.IsNull()) return false;
   return withScratch([&](Scratch& scratch) {
     const TextPicture& compiled = textPicture(picture, scratch);
-    if (compiled.parsesByLayout && text.Length() == compiled.layoutClass.size() && isAscii(text)) {
+    const TextLayout& layout = compiled.layout;
+    if (layout.parses && text.Length() == layout.classes.size() && isAsciiText(text)) {
       char* buffer = scratch.room(text.Length());
-      const int collected = parseByLayout(compiled, text, buffer);
+      const int collected = parseByLayout(layout, text, buffer);
       if (collected < 0) return false;
       value = zuString::FromBytes(buffer, static_cast<unsigned>(collected));
       return true;
     }
     // Each character of the text is collected at most once.
-    if (compiled.ascii && isAscii(text)) {
+    if (compiled.ascii && isAsciiText(text)) {
       return parseChars(AsciiChars(text), compiled, scratch.room(text.Length()), value);
     }
     toText(text, scratch.value);

@@ -57,6 +57,9 @@ int formatAlternative(const zuString& value, const PreparedAlternative& prepared
     case PictureKind::kTime:
       return formatTimeBody(value, prepared.body, prepared.bodyLocale, out, 1);
     case PictureKind::kText:
+      if (const int done = formatThroughLayout(prepared.textLayout, value, out); done >= 0) {
+        return done;
+      }
       return formatTextBody(value, prepared.body, out);
     case PictureKind::kCompound:
       return zuPicture::formatCompound(value, alternative, locale, out);
@@ -84,6 +87,9 @@ int parseAlternative(const zuString& value, const PreparedAlternative& prepared,
     case PictureKind::kTime:
       return parseTimeBody(value, prepared.body, prepared.bodyLocale, out);
     case PictureKind::kText:
+      if (const int done = parseThroughLayout(prepared.textLayout, value, out); done >= 0) {
+        return done;
+      }
       return parseTextBody(value, prepared.body, out);
     case PictureKind::kCompound:
       return zuPicture::parseCompound(value, alternative, locale, out);

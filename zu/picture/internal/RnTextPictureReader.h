@@ -55,6 +55,12 @@ inline bool consumesValue(char32_t c) {
   return c != 't' && isSymbol(c);
 }
 
+// The literals that take a varying number of text characters: "?" one of
+// any, "*" and "+" a run of spaces (at least one for "+").
+inline bool isSpaceLiteral(char32_t c) {
+  return c == '?' || c == '*' || c == '+';
+}
+
 inline bool isRunChar(char32_t c, bool fullWidth) {
   if (fullWidth) c = foldFullWidth(c);
   return c < 0x80 && (kRunChars[c >> 5] >> (c & 31) & 1u) != 0;

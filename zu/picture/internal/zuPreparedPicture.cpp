@@ -116,6 +116,8 @@ void addAlternative(const zuString& text, const zuString& locale, PreparedPictur
     alternative.bodyLocale = locale;
     alternative.body = peelSubPicture(text, *word, alternative.bodyLocale);
   }
+  if (alternative.kind == PictureKind::kText)
+    alternative.textLayout = textLayoutOf(alternative.body);
   alternative.takesNull = zuPicture::isNullPicture(text) != 0;
   alternative.takesEmpty = zu::internal::isEmptyPicture(text) != 0;
   prepared.alternatives.push_back(std::move(alternative));

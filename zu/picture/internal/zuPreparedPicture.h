@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "zu/core/zuString.h"
+#include "zu/picture/internal/RnTextLayout.h"
 
 namespace zu::internal {
 
@@ -38,6 +39,9 @@ struct PreparedAlternative {
   // off (see peelSubPicture) and the locale it is read in.
   zuString body;
   zuString bodyLocale;
+  // For a text alternative: the body's layout, which most values of a
+  // fixed-width picture go through without a call into the engine.
+  TextLayout textLayout;
 };
 
 struct PreparedPicture {
