@@ -165,20 +165,17 @@ TEST_P(IconvDifferentialTest, SameBytesBothWays) {
   texts.emplace_back(repertoire.begin(), repertoire.begin() + 40);
   texts.emplace_back(repertoire.end() - 40, repertoire.end());
   std::mt19937 random(20261122);
-  std::uniform_int_distribution<size_t> pick(0, repertoire.size() - 1);
-  std::uniform_int_distribution<int> length(1, 60);
   for (int i = 0; i < 200; ++i) {
-    std::vector<unsigned int> text(static_cast<size_t>(length(random)));
-    for (unsigned int& cp : text) cp = repertoire[pick(random)];
-    texts.push_back(text);
+    for (unsigned int& cp : texts.emplace_back(1 + random() % 60)) {
+      cp = repertoire[random() % repertoire.size()];
+    }
   }
   for (const auto& codePoints : texts) {
     const std::string text = utf8Of(codePoints);
     ASSERT_TRUE(run(encode, text, theirs));
     const std::string mine = converted(legacy, utf8, text);
-    if (!encoding.encoderMayDiffer) {
-      EXPECT_EQ(mine, theirs) << encoding.ours << " encoding " << text;
-    }
+    EXPECT_TRUE(encoding.encoderMayDiffer || mine == theirs)
+        << encoding.ours << " encoding " << text;
     ASSERT_TRUE(run(decode, mine, back));
     EXPECT_EQ(back, text) << encoding.ours;
     EXPECT_EQ(converted(utf8, legacy, theirs), text) << encoding.ours << " decoding";
