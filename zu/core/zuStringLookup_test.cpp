@@ -45,12 +45,10 @@ TEST(zuStringLookupTest, ResolvedNamesAreFoundByAddress) {
 
   zuString typed(std::string("right").c_str());
   unsigned int index = 99;
-  EXPECT_EQ(lookup.findByAddress(typed, index), 0);
-  EXPECT_EQ(index, 2u);
+  EXPECT_TRUE(lookup.findByAddress(typed, index) == 0 && index == 2);
   EXPECT_EQ(lookup.resolveName(typed), 1);
   EXPECT_TRUE(typed.SharesImpl(right));
-  EXPECT_EQ(lookup.findByAddress(typed, index), 1);
-  EXPECT_EQ(index, 1u);
+  EXPECT_TRUE(lookup.findByAddress(typed, index) == 1 && index == 1);
 
   zuString literalName("left");
   EXPECT_EQ(lookup.resolveName(literalName), 1);
