@@ -17,7 +17,7 @@ std::vector<unsigned int> codePointsOf(const zuUCS4& text) {
   return std::vector<unsigned int>(data, data + text.Length());
 }
 
-TEST(zuUCS4Test, BuildsFromEverySource) {
+TEST(zuUCS4Test, BuildsFromEverySourceAndKeepsItsUTF8Current) {
   const unsigned int raw[] = {0x63, 0xE9, 0x1F600, 0, 0x78};
   EXPECT_EQ(codePointsOf(zuUCS4(raw)), (std::vector<unsigned int>{0x63, 0xE9, 0x1F600}));
   EXPECT_EQ(zuUCS4(raw, 5).Length(), 5u);  // a count takes the values as they stand
@@ -30,9 +30,8 @@ TEST(zuUCS4Test, BuildsFromEverySource) {
   grown += grown;  // appending itself while the array grows
   EXPECT_EQ(grown.Length(), 200u);
   EXPECT_EQ(static_cast<const unsigned int*>(grown)[150], 51u);
-}
 
-TEST(zuUCS4Test, CachedUTF8FollowsEveryChange) {
+  // The cached UTF-8 follows every change.
   zuUCS4 text(zuString("ab"));
   EXPECT_EQ(str(text), "ab");
   text += 0x20ACu;
