@@ -37,7 +37,7 @@ std::string utf16Bytes(const std::vector<unsigned int>& units, eEndianType type)
 // zuUnicodeIcu_test; here what only this entry point shows: the count it
 // was given bounds the read, the 5- and 6-byte over-long forms, and a failed
 // read leaves the code point as it was.
-TEST(zuUnicodeTest, UTF8DecoderAndEncoderEdges) {
+TEST(zuUnicodeTest, UTF8DecoderEncoderAndMarkEdges) {
   const std::tuple<std::string, int, unsigned int> cases[] = {
       {"\xC3\xA9zz", 2, 0xE9},  // only the first sequence is read
       {"", -1, 0},
@@ -54,23 +54,22 @@ TEST(zuUnicodeTest, UTF8DecoderAndEncoderEdges) {
   char out[4];
   EXPECT_EQ(std::string(out, zuUCStoUTF8(out, 0xDC00)), "\xED\xB0\x80");
   EXPECT_EQ(std::string(out, zuUCStoUTF8(out, 0x200041)), "A");
-}
 
-// Counting never counts a leading mark; decoding takes a lone mark as text.
-TEST(zuUnicodeTest, ByteOrderMarkNeverCountedAndSkippedWhenMoreThanThreeBytes) {
-  const std::tuple<std::string, unsigned int, std::vector<unsigned int>> cases[] = {
+  // Counting never counts a leading mark; decoding skips one only when more
+  // text follows, and takes a lone mark as text.
+  const std::tuple<std::string, unsigned int, std::vector<unsigned int>> marks[] = {
       {"\xEF\xBB\xBF", 0, {0xFEFF}},
       {"\xEF\xBB\xBFz", 1, {0x7A}},
       {"\xEF\xBB\xBF\xEF\xBB\xBF", 1, {0xFEFF}},
       {"a\xEF\xBB\xBF", 2, {0x61, 0xFEFF}},
   };
-  for (const auto& [text, counted, expected] : cases) {
+  for (const auto& [text, counted, expected] : marks) {
     SCOPED_TRACE(testing::PrintToString(text));
     const Exact buffer(text);
     EXPECT_EQ(zuUTF8strlen(buffer.get(), buffer.size), counted);
-    std::vector<unsigned int> out(8);
-    out.resize(ConvertFromUTF8(out.data(), 8, buffer.get(), buffer.size));
-    EXPECT_EQ(out, expected);
+    std::vector<unsigned int> decoded(8);
+    decoded.resize(ConvertFromUTF8(decoded.data(), 8, buffer.get(), buffer.size));
+    EXPECT_EQ(decoded, expected);
   }
   // Counting alone stops at a NUL inside an eight-byte block (writing: the
   // NUL rows of zuUnicodeIcu_test; capacity: zuUTF8toUTF16 below, which
@@ -78,19 +77,6 @@ TEST(zuUnicodeTest, ByteOrderMarkNeverCountedAndSkippedWhenMoreThanThreeBytes) {
   EXPECT_EQ(ConvertFromUTF8(nullptr, 0, "abc\0efghijklmnop", 16), 3u);
   EXPECT_EQ(zuIsUTF8("\xEF\xBB\xBF"), 1);
   EXPECT_EQ(zuIsUTF8("\xEF\xBB"), 0);
-}
-
-TEST(zuUnicodeTest, ConvertToUTF8NeverSplitsASequence) {
-  const unsigned int text[] = {0x61, 0x20AC, 0x1F600, 0x7A, 0, 0x63};
-  const std::pair<unsigned int, std::string> cases[] = {
-      {3, "a"}, {7, "a\xE2\x82\xAC"}, {100, "a\xE2\x82\xAC\xF0\x9F\x98\x80z"}};
-  for (const auto& [outBytes, expected] : cases) {
-    std::string out(outBytes + 1, '#');
-    out.resize(ConvertToUTF8(out.data(), outBytes, text, 6) + 1);
-    EXPECT_EQ(out, expected + "#") << outBytes;
-  }
-  EXPECT_EQ(ConvertToUTF8(nullptr, 0, text, 6), 9u);  // stops at the 0 code point
-  EXPECT_TRUE(zuUniCharLength(text) == 4 && zuUniCharLength(nullptr) == 0);
 }
 
 TEST(zuUnicodeTest, UTF8AndUTF16StepForwardAndBack) {
@@ -223,7 +209,19 @@ TEST(zuUnicodeTest, RoundTripsThroughEveryEncoding) {
   EXPECT_EQ(again, utf8);
 }
 
-TEST(zuUnicodeTest, HostUTF16HelpersRespectCapacityAndStopAtBadInput) {
+// No writer splits a sequence to fit its room, and each stops at bad input.
+TEST(zuUnicodeTest, WritersRespectCapacityAndStopAtBadInput) {
+  const unsigned int codePoints[] = {0x61, 0x20AC, 0x1F600, 0x7A, 0, 0x63};
+  const std::pair<unsigned int, std::string> fromCodePoints[] = {
+      {3, "a"}, {7, "a\xE2\x82\xAC"}, {100, "a\xE2\x82\xAC\xF0\x9F\x98\x80z"}};
+  for (const auto& [outBytes, utf8] : fromCodePoints) {
+    std::string written(outBytes + 1, '#');
+    written.resize(ConvertToUTF8(written.data(), outBytes, codePoints, 6) + 1);
+    EXPECT_EQ(written, utf8 + "#") << outBytes;
+  }
+  EXPECT_EQ(ConvertToUTF8(nullptr, 0, codePoints, 6), 9u);  // stops at the 0 code point
+  EXPECT_TRUE(zuUniCharLength(codePoints) == 4 && zuUniCharLength(nullptr) == 0);
+
   const std::tuple<std::string, unsigned int, std::u16string> toUtf16Cases[] = {
       {"abcdefghijk", 4, u"abcd"},
       {"a\xF0\x9F\x98\x80", 2, u"a"},    // a pair is never split
