@@ -19,7 +19,7 @@ zuFormatPos placed(const char* pattern, const std::vector<const char*>& argument
   return format;
 }
 
-TEST(zuFormatPosTest, PlaceholdersTakeArgumentsByNumber) {
+TEST(zuFormatPosTest, PlaceholdersTakeArgumentsByNumberAsParameters) {
   struct Case {
     const char* pattern;
     std::vector<const char*> arguments;
@@ -46,11 +46,9 @@ TEST(zuFormatPosTest, PlaceholdersTakeArgumentsByNumber) {
             "1 -2147483648");
   EXPECT_EQ(str(zuFormatPos(zuString("%1")) << 0.25f), "0.25000000");
   EXPECT_EQ(str(zuFormatPos(zuString("<%1>"), zuString("v"))), "<v>");
-}
 
-// Parameters are the placed texts; arguments after the text is placed, and
-// arguments without a message text, are not placed.
-TEST(zuFormatPosTest, ParametersCopiesAndIds) {
+  // Parameters are the placed texts; arguments after the text is placed, and
+  // arguments without a message text, are not placed.
   zuFormatPos format = placed("%2 %1 %3", {"first", "second"});
   ASSERT_EQ(format.GetParmCount(), 3u);
   EXPECT_EQ(str(format.GetParm(0)), "second");
