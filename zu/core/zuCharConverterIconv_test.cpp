@@ -10,6 +10,7 @@
 #include <iconv.h>
 #include <unicode/uchar.h>
 
+#include <map>
 #include <memory>
 #include <random>
 #include <set>
@@ -24,7 +25,7 @@ namespace {
 using zu::testing::converted;
 
 struct Encoding {
-  const char *ours, *iconvName;
+  std::string ours, iconvName;
   // Code points whose mapping differs between the two table versions.
   std::set<unsigned int> tableDifferences;
   // Stateful encoders may pick other (equally valid) escapes or base64
@@ -38,15 +39,12 @@ struct Encoding {
   bool glibcComposes = false;
 };
 
-// IBM's tables swap the controls 1A, 1C and 7F (the PC's display codes).
-const std::set<unsigned int> kIbmControls = {0x1A, 0x1C, 0x7F};
-
-std::set<unsigned int> withIbmControls(std::set<unsigned int> codePoints) {
-  codePoints.insert(kIbmControls.begin(), kIbmControls.end());
-  return codePoints;
-}
-
 std::vector<Encoding> encodings() {
+  // IBM's tables swap the controls 1A, 1C and 7F (the PC's display codes).
+  const auto withIbmControls = [](std::set<unsigned int> codePoints) {
+    codePoints.insert({0x1A, 0x1C, 0x7F});
+    return codePoints;
+  };
   // JIS X 0208 rows where Microsoft's mapping (ICU) and the standard's
   // (glibc) differ: cent, pound, not, double vertical line, minus.
   const std::set<unsigned int> jisVendorRows = {0xA2, 0xA3, 0xAC, 0x2016, 0x2212};
@@ -57,38 +55,30 @@ std::vector<Encoding> encodings() {
   std::set<unsigned int> korean =
       withIbmControls({0xAD, 0xB7, 0x2015, 0x223C, 0x2299, 0xFF5E});  // KS X 1001 revisions
   for (unsigned int c1 = 0x80; c1 < 0xA0; ++c1) korean.insert(c1);    // glibc passes C1 controls
-  return {
+  std::vector<Encoding> result = {
       {"Shift_JIS", "SHIFT_JIS", shiftJis},
       {"KSC_5601", "EUC-KR", korean},
       {"Big5", "BIG5", withIbmControls({0x80})},  // glibc passes byte 80 through
       {"GBK", "GBK", withIbmControls({0x20AC})},  // the euro at 80 is newer than IBM's table
       // GB18030-2005 mapped these to private use; glibc follows the 2022 edition.
       {"GB18030", "GB18030", {0x9FB4, 0x9FB7, 0x9FBA, 0xFE10, 0xFE12, 0xFE14, 0xFE16, 0xFE18}},
-      {"windows-1250", "CP1250", {}},
-      {"windows-1251", "CP1251", {}},
-      {"windows-1252", "CP1252", {}},
-      {"windows-1253", "CP1253", {}},
-      {"windows-1254", "CP1254", {}},
-      {"windows-1255", "CP1255", {}, false, true},
-      // Arabic letters Microsoft added to 1256 after IBM's table was made.
-      {"windows-1256", "CP1256", {0x679, 0x688, 0x691, 0x6A9, 0x6BA, 0x6BE, 0x6C1, 0x6D2}},
-      // Spacing accents and the Latin-1 signs of Microsoft's later 1257.
-      {"windows-1257", "CP1257", {0xA8, 0xAF, 0xB4, 0xB8, 0x2C7, 0x2D9, 0x2DB}},
-      {"windows-1258", "CP1258", {}, false, true},
-      {"ISO-8859-1", "ISO-8859-1", {}},
-      {"ISO-8859-2", "ISO-8859-2", {}},
-      {"ISO-8859-3", "ISO-8859-3", {}},
-      {"ISO-8859-4", "ISO-8859-4", {}},
-      {"ISO-8859-5", "ISO-8859-5", {}},
-      {"ISO-8859-6", "ISO-8859-6", {}},
-      {"ISO-8859-7", "ISO-8859-7", {}},
-      {"ISO-8859-8", "ISO-8859-8", {}},
-      {"ISO-8859-9", "ISO-8859-9", {}},
-      {"ISO-8859-13", "ISO-8859-13", {}},
-      {"ISO-8859-15", "ISO-8859-15", {}},
       {"ISO-2022-JP", "ISO-2022-JP", iso2022jp, true},
       {"UTF-7", "UTF-7", {}, true},
   };
+  // Arabic letters Microsoft added to 1256 after IBM's table was made;
+  // spacing accents and the Latin-1 signs of Microsoft's later 1257.
+  std::map<int, std::set<unsigned int>> windowsDifferences = {
+      {1256, {0x679, 0x688, 0x691, 0x6A9, 0x6BA, 0x6BE, 0x6C1, 0x6D2}},
+      {1257, {0xA8, 0xAF, 0xB4, 0xB8, 0x2C7, 0x2D9, 0x2DB}}};
+  for (int page = 1250; page <= 1258; ++page) {
+    result.push_back({"windows-" + std::to_string(page), "CP" + std::to_string(page),
+                      windowsDifferences[page], false, page == 1255 || page == 1258});
+  }
+  for (int part : {1, 2, 3, 4, 5, 6, 7, 8, 9, 13, 15}) {
+    const std::string name = "ISO-8859-" + std::to_string(part);
+    result.push_back({name, name, {}});
+  }
+  return result;
 }
 
 // One iconv direction; null when iconv has no such pair.
@@ -137,10 +127,10 @@ class IconvDifferentialTest : public ::testing::TestWithParam<Encoding> {};
 
 TEST_P(IconvDifferentialTest, SameBytesBothWays) {
   const Encoding& encoding = GetParam();
-  const Iconv encode = openIconv(encoding.iconvName, "UTF-8");
-  const Iconv decode = openIconv("UTF-8", encoding.iconvName);
+  const Iconv encode = openIconv(encoding.iconvName.c_str(), "UTF-8");
+  const Iconv decode = openIconv("UTF-8", encoding.iconvName.c_str());
   ASSERT_TRUE(encode && decode) << "iconv has no " << encoding.iconvName;
-  const zuGxCharConverter legacy(encoding.ours);
+  const zuGxCharConverter legacy(encoding.ours.c_str());
   const zuCharConverter& utf8 = *zuCharConverter::UTF8();
   ASSERT_NE(legacy.CodePageNum(), 0) << encoding.ours;
 
@@ -175,20 +165,17 @@ TEST_P(IconvDifferentialTest, SameBytesBothWays) {
   texts.emplace_back(repertoire.begin(), repertoire.begin() + 40);
   texts.emplace_back(repertoire.end() - 40, repertoire.end());
   std::mt19937 random(20261122);
-  std::uniform_int_distribution<size_t> pick(0, repertoire.size() - 1);
-  std::uniform_int_distribution<int> length(1, 60);
   for (int i = 0; i < 200; ++i) {
-    std::vector<unsigned int> text(static_cast<size_t>(length(random)));
-    for (unsigned int& cp : text) cp = repertoire[pick(random)];
-    texts.push_back(text);
+    for (unsigned int& cp : texts.emplace_back(1 + random() % 60)) {
+      cp = repertoire[random() % repertoire.size()];
+    }
   }
   for (const auto& codePoints : texts) {
     const std::string text = utf8Of(codePoints);
     ASSERT_TRUE(run(encode, text, theirs));
     const std::string mine = converted(legacy, utf8, text);
-    if (!encoding.encoderMayDiffer) {
-      EXPECT_EQ(mine, theirs) << encoding.ours << " encoding " << text;
-    }
+    EXPECT_TRUE(encoding.encoderMayDiffer || mine == theirs)
+        << encoding.ours << " encoding " << text;
     ASSERT_TRUE(run(decode, mine, back));
     EXPECT_EQ(back, text) << encoding.ours;
     EXPECT_EQ(converted(utf8, legacy, theirs), text) << encoding.ours << " decoding";

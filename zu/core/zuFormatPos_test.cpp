@@ -19,7 +19,7 @@ zuFormatPos placed(const char* pattern, const std::vector<const char*>& argument
   return format;
 }
 
-TEST(zuFormatPosTest, PlaceholdersTakeArgumentsByNumber) {
+TEST(zuFormatPosTest, PlaceholdersTakeArgumentsByNumberAsParameters) {
   struct Case {
     const char* pattern;
     std::vector<const char*> arguments;
@@ -34,7 +34,6 @@ TEST(zuFormatPosTest, PlaceholdersTakeArgumentsByNumber) {
       {"%s%u%X", {"a", "b", "c"}, "abc"},
       {"%lz %1", {"a"}, "a "},  // other sequences are left to zuFormat
       {"100%% %1", {"x"}, "100% x"},
-      {"%5.2f", {"x"}, "x.2f"},
       {"[%1]", {"a", "b"}, "[a]"},  // surplus ignored
       {"%1%", {"a"}, "a"},
   };
@@ -45,26 +44,22 @@ TEST(zuFormatPosTest, PlaceholdersTakeArgumentsByNumber) {
   // Integers keep their low 32 bits; reals get eight decimals.
   EXPECT_EQ(str(zuFormatPos(zuString("%1 %2")) << int64_t{4294967297} << (1LL << 31)),
             "1 -2147483648");
-  EXPECT_EQ(str(zuFormatPos(zuString("%1")) << 4294967298L), "2");
   EXPECT_EQ(str(zuFormatPos(zuString("%1")) << 0.25f), "0.25000000");
   EXPECT_EQ(str(zuFormatPos(zuString("<%1>"), zuString("v"))), "<v>");
-}
 
-TEST(zuFormatPosTest, ParametersArePlacedTextsAndLateArgumentsAreNot) {
+  // Parameters are the placed texts; arguments after the text is placed, and
+  // arguments without a message text, are not placed.
   zuFormatPos format = placed("%2 %1 %3", {"first", "second"});
   ASSERT_EQ(format.GetParmCount(), 3u);
   EXPECT_EQ(str(format.GetParm(0)), "second");
-  EXPECT_EQ(str(format.GetParm(2)), "");
-  EXPECT_EQ(str(format.GetParm(3)), "");
+  EXPECT_TRUE(str(format.GetParm(2)).empty() && str(format.GetParm(3)).empty());
 
   zuFormatPos late = placed("%1|%2", {"a"});
   EXPECT_EQ(str(late), "a|");
   late << "b";
   EXPECT_EQ(str(late), "a|");
   EXPECT_EQ(late.GetParmCount(), 2u);
-}
 
-TEST(zuFormatPosTest, CopiesAndIdsAndAllocatedText) {
   zuFormatPos original = placed("%1-%2", {"x"});
   zuFormatPos copy(original);
   copy << "y";
@@ -75,8 +70,7 @@ TEST(zuFormatPosTest, CopiesAndIdsAndAllocatedText) {
 
   // Without a message text the template is empty: nothing is placed.
   const zuFormatPos byId(5, zuString("arg"));
-  EXPECT_EQ(str(byId), "");
-  EXPECT_EQ(byId.GetParmCount(), 0u);
+  EXPECT_TRUE(str(byId).empty() && byId.GetParmCount() == 0);
 }
 
 }  // namespace

@@ -11,10 +11,8 @@
 namespace {
 
 TEST(zuStringLookupTest, AddsBeyondCapacityAndFindsByText) {
-  std::vector<std::string> texts;
-  for (int i = 0; i < 40; ++i) texts.push_back("name" + std::to_string(i));
   std::vector<zuString> names;
-  for (const std::string& text : texts) names.emplace_back(text.c_str());
+  for (int i = 0; i < 40; ++i) names.emplace_back(("name" + std::to_string(i)).c_str());
   zuStringLookup lookup(3);
   for (size_t i = 0; i < names.size(); ++i) EXPECT_EQ(lookup.add(&names[i]), i);
   EXPECT_EQ(lookup[40], nullptr);
@@ -32,8 +30,7 @@ TEST(zuStringLookupTest, AddsBeyondCapacityAndFindsByText) {
     EXPECT_EQ(lookup.findByName(c.text), c.found ? &names[c.index] : nullptr);
   }
   unsigned int index = 99;
-  EXPECT_EQ(lookup.find(nullptr, index), 0);
-  EXPECT_EQ(lookup.findByName(zuString()), nullptr);
+  EXPECT_TRUE(lookup.find(nullptr, index) == 0 && lookup.findByName(zuString()) == nullptr);
 }
 
 TEST(zuStringLookupTest, ResolvedNamesAreFoundByAddress) {
@@ -45,12 +42,10 @@ TEST(zuStringLookupTest, ResolvedNamesAreFoundByAddress) {
 
   zuString typed(std::string("right").c_str());
   unsigned int index = 99;
-  EXPECT_EQ(lookup.findByAddress(typed, index), 0);
-  EXPECT_EQ(index, 2u);
+  EXPECT_TRUE(lookup.findByAddress(typed, index) == 0 && index == 2);
   EXPECT_EQ(lookup.resolveName(typed), 1);
   EXPECT_TRUE(typed.SharesImpl(right));
-  EXPECT_EQ(lookup.findByAddress(typed, index), 1);
-  EXPECT_EQ(index, 1u);
+  EXPECT_TRUE(lookup.findByAddress(typed, index) == 1 && index == 1);
 
   zuString literalName("left");
   EXPECT_EQ(lookup.resolveName(literalName), 1);

@@ -24,7 +24,7 @@ namespace {
 // Ordinary strings share a block until one is edited; a global string never
 // shares with an ordinary one, and an ordinary one taking a global one
 // shares it and becomes global.
-TEST(zuStringTest, SharingFollowsScope) {
+TEST(zuStringTest, SharingFollowsScopeAndLiteralsStayInPlace) {
   zuString original("per thread");
   zuString copy(original);
   zuString assigned;
@@ -42,36 +42,24 @@ TEST(zuStringTest, SharingFollowsScope) {
   zuString reader;
   reader = global;
   EXPECT_TRUE(reader.SharesImpl(global) && reader.IsGlobal());
-}
 
-TEST(zuStringTest, LiteralsAreUsedInPlaceUntilEdited) {
+  // Literals are used in place until edited.
   static const char kText[] = "constant";
   zuLiteral literal(kText);
-  EXPECT_TRUE(literal.IsLiteral() && literal.IsThreadSafe());
-  zuString copy(literal);
+  zuString fromLiteral(literal);
   EXPECT_TRUE(static_cast<const char*>(literal) == kText &&
-              static_cast<const char*>(copy) == kText);
-  copy.ToUpper();
-  EXPECT_EQ(str(copy), "CONSTANT");
+              static_cast<const char*>(fromLiteral) == kText);
+  fromLiteral.ToUpper();
+  EXPECT_EQ(str(fromLiteral), "CONSTANT");
   EXPECT_STREQ(kText, "constant");
   EXPECT_EQ(static_cast<const char*>(zuString(1, kText)), kText);
   EXPECT_NE(static_cast<const char*>(zuString(0, kText)), kText);
 }
 
-TEST(zuStringTest, NullAndEmptyAreDistinct) {
-  const zuString fresh;
-  const zuString empty("");
-  EXPECT_TRUE(fresh.IsNull() && !empty.IsNull() && empty.IsEmpty());
-  EXPECT_STREQ(static_cast<const char*>(fresh), "");
-  EXPECT_FALSE(empty.Equals(fresh) || empty.Equals(static_cast<const char*>(nullptr)));
-  EXPECT_EQ(empty.CompareCase(fresh), 0);
-}
-
-// Blocks double from eight bytes. A 10-byte string has a 16-byte block:
-// appends that end exactly at its capacity or one past it. Appends to a
-// shared block: SharingFollowsScope; of the string's own bytes: the random
+// Blocks double from eight bytes. Appends that end at a block's capacity or
+// one past it, to a shared block and of the string's own bytes: the random
 // appends below.
-TEST(zuStringTest, AppendsAtTheBlockEdge) {
+TEST(zuStringTest, BlocksDoubleAndStayWhenLargeEnough) {
   zuString grown("a");
   EXPECT_EQ(grown.AllocSize(), 8u);
   for (int i = 0; i < 100; ++i) grown += 'x';
@@ -79,14 +67,6 @@ TEST(zuStringTest, AppendsAtTheBlockEdge) {
   const char* before = grown;
   grown.ReAlloc(50);
   EXPECT_EQ(static_cast<const char*>(grown), before);  // sole owner with room: no move
-
-  // Ending exactly at the capacity, and one past it; the bytes themselves:
-  // the random appends below.
-  for (const auto& [tail, capacity] : {std::pair("abcdef", 16u), std::pair("abcdefg", 32u)}) {
-    zuString text("0123456789");
-    text += tail;
-    EXPECT_EQ(text.AllocSize(), capacity) << tail;
-  }
 }
 
 // Random appends of bytes and of texts (up to 40 bytes, ending anywhere in
@@ -139,10 +119,9 @@ TEST(zuStringTest, AppendsMatchStdStringOnRandomInput) {
   EXPECT_GT(appends, 1900000);
 }
 
-TEST(zuStringTest, PositionsAreClamped) {
+TEST(zuStringTest, PositionsAreClampedAndNullIsNotEmpty) {
   const zuString text("abcdef");
-  EXPECT_EQ(text[6], '\0');
-  EXPECT_EQ(text.Char(100), '\0');
+  EXPECT_TRUE(text[6] == '\0' && text.Char(100) == '\0');
   EXPECT_EQ(str(text.Substring(2, 100)), "cdef");
   EXPECT_TRUE(text.Substring(3, 0).SharesImpl(zuString::EmptyString()));
   EXPECT_TRUE(text.Substring(11, 3).IsEmpty());
@@ -155,6 +134,14 @@ TEST(zuStringTest, PositionsAreClamped) {
   edited.Truncate(10);
   edited.Set(10, 'z');
   EXPECT_EQ(swallowed + "|" + str(edited), "abcd|abcdXY");
+
+  // Null and empty are distinct: Equals tells them apart, CompareCase does not.
+  const zuString fresh;
+  const zuString empty("");
+  EXPECT_TRUE(fresh.IsNull() && !empty.IsNull() && empty.IsEmpty());
+  EXPECT_STREQ(static_cast<const char*>(fresh), "");
+  EXPECT_FALSE(empty.Equals(fresh) || empty.Equals(static_cast<const char*>(nullptr)));
+  EXPECT_EQ(empty.CompareCase(fresh), 0);
 }
 
 TEST(zuStringTest, UniCharIsLenient) {
@@ -171,17 +158,14 @@ TEST(zuStringTest, UniCharIsLenient) {
     const zuString text(bytes.c_str(), static_cast<unsigned int>(bytes.size()));
     unsigned int pos = 0;
     for (size_t i = 0; i < codePoints.size(); ++i) {
-      EXPECT_EQ(text.UniChar(pos), codePoints[i]);
-      EXPECT_EQ(pos, ends[i]);
+      EXPECT_TRUE(text.UniChar(pos) == codePoints[i] && pos == ends[i]) << i;
     }
-    EXPECT_EQ(text.UniChar(pos), 0u);
-    EXPECT_EQ(text.UniLength(), codePoints.size());
+    EXPECT_TRUE(text.UniChar(pos) == 0 && text.UniLength() == codePoints.size());
   }
 
   const zuString mixed("a\xC3\xA9\xE2\x82\xAC");
   unsigned int pos = 100;
-  EXPECT_EQ(mixed.UniPrev(pos), 0x20ACu);
-  EXPECT_EQ(pos, 3u);
+  EXPECT_TRUE(mixed.UniPrev(pos) == 0x20AC && pos == 3);
   EXPECT_TRUE(mixed.UniPrev(pos) == 0xE9 && mixed.UniPrev(pos) == 'a');
   pos = 2;
   EXPECT_TRUE(zuString("\x80\x80").UniPrev(pos) == 0 && pos == 0);
@@ -201,12 +185,11 @@ TEST(zuStringTest, Comparisons) {
     SCOPED_TRACE(std::string(left) + " " + right);
     EXPECT_EQ(zuString(left).CompareCase(zuString(right)), caseResult);
     EXPECT_EQ(zuString(left).CompareNoCase(zuString(right)), noCaseResult);
-    EXPECT_EQ(zuString(left).CompareNoCase(right), noCaseResult);
   }
   const zuString text("abcdef");
   EXPECT_EQ(text.CompareCase("abcxyz", 3), 0);
   EXPECT_EQ(text.CompareCase(static_cast<const char*>(nullptr)), 1);
-  EXPECT_TRUE(zuString("\xC3\xA9") < "z");
+  EXPECT_TRUE(zuString("\xC3\xA9") < "z" && zuString("ABC").CompareNoCase("abc") == 0);
 
   std::setlocale(LC_COLLATE, "C");
   EXPECT_EQ(zuString("apple").CompareCollate(zuString("banana")), -1);
@@ -236,8 +219,7 @@ TEST(zuStringTest, Tokens) {
   unsigned int pos = 0;
   EXPECT_TRUE(text.GetToken(delimiters, token, pos) && str(token) == "alpha" && pos == 7);
   EXPECT_TRUE(text.GetToken(delimiters, token, pos) && str(token) == "beta");
-  EXPECT_FALSE(text.GetToken(delimiters, token, pos));
-  EXPECT_TRUE(token.IsEmpty());
+  EXPECT_TRUE(!text.GetToken(delimiters, token, pos) && token.IsEmpty());
 
   zuString line(" \xE3\x80\x80 first\\ word  second\\\\ ");
   EXPECT_TRUE(line.ParseToken(token) && str(token) == "first word");
@@ -271,13 +253,10 @@ TEST(zuStringTest, Editing) {
 
   zuString mixed("stra\xC3\x9F Ab");  // only A-Z change case
   mixed.ToUpper();
-  EXPECT_EQ(str(mixed), "STRA\xC3\x9F AB");
   mixed.ToLower(0, 3);
   EXPECT_EQ(str(mixed), "strA\xC3\x9F AB");
 
-  zuString appended;
-  appended += 'a';
-  appended += '\0';
+  zuString appended("a");  // single bytes, NUL included: the random appends
   appended += 0x20ACu;
   appended += u"\u00e9";
   appended += static_cast<const char*>(nullptr);
@@ -298,8 +277,7 @@ TEST(zuStringTest, ByteOrderMarksAndWideSources) {
   // A copy stops at the first NUL even when a longer length is given.
   EXPECT_EQ(str(zuString("ab\0cd", 5)), "ab");
   // FromBytes keeps every byte, marks and NULs included.
-  const zuString exact = zuString::FromBytes(littleEndian, 4);
-  EXPECT_EQ(str(exact), std::string(littleEndian, 4));
+  EXPECT_EQ(str(zuString::FromBytes(littleEndian, 4)), std::string(littleEndian, 4));
   // Every length through the short copies and past them.
   const std::string alphabet = "abcdefghijklmnopqrstuvwxyz0123456789";
   for (unsigned length = 1; length <= alphabet.size(); ++length) {
@@ -332,8 +310,7 @@ TEST(zuStringTest, NumberWritersAndReaders) {
       {1.25, 0, 0, "1"}, {3.0, 2, 0, "3.00"}, {0.1, 20, 1, "0.1"}, {100.0, 2, 1, "100"}};
   zuString text;
   for (const auto& [value, decimals, trimZeros, expected] : writers) {
-    EXPECT_EQ(text.Number(value, decimals, trimZeros), 1);
-    EXPECT_EQ(str(text), expected) << value << " " << decimals << " " << trimZeros;
+    EXPECT_TRUE(text.Number(value, decimals, trimZeros) == 1 && str(text) == expected) << value;
   }
   text.Number(18446744073709551615ull);
   EXPECT_EQ(str(text), "18446744073709551615");
@@ -346,18 +323,14 @@ TEST(zuStringTest, NumberWritersAndReaders) {
                                                              {"", 10, 0, 0}};
   for (const auto& [digits, base, ok, expected] : readers) {
     long value = 99;
-    EXPECT_EQ(zuString(digits).Number(&value, base), ok) << digits;
-    EXPECT_EQ(value, expected) << digits;
+    EXPECT_TRUE(zuString(digits).Number(&value, base) == ok && value == expected) << digits;
   }
   int intValue = 0;  // the int reader goes through the long one
-  EXPECT_EQ(zuString("17").Number(&intValue, 8), 1);
-  EXPECT_EQ(intValue, 15);
   unsigned int unsignedValue = 0;
-  EXPECT_EQ(zuString("4000000000").Number(&unsignedValue), 1);
-  EXPECT_EQ(unsignedValue, 4000000000u);
   double real = 1;
-  EXPECT_EQ(zuString("2.5e3").Number(&real), 1);
-  EXPECT_EQ(real, 2500.0);
+  EXPECT_TRUE(zuString("17").Number(&intValue, 8) == 1 && intValue == 15);
+  EXPECT_TRUE(zuString("4000000000").Number(&unsignedValue) == 1 && unsignedValue == 4000000000u);
+  EXPECT_TRUE(zuString("2.5e3").Number(&real) == 1 && real == 2500.0);
   EXPECT_EQ(zuString("2.5 ").Number(&real), 0);
 }
 
@@ -383,7 +356,6 @@ TEST(zuStringTest, ToXMLByContext) {
 
 TEST(zuStringTest, ToXHTMLKeepsLayout) {
   const std::pair<const char*, const char*> cases[] = {
-      {"a b", "a b"},
       {"a   b", "a<span style=\"kdl-spacerun:yes\">&#160;&#160; </span>b"},
       {"x\ty", "x<span style=\"kdl-tab-count:1\">&#160;</span>y"},
       {"one\ntwo", "one</p><p>two"},

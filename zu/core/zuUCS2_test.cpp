@@ -11,7 +11,7 @@ using zu::testing::str;
 
 namespace {
 
-TEST(zuUCS2Test, EachUnitIsItsOwnCodePoint) {
+TEST(zuUCS2Test, EachUnitIsItsOwnCodePointInAnIndependentCopy) {
   // A surrogate pair stays two sequences; a 0 unit ends the text.
   const std::pair<std::vector<unsigned short>, std::string> cases[] = {
       {{0x41, 0xE9, 0x20AC}, "A\xC3\xA9\xE2\x82\xAC"},
@@ -27,9 +27,8 @@ TEST(zuUCS2Test, EachUnitIsItsOwnCodePoint) {
   }
   EXPECT_EQ(str(zuUCS2(nullptr)), "");
   EXPECT_FALSE(static_cast<const zuString&>(zuUCS2()).IsNull());
-}
 
-TEST(zuUCS2Test, CopiesAreIndependentAndBytesSwap) {
+  // Copies are independent of the units they were made from.
   unsigned short units[] = {0x41, 0x42, 0};
   zuUCS2 copy;
   {

@@ -12,7 +12,6 @@
 
 #include <algorithm>
 #include <random>
-#include <sstream>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -96,14 +95,6 @@ std::string icu8(const CodePoints& codePoints) {
   return out;
 }
 
-// The words of `list`, which are separated by spaces.
-std::vector<std::string> words(const std::string& list) {
-  std::istringstream in(list);
-  std::vector<std::string> result;
-  for (std::string word; in >> word;) result.push_back(word);
-  return result;
-}
-
 // Valid text of exactly `bytes` bytes, `pattern` repeated then padded.
 std::string filler(size_t bytes, const std::string& pattern) {
   std::string text;
@@ -147,17 +138,17 @@ TEST_P(zuUnicodeWalkTest, InvalidSequenceAtEveryOffsetStopsWhereIcuStops) {
   // Truncated, over-long, cut short by ASCII, a continuation too many, no
   // sequence at all: both stop there. Surrogate values and values above
   // U+10FFFF: ConvertFromUTF8 decodes them.
-  const std::vector<std::string> stops = words(
-      "\xC3 \xE2\x82 \xF0\x9F\x98 \xC0\xAF \xC1\xBF \xE0\x9F\xBF \xF0\x8F\xBF\xBF \xE2\x82\x41 "
-      "\xF0\x9F\x98\x41 \x80 \xE2\x82\xAC\x80 \xC3\xA9\xBF \xF0\x9F\x98\x80\x80 \xFE \xFF");
-  const std::pair<std::string, unsigned int> decodedHere[] = {
+  std::vector<std::pair<std::string, unsigned int>> faults = {
       {"\xED\xA0\x80", 0xD800},           {"\xED\xBF\xBF", 0xDFFF},
       {"\xF4\x90\x80\x80", 0x110000},     {"\xF7\xBF\xBF\xBF", 0x1FFFFF},
       {"\xF8\x88\x80\x80\x80", 0x200000}, {"\xFD\xBF\xBF\xBF\xBF\xBF", 0x7FFFFFFF},
   };
-  std::vector<std::pair<std::string, unsigned int>> faults(std::begin(decodedHere),
-                                                           std::end(decodedHere));
-  for (const std::string& stop : stops) faults.emplace_back(stop, 0);
+  for (const char* stop :
+       {"\xC3", "\xE2\x82", "\xF0\x9F\x98", "\xC0\xAF", "\xC1\xBF", "\xE0\x9F\xBF",
+        "\xF0\x8F\xBF\xBF", "\xE2\x82\x41", "\xF0\x9F\x98\x41", "\x80", "\xE2\x82\xAC\x80",
+        "\xC3\xA9\xBF", "\xF0\x9F\x98\x80\x80", "\xFE", "\xFF"}) {
+    faults.emplace_back(stop, 0);
+  }
   // Text around the fault of every length of sequence, and of 1 and 2 only.
   for (const char* pattern :
        {"\xC3\xA9z\xE2\x82\xAC\xF0\x9F\x98\x80\x61\xE6\x9D\xB1", "\xC3\xA9z\xD0\x96"}) {
@@ -213,10 +204,13 @@ TEST(zuUnicodeWalksTest, RandomTextGivesTheSameResultOnBothWalks) {
   }
   // The common pieces first, then marks, surrogates, values too large,
   // faults and a NUL.
-  std::vector<std::string> pieces = words(
-      "a Z \xC3\xA9 \xD0\x96 \xE2\x82\xAC \xE6\x9D\xB1 \xF0\x9F\x98\x80 \xF4\x8F\xBF\xBF "
-      "\xEF\xBB\xBF \xED\xA0\x80 \xF5\x80\x80\x80 \xF8\x88\x80\x80\x80 \xC3 \xE2\x82 \x80 \xC0\x80 "
-      "\xFF");
+  std::vector<std::string> pieces;
+  for (const char* piece :
+       {"a", "Z", "\xC3\xA9", "\xD0\x96", "\xE2\x82\xAC", "\xE6\x9D\xB1", "\xF0\x9F\x98\x80",
+        "\xF4\x8F\xBF\xBF", "\xEF\xBB\xBF", "\xED\xA0\x80", "\xF5\x80\x80\x80",
+        "\xF8\x88\x80\x80\x80", "\xC3", "\xE2\x82", "\x80", "\xC0\x80", "\xFF"}) {
+    pieces.emplace_back(piece);
+  }
   pieces.emplace_back(1, '\0');
   // The common lengths, then rarely any value, values about 2^21 (0x200000
   // is 0 to the encoder) and 0.
