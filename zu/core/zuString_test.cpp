@@ -73,6 +73,13 @@ TEST(zuStringTest, BlocksDoubleAndStayWhenLargeEnough) {
 // the last bytes of a page whose next page is unreadable, or taken from the
 // string itself), to ordinary, literal, shared and global strings, give what
 // std::string gives: about two million appends.
+// Appends a literal to both: its length is known where it is appended.
+template <std::size_t N>
+void appendLiteral(zuString& text, std::string& model, const char (&literal)[N]) {
+  text += literal;
+  model += literal;
+}
+
 TEST(zuStringTest, AppendsMatchStdStringOnRandomInput) {
   constexpr std::size_t kPage = 4096;
   void* area = mmap(nullptr, 2 * kPage, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
@@ -91,7 +98,7 @@ TEST(zuStringTest, AppendsMatchStdStringOnRandomInput) {
     std::string model = str(*text);
     zuString sharer;
     for (int step = random() % 200; step > 0; --step, ++appends) {
-      const unsigned int kind = random() % 8;
+      const unsigned int kind = random() % 9;
       if (kind < 3) {
         const char byte = kind == 0 && random() % 8 == 0 ? '\0' : someByte();
         *text += byte;
@@ -103,6 +110,12 @@ TEST(zuStringTest, AppendsMatchStdStringOnRandomInput) {
         source[length] = '\0';
         *text += static_cast<const char*>(source);
         model += source;
+      } else if (kind == 8) {
+        const unsigned int which = random() % 4;
+        if (which == 0) appendLiteral(*text, model, "");
+        if (which == 1) appendLiteral(*text, model, "q");
+        if (which == 2) appendLiteral(*text, model, "seven!!");
+        if (which == 3) appendLiteral(*text, model, "eight...");
       } else if (random() % 2 == 0) {
         sharer = *text;  // the next edit copies the block
       } else {
