@@ -34,18 +34,18 @@ TEST(zuPictureGrammarTest, AlternativesSplitOutsideQuotesOnly) {
 }
 
 TEST(zuPictureGrammarTest, EscapesAndLegacyQuotes) {
-  const char* escapes[][2] = {
-      {"x\\u00e9y", "x\xC3\xA9y"},
-      {"\\u00G1", "\\u00G1"},  // not four hex digits: kept as written
-      {"\\\\u0041", "\\A"},
+  struct Case {
+    zuString (*rewrite)(const zuString&);
+    const char *picture, *expected;
+  } const cases[] = {
+      {zu::internal::interpret, "x\\u00e9y", "x\xC3\xA9y"},
+      {zu::internal::interpret, "\\u00G1", "\\u00G1"},  // not four hex digits: kept as written
+      {zu::internal::interpret, "\\\\u0041", "\\A"},
+      {zuPicture::Ox42ToKDL, "\"it's\"", "'it''s'"},
+      {zuPicture::Ox42ToKDL, "'say \"hi\"'", "'say \"\"hi\"\"'"},
+      {zuPicture::Ox42ToKDL, "99\"-\"99", "99'-'99"},
   };
-  for (const auto& e : escapes) EXPECT_EQ(str(zu::internal::interpret(e[0])), e[1]) << e[0];
-  const char* legacy[][2] = {
-      {"\"it's\"", "'it''s'"},
-      {"'say \"hi\"'", "'say \"\"hi\"\"'"},
-      {"99\"-\"99", "99'-'99"},
-  };
-  for (const auto& l : legacy) EXPECT_EQ(str(zuPicture::Ox42ToKDL(l[0])), l[1]) << l[0];
+  for (const Case& c : cases) EXPECT_EQ(str(c.rewrite(c.picture)), c.expected) << c.picture;
 }
 
 // What each reader of the grammar finds at a position, as text; "(none)"
@@ -121,17 +121,6 @@ TEST(zuPictureGrammarTest, StylesTakeTheLocalePatterns) {
   ASSERT_TRUE(zuPicture::hasSubPicture("datetime.medium(fr_FR){}", 0, category, locale, body));
   EXPECT_EQ(str(body).find("(fr_FR)"), std::string::npos) << str(body);
   EXPECT_FALSE(zuPicture::isSubPicture("num.short{}", 0, category, locale, body));
-}
-
-// The filler digits ("0" and "9", not "1") are the sub-picture finder's
-// rows above.
-TEST(zuPictureGrammarTest, CharacterClasses) {
-  EXPECT_TRUE(zu::internal::isCharLiteral('$') && zu::internal::isCharLiteral('"'));
-  EXPECT_FALSE(zu::internal::isCharLiteral('|') || zu::internal::isCharLiteral('{'));
-  EXPECT_TRUE(zu::internal::isCharAlphabetic(0xE9) && zu::internal::isCharAlphabetic('q'));
-  EXPECT_FALSE(zu::internal::isCharAlphabetic('9'));
-  EXPECT_TRUE(zu::internal::isCharQuote('\''));
-  EXPECT_FALSE(zu::internal::isCharQuote('"'));
 }
 
 }  // namespace
