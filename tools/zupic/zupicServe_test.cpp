@@ -48,10 +48,7 @@ struct Process {
     output = fdopen(out[0], "r");
   }
   ~Process() {
-    if (!ended) {
-      kill(pid, SIGKILL);
-      waitpid(pid, nullptr, 0);
-    }
+    if (!ended) wait(SIGKILL);
     std::fclose(output);
   }
 
@@ -309,10 +306,8 @@ TEST(ServeLifeTest, StopsCleanlyOnSigintAndSigterm) {
 }
 
 TEST(ServeLifeTest, UsageErrors) {
-  const std::pair<std::vector<std::string>, int> cases[] = {{{"serve", "--port"}, 2},
-                                                            {{"serve", "--port", "65536"}, 2},
-                                                            {{"serve", "--colour"}, 2},
-                                                            {{"serve", "--help"}, 0}};
+  const std::pair<std::vector<std::string>, int> cases[] = {
+      {{"serve", "--port", "65536"}, 2}, {{"serve", "--colour"}, 2}, {{"serve", "--help"}, 0}};
   for (const auto& [command, status] : cases) {
     const auto [text, got] = run(command);
     EXPECT_EQ(got, status) << command.back();

@@ -46,12 +46,10 @@ TEST(RnDataTest, UnknownLocaleAndBadIndexesFallBackQuietly) {
 TEST(RnDataTest, UsEnglishOverridesOnlyItsCurrency) {
   const RnData us("en_US");
   const RnData root("root");
-  EXPECT_EQ(str(us.getCurrencySymbol()), "$");
-  EXPECT_EQ(str(us.getNumericFormat(RnData::CURRENCY)), "$z,zz9.99|($z,zz9.99)");
+  EXPECT_EQ(str(us.getCurrencySymbol()), "$");  // its pattern is a row of the table below
   for (int style = RnData::SHORT_FMT; style <= RnData::FULL_FMT; ++style) {
     EXPECT_EQ(str(us.getDateFormat(style)), str(root.getDateFormat(style)));
   }
-  EXPECT_EQ(str(root.getNumericFormat(RnData::CURRENCY)), "s$ z,zz9.99");
 }
 
 TEST(RnDataTest, LocalPatternsUseTheLocaleAlphabet) {
