@@ -19,16 +19,7 @@ namespace {
 
 constexpr int kUntouched = -7;
 
-// Dates and times are shown in local time: the cases are written for UTC.
-class zuPictureTest : public ::testing::Test {
- protected:
-  static void SetUpTestSuite() {
-    setenv("TZ", "UTC", 1);
-    tzset();
-  }
-};
-
-TEST_F(zuPictureTest, StatusFollowsTheValueKindAndTheEarlyExits) {
+TEST(zuPictureTest, StatusFollowsTheValueKindAndTheEarlyExits) {
   struct Case {
     const char* value;  // null: the null value
     const char *picture, *expected;
@@ -62,7 +53,7 @@ TEST_F(zuPictureTest, StatusFollowsTheValueKindAndTheEarlyExits) {
 // qualifiers, compound date-times, null and zero, styles. Each engine is
 // reached through the dispatcher, both ways and with exact answers, by the
 // allocation test's cases; the engines' own tests cover their symbols.
-TEST_F(zuPictureTest, FormatsAndParsesThroughEveryCategory) {
+TEST(zuPictureTest, FormatsAndParsesThroughEveryCategory) {
   struct Case {
     bool parse;
     const char *locale, *picture, *input;
@@ -95,7 +86,7 @@ TEST_F(zuPictureTest, FormatsAndParsesThroughEveryCategory) {
 
 // The number, text, date and time tests share one reader with their own
 // symbols: a wrapped body once, then each category's symbols bare.
-TEST_F(zuPictureTest, ClassifiesPictures) {
+TEST(zuPictureTest, ClassifiesPictures) {
   constexpr int kNum = 1, kText = 2, kDate = 4, kTime = 8, kNull = 16, kZero = 32, kDateTime = 64,
                 kCompound = 128, kEmpty = 256;
   struct Case {
@@ -137,7 +128,7 @@ TEST_F(zuPictureTest, ClassifiesPictures) {
   EXPECT_EQ(str(time), "time{HH}");
 }
 
-TEST_F(zuPictureTest, ValidityRules) {
+TEST(zuPictureTest, ValidityRules) {
   struct Case {
     int (*test)(const zuString&);
     const char* picture;
@@ -161,7 +152,7 @@ TEST_F(zuPictureTest, ValidityRules) {
 
 // The built-in locales' patterns are pictures like any other: each passes
 // the validity check of its category.
-TEST_F(zuPictureTest, EveryLocalePatternIsValid) {
+TEST(zuPictureTest, EveryLocalePatternIsValid) {
   zuStorage<zuString> names;
   RnData::getLocaleNames(names);
   ASSERT_GT(names.GetSize(), 100u);
@@ -185,7 +176,7 @@ TEST_F(zuPictureTest, EveryLocalePatternIsValid) {
   }
 }
 
-TEST_F(zuPictureTest, CompoundPicturesRaiseTheirMessage) {
+TEST(zuPictureTest, CompoundPicturesRaiseTheirMessage) {
   zuExFull errors[] = {thrown([] { zuPicture::format("123", "num{99}|num{9} text{X}", "en_US"); }),
                        thrown([] { zuPicture::parse("5 x", "num{9} text{X}", "en_US"); })};
   const char* names[] = {"zuPicture::formatCompound", "zuPicture::parseCompound"};
@@ -196,7 +187,9 @@ TEST_F(zuPictureTest, CompoundPicturesRaiseTheirMessage) {
   }
 }
 
-TEST_F(zuPictureTest, ObjectUsesItsLocaleAndFormatNewMovesTheDate) {
+TEST(zuPictureTest, ObjectUsesItsLocaleAndFormatNewMovesTheDate) {
+  setenv("TZ", "UTC", 1);  // dates and times are shown in local time
+  tzset();
   const zuPicture german("de_DE");
   int status = kUntouched;
   EXPECT_EQ(str(german.format("1234.5", "num{z,zz9.99}", &status, 0)), "1.234,50");
