@@ -27,41 +27,35 @@ using Json = nlohmann::json;
 
 std::string gZupic;  // the zupic under test, from the command line
 
-// A child process running `arguments` (a path and its arguments), its
-// standard output read through line() and rest(); standard error is
-// dropped. Killed at destruction if it still runs.
-class Process {
- public:
-  explicit Process(const std::vector<std::string>& arguments) {
+// `zupic` with `arguments` as a child process, its standard output read
+// through line() and rest(); standard error is dropped. Killed at
+// destruction if it still runs.
+struct Process {
+  explicit Process(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), gZupic);
     int out[2];
-    if (pipe(out) != 0) return;
-    pid_ = fork();
-    if (pid_ == 0) {
+    EXPECT_EQ(pipe2(out, O_CLOEXEC), 0);  // dup2 below clears the flag on 1 and 2
+    if ((pid = fork()) == 0) {
       dup2(out[1], STDOUT_FILENO);
       dup2(open("/dev/null", O_WRONLY), STDERR_FILENO);
-      close(out[0]);
-      close(out[1]);
       std::vector<char*> argv;
-      for (const std::string& word : arguments) argv.push_back(const_cast<char*>(word.c_str()));
+      for (std::string& word : arguments) argv.push_back(word.data());
       argv.push_back(nullptr);
       execv(argv[0], argv.data());
       _exit(127);
     }
     close(out[1]);
-    output_ = fdopen(out[0], "r");
+    output = fdopen(out[0], "r");
   }
   ~Process() {
-    if (pid_ > 0 && !ended_) {
-      kill(pid_, SIGKILL);
-      waitpid(pid_, nullptr, 0);
-    }
-    if (output_ != nullptr) std::fclose(output_);
+    if (!ended) wait(SIGKILL);
+    std::fclose(output);
   }
 
   // The next line of standard output ("" at its end), or all the rest.
   std::string line() {
     char buffer[256] = {};
-    return output_ != nullptr && std::fgets(buffer, sizeof buffer, output_) ? buffer : "";
+    return std::fgets(buffer, sizeof buffer, output) ? buffer : "";
   }
   std::string rest() {
     std::string text, more;
@@ -69,97 +63,73 @@ class Process {
     return text;
   }
 
-  // Sends `signal` (none for 0) and waits up to five seconds for the exit;
-  // the exit status, or -1 when the process did not end in time or did not
-  // exit normally.
+  // Sends `signal` (0 sends none) and waits up to five seconds for the
+  // exit: its status, or -1 when it did not end in time or normally.
   int wait(int signal = 0) {
-    if (signal != 0) kill(pid_, signal);
-    for (int i = 0; i < 500; ++i) {
-      int raw = 0;
-      if (waitpid(pid_, &raw, WNOHANG) == pid_) {
-        ended_ = true;
-        return WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-      }
-      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    kill(pid, signal);
+    int raw = 0;
+    for (int i = 0; i < 500 && !ended; ++i) {
+      ended = waitpid(pid, &raw, WNOHANG) == pid;
+      if (!ended) std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
-    return -1;
+    return ended && WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
   }
 
- private:
-  pid_t pid_ = -1;
-  FILE* output_ = nullptr;
-  bool ended_ = false;
-};
-
-// Runs `arguments` to the end: what it wrote to standard output, with its
-// exit status in `status`.
-std::string runProcess(const std::vector<std::string>& arguments, int& status) {
-  Process process(arguments);
-  const std::string text = process.rest();
-  status = process.wait();
-  return text;
-}
-
-// What the command line gives for one value: its line and whether it matched.
-struct CliResult {
-  std::string text;
-  bool matched;
-};
-
-CliResult cli(const char* operation, const std::string& picture, const std::string& value,
-              const std::string& locale) {
-  int status = 0;
-  std::string text =
-      runProcess({gZupic, operation, picture, "--locale", locale, "--", value}, status);
-  if (!text.empty() && text.back() == '\n') text.pop_back();
-  return {text, status == 0};
-}
-
-// One `zupic serve --port 0` process and the port its first line names.
-struct ServerProcess : Process {
-  ServerProcess() : Process({gZupic, "serve", "--port", "0"}), banner(line()) {
-    const size_t colon = banner.find(':', banner.find("//"));
-    if (colon != std::string::npos) port = std::atoi(banner.c_str() + colon + 1);
+  // The port a server names in its first line ("... http://127.0.0.1:PORT"),
+  // 0 when it names none.
+  int port() {
+    const std::string banner = line(), prefix = "http://127.0.0.1:";
+    const size_t at = banner.find(prefix);
+    return at == std::string::npos ? 0 : std::atoi(banner.c_str() + at + prefix.size());
   }
-  std::string banner;
-  int port = 0;
+
+  pid_t pid = -1;
+  FILE* output = nullptr;
+  bool ended = false;
+};
+
+// Runs zupic with `arguments` to the end: its standard output and status.
+std::pair<std::string, int> run(std::vector<std::string> arguments) {
+  Process process(std::move(arguments));
+  std::string text = process.rest();
+  return {text, process.wait()};
+}
+
+struct PictureCase {
+  const char *operation, *picture, *locale, *value;
+
+  std::string path() const {
+    using httplib::detail::encode_query_param;
+    return std::string("/api/") + operation + "?picture=" + encode_query_param(picture) +
+           "&value=" + encode_query_param(value) + "&locale=" + encode_query_param(locale);
+  }
+  // What the command line prints for the value (without its newline) and
+  // its exit status.
+  std::pair<std::string, int> cli() const {
+    auto result = run({operation, picture, "--locale", locale, "--", value});
+    if (!result.first.empty() && result.first.back() == '\n') result.first.pop_back();
+    return result;
+  }
 };
 
 class ServeTest : public testing::Test {
  protected:
-  static void SetUpTestSuite() { server_ = std::make_unique<ServerProcess>(); }
+  static void SetUpTestSuite() {
+    server_ = std::make_unique<Process>(std::vector<std::string>{"serve", "--port", "0"});
+    port_ = server_->port();
+  }
   static void TearDownTestSuite() { server_.reset(); }
 
-  void SetUp() override { ASSERT_GT(server_->port, 0) << "banner: " << server_->banner; }
-
-  static httplib::Client client() {
-    httplib::Client client("127.0.0.1", server_->port);
-    client.set_read_timeout(10);
-    return client;
+  // GETs `path`, expects 200 and returns the JSON answer.
+  Json getJson(const std::string& path) {
+    const auto got = http_.Get(path);
+    EXPECT_TRUE(got && got->status == 200) << path;
+    return got ? Json::parse(got->body, nullptr, false) : Json();
   }
 
-  // GETs `path`, checks the status and returns the JSON answer (discarded
-  // when it is none).
-  static Json getJson(const std::string& path, int status = 200) {
-    const auto got = client().Get(path);
-    if (!got) ADD_FAILURE() << "no answer to " << path;
-    if (!got) return Json(Json::value_t::discarded);
-    EXPECT_EQ(got->status, status) << path;
-    return Json::parse(got->body, nullptr, false);
-  }
-
-  static std::string query(const std::string& picture, const std::string& value,
-                           const std::string& locale) {
-    return "?picture=" + httplib::detail::encode_query_param(picture) +
-           "&value=" + httplib::detail::encode_query_param(value) +
-           "&locale=" + httplib::detail::encode_query_param(locale);
-  }
-
-  static inline std::unique_ptr<ServerProcess> server_;
-};
-
-struct PictureCase {
-  const char *operation, *picture, *locale, *value;
+  static inline std::unique_ptr<Process> server_;
+  static inline int port_ = 0;
+  httplib::Client http_{"127.0.0.1", port_};
 };
 
 // The server hands pictures to the library as they are: one row per kind
@@ -172,12 +142,10 @@ const PictureCase kCases[] = {
 };
 
 TEST_F(ServeTest, GetAndPostAnswerAsTheCommandLineDoes) {
-  httplib::Client http = client();
   for (const PictureCase& c : kCases) {
-    SCOPED_TRACE(std::string(c.operation) + " " + c.picture + " " + c.value);
-    const CliResult expected = cli(c.operation, c.picture, c.value, c.locale);
-    const auto got =
-        http.Get(std::string("/api/") + c.operation + query(c.picture, c.value, c.locale));
+    SCOPED_TRACE(c.path());
+    const auto [text, status] = c.cli();
+    const auto got = http_.Get(c.path());
     ASSERT_TRUE(got);
     EXPECT_EQ(got->status, 200);
     EXPECT_EQ(got->get_header_value("Content-Type"), "application/json; charset=utf-8");
@@ -185,50 +153,49 @@ TEST_F(ServeTest, GetAndPostAnswerAsTheCommandLineDoes) {
     EXPECT_EQ(body["operation"], c.operation);
     EXPECT_EQ(body["locale"], c.locale);
     ASSERT_EQ(body["results"].size(), 1u);
-    EXPECT_EQ(body["results"][0]["text"], expected.text);
-    EXPECT_EQ(body["results"][0]["matched"], expected.matched);
+    EXPECT_EQ(body["results"][0]["text"], text);
+    EXPECT_EQ(body["results"][0]["matched"], status == 0);
     EXPECT_EQ(body["results"][0]["value"], c.value);
 
     // The same value twice in one POST, beside one that never matches.
     const Json request = {
         {"picture", c.picture}, {"locale", c.locale}, {"values", {c.value, "\x01", c.value}}};
     const auto posted =
-        http.Post(std::string("/api/") + c.operation, request.dump(), "application/json");
+        http_.Post(std::string("/api/") + c.operation, request.dump(), "application/json");
     ASSERT_TRUE(posted);
     EXPECT_EQ(posted->status, 200);
     const Json many = Json::parse(posted->body)["results"];
     ASSERT_EQ(many.size(), 3u);
-    EXPECT_EQ(many[0]["text"], expected.text);
-    EXPECT_EQ(many[2]["text"], expected.text);
+    EXPECT_EQ(many[0]["text"], text);
+    EXPECT_EQ(many[2]["text"], text);
     EXPECT_EQ(many[1]["matched"], false);
   }
 }
 
 TEST_F(ServeTest, LibraryErrorsAndUnknownLocalesAreReported) {
-  Json compound = getJson("/api/format" + query("num{9} text{X}", "5", "en_US"))["results"][0];
-  EXPECT_EQ(compound["matched"], false);
-  EXPECT_EQ(compound["error"]["id"], 16480);
-  EXPECT_NE(compound["error"]["message"].get<std::string>().find("Compound pictures"),
+  Json compound = getJson(PictureCase{"format", "num{9} text{X}", "en_US", "5"}.path());
+  EXPECT_EQ(compound["results"][0]["matched"], false);
+  EXPECT_EQ(compound["results"][0]["error"]["id"], 16480);
+  EXPECT_NE(compound["results"][0]["error"]["message"].get<std::string>().find("Compound pictures"),
             std::string::npos);
-  Json unknown = getJson("/api/format" + query("num{z,zz9.99}", "1234.5", "xx_YY"));
+  Json unknown = getJson(PictureCase{"format", "num{z,zz9.99}", "xx_YY", "1234.5"}.path());
   EXPECT_EQ(unknown["locale"], "en_US");
   EXPECT_EQ(unknown["results"][0]["text"], "1,234.50");
   EXPECT_NE(unknown["notice"].get<std::string>().find("xx_YY"), std::string::npos);
-  Json spelled = getJson("/api/format" + query("num{z,zz9.99}", "1234.5", "de-ch"));
+  Json spelled = getJson(PictureCase{"format", "num{z,zz9.99}", "de-ch", "1234.5"}.path());
   EXPECT_EQ(spelled["locale"], "de_CH");
   EXPECT_FALSE(spelled.contains("notice"));
 }
 
 TEST_F(ServeTest, LocalesMatchTheCommandLine) {
-  int status = 0;
-  const std::string listed = runProcess({gZupic, "locales"}, status);
+  const std::string listed = run({"locales"}).first;
   const Json list = getJson("/api/locales")["locales"];
   EXPECT_EQ(list.size(), static_cast<size_t>(std::count(listed.begin(), listed.end(), '\n')));
   EXPECT_GT(list.size(), 180u);
 
   Json view = getJson("/api/locale/fr_FR");
   EXPECT_EQ(view["name"], "fr_FR");
-  const std::string shown = runProcess({gZupic, "locale", "fr_FR"}, status);
+  const std::string shown = run({"locale", "fr_FR"}).first;
   for (const Json& field : view["fields"]) {
     const std::string line = field["label"].get<std::string>();
     EXPECT_NE(shown.find(line), std::string::npos) << line;
@@ -246,14 +213,13 @@ TEST_F(ServeTest, LocalesMatchTheCommandLine) {
 }
 
 TEST_F(ServeTest, PageAndGuideAreServed) {
-  httplib::Client http = client();
-  const auto page = http.Get("/");
+  const auto page = http_.Get("/");
   ASSERT_TRUE(page);
   EXPECT_EQ(page->status, 200);
   EXPECT_NE(page->body.find("<title>zupic playground</title>"), std::string::npos);
   EXPECT_NE(page->get_header_value("Content-Security-Policy").find("connect-src 'self'"),
             std::string::npos);
-  const auto guide = http.Get("/guide.md");
+  const auto guide = http_.Get("/guide.md");
   ASSERT_TRUE(guide);
   EXPECT_EQ(guide->body.rfind("# Picture clauses", 0), 0u);
 }
@@ -264,10 +230,9 @@ TEST_F(ServeTest, BadRequestsGetJsonErrors) {
     std::string body;
     int status;
   };
-  std::string manyValues = R"({"picture":"num{9}","values":[)";
-  for (int i = 0; i < 10001; ++i) manyValues += i == 0 ? "\"1\"" : ",\"1\"";
-  manyValues += "]}";
-  const std::string huge = R"({"picture":"num{9}","values":[")" + std::string(70000, '1') + "\"]}";
+  const std::string manyValues = Json{{"picture", "num{9}"}, {"values", Json(10001, "1")}}.dump();
+  const std::string huge =
+      Json{{"picture", "num{9}"}, {"values", {std::string(70000, '1')}}}.dump();
   // One row per rule the server checks; invalid UTF-8 by an overlong form
   // in a query and by a stray byte in a JSON body.
   const Case cases[] = {
@@ -286,20 +251,17 @@ TEST_F(ServeTest, BadRequestsGetJsonErrors) {
       {"/no/such/page", "{}", 404},
       {"/api/locales", "{}", 405},
   };
-  httplib::Client http = client();
   for (const Case& c : cases) {
     SCOPED_TRACE(c.path.substr(0, 80));
     httplib::Result got =
-        c.body.empty() ? http.Get(c.path) : http.Post(c.path, c.body, "application/json");
+        c.body.empty() ? http_.Get(c.path) : http_.Post(c.path, c.body, "application/json");
     ASSERT_TRUE(got) << httplib::to_string(got.error());
     EXPECT_EQ(got->status, c.status);
     const Json body = Json::parse(got->body, nullptr, false);
     ASSERT_TRUE(body.is_object()) << got->body;
     EXPECT_EQ(body["error"]["status"], c.status);
     EXPECT_FALSE(body["error"]["message"].get<std::string>().empty());
-    if (c.status == 405) {
-      EXPECT_FALSE(got->get_header_value("Allow").empty());
-    }
+    EXPECT_EQ(got->get_header_value("Allow").empty(), c.status != 405);
   }
   getJson("/api/locales");  // the server is still there
 }
@@ -308,15 +270,13 @@ TEST_F(ServeTest, SixtyFourClientsGetEveryAnswerRight) {
   constexpr int kClients = 64;
   constexpr int kRequests = 200;
   std::vector<std::pair<std::string, std::string>> expected;  // path, text
-  for (const PictureCase& c : kCases) {
-    expected.push_back({std::string("/api/") + c.operation + query(c.picture, c.value, c.locale),
-                        cli(c.operation, c.picture, c.value, c.locale).text});
-  }
+  for (const PictureCase& c : kCases) expected.push_back({c.path(), c.cli().first});
   std::atomic<int> correct{0};
   std::vector<std::thread> clients;
   for (int k = 0; k < kClients; ++k) {
     clients.emplace_back([&, k] {
-      httplib::Client http = client();
+      httplib::Client http("127.0.0.1", port_);
+      http.set_read_timeout(10);
       for (int i = 0; i < kRequests; ++i) {
         const auto& [path, text] = expected[(k + i) % expected.size()];
         const auto got = http.Get(path);
@@ -332,10 +292,10 @@ TEST_F(ServeTest, SixtyFourClientsGetEveryAnswerRight) {
 
 TEST(ServeLifeTest, StopsCleanlyOnSigintAndSigterm) {
   for (const int signal : {SIGINT, SIGTERM}) {
-    ServerProcess server;
-    ASSERT_GT(server.port, 0) << server.banner;
-    EXPECT_NE(server.banner.find("http://127.0.0.1:"), std::string::npos);
-    const auto answer = httplib::Client("127.0.0.1", server.port).Get("/api/locales");
+    Process server({"serve", "--port", "0"});
+    const int port = server.port();
+    ASSERT_GT(port, 0);
+    const auto answer = httplib::Client("127.0.0.1", port).Get("/api/locales");
     ASSERT_TRUE(answer);
     EXPECT_EQ(answer->status, 200);
     EXPECT_EQ(server.wait(signal), 0);
@@ -344,18 +304,13 @@ TEST(ServeLifeTest, StopsCleanlyOnSigintAndSigterm) {
 }
 
 TEST(ServeLifeTest, UsageErrors) {
-  const std::vector<std::string> commands[] = {{gZupic, "serve", "--port"},
-                                               {gZupic, "serve", "--port", "65536"},
-                                               {gZupic, "serve", "--colour"}};
-  for (const std::vector<std::string>& command : commands) {
-    int status = 0;
-    runProcess(command, status);
-    EXPECT_EQ(status, 2) << command.back();
+  const std::pair<std::vector<std::string>, int> cases[] = {
+      {{"serve", "--port", "65536"}, 2}, {{"serve", "--colour"}, 2}, {{"serve", "--help"}, 0}};
+  for (const auto& [command, status] : cases) {
+    const auto [text, got] = run(command);
+    EXPECT_EQ(got, status) << command.back();
+    EXPECT_EQ(text.find("--host 0.0.0.0") != std::string::npos, status == 0) << command.back();
   }
-  int status = 0;
-  const std::string help = runProcess({gZupic, "serve", "--help"}, status);
-  EXPECT_EQ(status, 0);
-  EXPECT_NE(help.find("--host 0.0.0.0"), std::string::npos);
 }
 
 }  // namespace

@@ -38,29 +38,28 @@ TEST(RnDataTest, UnknownLocaleAndBadIndexesFallBackQuietly) {
     EXPECT_EQ(str(data.getDateFormat(style)), "MMM D, YYYY");
     EXPECT_EQ(str(data.getTimeFormat(style)), "h:MM:SS A");
   }
+  const zuStorage<zuString> faces = data.getTypefaces();  // the default list, split
+  ASSERT_GT(faces.GetSize(), 1u);
+  EXPECT_EQ(str(faces[0]).rfind("Noto", 0), 0u);
 }
 
 TEST(RnDataTest, UsEnglishOverridesOnlyItsCurrency) {
   const RnData us("en_US");
   const RnData root("root");
-  EXPECT_EQ(str(us.getCurrencySymbol()), "$");
-  EXPECT_EQ(str(us.getNumericFormat(RnData::CURRENCY)), "$z,zz9.99|($z,zz9.99)");
+  EXPECT_EQ(str(us.getCurrencySymbol()), "$");  // its pattern is a row of the table below
   for (int style = RnData::SHORT_FMT; style <= RnData::FULL_FMT; ++style) {
     EXPECT_EQ(str(us.getDateFormat(style)), str(root.getDateFormat(style)));
   }
-  EXPECT_EQ(str(root.getNumericFormat(RnData::CURRENCY)), "s$ z,zz9.99");
 }
 
 TEST(RnDataTest, LocalPatternsUseTheLocaleAlphabet) {
   const RnData root("root");
   EXPECT_EQ(str(root.getLocalDateFormat(RnData::FULL_FMT)), "EEEE, MMMM d, yyyy");
-  EXPECT_EQ(str(root.getLocalDateFormat(42)), "MMM d, yyyy");
   EXPECT_EQ(str(root.getLocalDateTimeFormat()), "date{} time{}");
   const RnData arabic("ar");
   EXPECT_EQ(str(arabic.getLocalDateFormat(RnData::MED_FMT)), "jj/nn/aaaa");
   EXPECT_EQ(str(root.getDateTimeFormat(RnData::SHORT_FMT, RnData::SHORT_FMT)),
             "date{M/D/YY} time{h:MM A}");
-  EXPECT_EQ(str(root.getDateTimeFormat(0, 99)), "date{MMM D, YYYY} time{h:MM:SS A}");
 }
 
 TEST(RnDataTest, NumberFormatFollowsTheOptionBits) {
@@ -99,12 +98,6 @@ TEST(RnDataTest, NumberPrecisionCountsFractionDigits) {
   };
   for (const Case& c : cases)
     EXPECT_EQ(data.getNumberPrecision(c.picture), c.expected) << c.picture;
-}
-
-TEST(RnDataTest, UnknownLocaleTakesTheDefaultTypefaces) {
-  const zuStorage<zuString> faces = RnData("xx").getTypefaces();
-  ASSERT_GT(faces.GetSize(), 1u);
-  EXPECT_EQ(str(faces[0]).rfind("Noto", 0), 0u);
 }
 
 TEST(RnDataTest, RunTimeDataOverridesAndIsReleased) {

@@ -11,7 +11,6 @@ TEST(RnLocaleNameTest, NormalizeRecasesScriptAndCountryOnly) {
       {"en-us", "en_US"},
       {"EN_us", "EN_US"},  // the language keeps its case
       {"az_cyrl_az", "az_Cyrl_AZ"},
-      {"AZ_CYRL", "AZ_Cyrl"},
       {"zh-Hant-TW", "zh_Hant-TW"},  // only the first "-"
       {"de-ch-x", "de_Ch-x"},        // four letters after the language read as a script
       {"fr_fr.ISO88591@Euro", "fr_FR.ISO88591@Euro"},

@@ -125,9 +125,6 @@ TEST(RnNumParseTest, ConversionHelpers) {
   EXPECT_EQ(leading + trailing, 0u);
 
   RnNum number("1", "en_US");
-  number.format("99");
-  EXPECT_TRUE(number.IsNonIgnorable('S'));
-  EXPECT_FALSE(number.IsNonIgnorable('9'));
   number.format("99.99");
   EXPECT_TRUE(number.IsNonIgnorable(0xFF19));  // full-width 9
   EXPECT_FALSE(number.IsNonIgnorable(','));

@@ -11,45 +11,28 @@
 
 namespace {
 
-// A few rows to show the symbols at work, and the edges the random pictures
-// below (half a million of them, recorded) seldom or never reach: rounding
-// in the decimal text, a carry into the exponent, full-width symbols,
-// extreme values.
+// Two rows to show a locale's symbols at work, and the edges the random
+// pictures below (half a million of them, recorded, with the radix position
+// and the ASCII-digits option) seldom or never reach: rounding in the
+// decimal text, a carry into the exponent, full-width symbols, extreme values.
 TEST(RnNumTest, FormatsThroughPictures) {
   struct Case {
     const char *locale, *value, *picture, *expected;
   } const cases[] = {
-      {"en_US", "-12.5", "s999.99", "-012.50"},
-      {"en_US", "34.5", "z,zz9.99", "34.50"},  // blanked digits take their separators along
-      {"en_US", "0", "zzz", ""},               // zero blanking
-      {"en_US", "2.675", "9.99", "2.68"},      // rounded from the decimal text, not the double
-      {"en_US", "-0.001", "9.99", "0.00"},     // no sign on a value that rounds to zero
+      {"en_US", "2.675", "9.99", "2.68"},   // rounded from the decimal text, not the double
+      {"en_US", "-0.001", "9.99", "0.00"},  // no sign on a value that rounds to zero
       {"de_DE", "-1234.5", "z,zz9.99 $", "-1.234,50 \u20ac"},
       {"ar", "-1234.5", "z,zz9.99", "\u061c-\u0661\u066c\u0662\u0663\u0664\u066b\u0665\u0660"},
       {"en_US", "1234.5", "\uff5a\uff0c\uff5a\uff5a\uff19\uff0e\uff19\uff19", "1,234.50"},
       {"en_US", "9.999", "9.99E", "1.00E+1"},  // rounding carries into the exponent
       {"en_US", "1e-300", "9.9E", "1.0E-300"},
-      // A value that does not fit, one past the range of a double, a bad picture.
-      {"en_US", "100", "99", ""},
-      {"en_US", "1e400", "9", ""},
-      {"en_US", "5", "9C", ""},
+      {"en_US", "1e400", "9", ""},  // one past the range of a double
   };
   for (const Case& c : cases) {
     RnNum number(c.value, c.locale);
     EXPECT_STREQ(number.format(c.picture), c.expected)
         << c.locale << " value \"" << c.value << "\" picture \"" << c.picture << "\"";
   }
-}
-
-TEST(RnNumTest, RadixPositionAndAsciiDigits) {
-  RnNum number("-1234.5", "ar");
-  unsigned radix = 99;
-  const zuString text = number.format("z,zz9.99", &radix, RnNum::ASCII_DIGITS);
-  EXPECT_STREQ(text, "\u061c-1\u066c234\u066b50");
-  EXPECT_EQ(radix, 7u);
-  RnNum integer("42", "en_US");
-  EXPECT_STREQ(integer.format("zz9", &radix), "42");
-  EXPECT_EQ(radix, 2u);
 }
 
 // Random numeric pictures from a few kept ones (so that the thread's memo

@@ -19,16 +19,7 @@ namespace {
 
 constexpr int kUntouched = -7;
 
-// Dates and times are shown in local time: the cases are written for UTC.
-class zuPictureTest : public ::testing::Test {
- protected:
-  static void SetUpTestSuite() {
-    setenv("TZ", "UTC", 1);
-    tzset();
-  }
-};
-
-TEST_F(zuPictureTest, StatusFollowsTheValueKindAndTheEarlyExits) {
+TEST(zuPictureTest, StatusFollowsTheValueKindAndTheEarlyExits) {
   struct Case {
     const char* value;  // null: the null value
     const char *picture, *expected;
@@ -62,7 +53,7 @@ TEST_F(zuPictureTest, StatusFollowsTheValueKindAndTheEarlyExits) {
 // qualifiers, compound date-times, null and zero, styles. Each engine is
 // reached through the dispatcher, both ways and with exact answers, by the
 // allocation test's cases; the engines' own tests cover their symbols.
-TEST_F(zuPictureTest, FormatsAndParsesThroughEveryCategory) {
+TEST(zuPictureTest, FormatsAndParsesThroughEveryCategory) {
   struct Case {
     bool parse;
     const char *locale, *picture, *input;
@@ -74,9 +65,7 @@ TEST_F(zuPictureTest, FormatsAndParsesThroughEveryCategory) {
       {false, "en_GB", "date{D MMM}' at 'time{HH:MM}", "2024-03-05T09:30", "5 Mar at 09:30"},
       {false, "en_US", "date{YYYY-MM-DD}Ttime{HH:MM}", "2024-03-05", "2024-03-05T00:00"},
       {false, "en_US", "null{'n/a'}|zero{'none'}|num{zz9}", "0", "none"},
-      // Styles take the locale's patterns and ignore the body.
-      {false, "en_US", "date.short{ignored}", "2024-03-05", "3/5/24"},
-      {true, "en_US", "num.currency{}", "($1,234.50)", "-1234.5"},
+      {true, "en_US", "num.currency{}", "($1,234.50)", "-1234.5"},  // a style's alternates
       {true, "en_US", "date{D/M/YYYY}time{HH:MM}", "5/3/202413:45", "2024-03-05T13:45:00"},
       {true, "en_US", "num{999}|date{YYYY-MM-DD}", "2024-03-05", "2024-03-05"},
       {true, "en_US", "zero{'none'}|num{zz9}", "none", "0"},
@@ -97,7 +86,7 @@ TEST_F(zuPictureTest, FormatsAndParsesThroughEveryCategory) {
 
 // The number, text, date and time tests share one reader with their own
 // symbols: a wrapped body once, then each category's symbols bare.
-TEST_F(zuPictureTest, ClassifiesPictures) {
+TEST(zuPictureTest, ClassifiesPictures) {
   constexpr int kNum = 1, kText = 2, kDate = 4, kTime = 8, kNull = 16, kZero = 32, kDateTime = 64,
                 kCompound = 128, kEmpty = 256;
   struct Case {
@@ -139,7 +128,7 @@ TEST_F(zuPictureTest, ClassifiesPictures) {
   EXPECT_EQ(str(time), "time{HH}");
 }
 
-TEST_F(zuPictureTest, ValidityRules) {
+TEST(zuPictureTest, ValidityRules) {
   struct Case {
     int (*test)(const zuString&);
     const char* picture;
@@ -149,7 +138,6 @@ TEST_F(zuPictureTest, ValidityRules) {
       {zuPicture::isNumericPictureValid, "num{z,zz9.99}", 1},
       {zuPicture::isNumericPictureValid, "num{9E9E}", 0},
       {zuPicture::isDatePictureValid, "date{DDD}", 0},
-      {zuPicture::isDatePictureValid, "YYY", 0},
       {zuPicture::isTimePictureValid, "time{HHH}", 0},
       {zuPicture::isTextPictureValid, "text{999-AA}", 1},
       {zuPicture::isTextPictureValid, "text{99#}", 0},
@@ -164,7 +152,7 @@ TEST_F(zuPictureTest, ValidityRules) {
 
 // The built-in locales' patterns are pictures like any other: each passes
 // the validity check of its category.
-TEST_F(zuPictureTest, EveryLocalePatternIsValid) {
+TEST(zuPictureTest, EveryLocalePatternIsValid) {
   zuStorage<zuString> names;
   RnData::getLocaleNames(names);
   ASSERT_GT(names.GetSize(), 100u);
@@ -188,7 +176,7 @@ TEST_F(zuPictureTest, EveryLocalePatternIsValid) {
   }
 }
 
-TEST_F(zuPictureTest, CompoundPicturesRaiseTheirMessage) {
+TEST(zuPictureTest, CompoundPicturesRaiseTheirMessage) {
   zuExFull errors[] = {thrown([] { zuPicture::format("123", "num{99}|num{9} text{X}", "en_US"); }),
                        thrown([] { zuPicture::parse("5 x", "num{9} text{X}", "en_US"); })};
   const char* names[] = {"zuPicture::formatCompound", "zuPicture::parseCompound"};
@@ -199,7 +187,9 @@ TEST_F(zuPictureTest, CompoundPicturesRaiseTheirMessage) {
   }
 }
 
-TEST_F(zuPictureTest, ObjectUsesItsLocaleAndFormatNewMovesTheDate) {
+TEST(zuPictureTest, ObjectUsesItsLocaleAndFormatNewMovesTheDate) {
+  setenv("TZ", "UTC", 1);  // dates and times are shown in local time
+  tzset();
   const zuPicture german("de_DE");
   int status = kUntouched;
   EXPECT_EQ(str(german.format("1234.5", "num{z,zz9.99}", &status, 0)), "1.234,50");
