@@ -6,6 +6,7 @@
 #include <functional>
 #include <random>
 #include <string>
+#include <type_traits>
 
 #include "zu/core/zuExErrItem.h"
 #include "zu/measure/internal/zuMeasureTestSupport.h"
@@ -21,6 +22,16 @@ using zu::testing::thrown;
 using Unit = zuUnitSpan::UnitCode;
 
 constexpr long kMax = 2147483647;
+
+// A number or a text becomes a span only when asked: comparing with a bare
+// number, or passing one where a span is wanted, does not compile.
+template <typename T>
+concept ComparesWithInt = requires(T value) {
+  value == 5;
+};
+static_assert(!ComparesWithInt<zuUnitSpan>);
+static_assert(!std::is_convertible_v<long, zuUnitSpan>);
+static_assert(!std::is_convertible_v<zuString, zuUnitSpan>);
 
 // SetFromText: one strict reading (the strict reader has a table and a
 // differential test of its own), then each rule of the lenient one.
